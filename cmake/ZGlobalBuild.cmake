@@ -1,0 +1,85 @@
+# How every target of this project is built; the CMakeLists below only name sources and links.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release)
+endif()
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+# An installed program finds the libraries installed beside it.
+if(APPLE)
+    set(CMAKE_INSTALL_RPATH "@loader_path/../${CMAKE_INSTALL_LIBDIR}")
+else()
+    set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
+
+add_library(zglobal_strict INTERFACE)
+target_compile_definitions(zglobal_strict INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS
+    QT_NO_FOREACH QT_STRICT_ITERATORS QT_USE_STRINGBUILDER
+    QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050E00)
+if(MSVC)
+    target_compile_options(zglobal_strict INTERFACE /W4 /utf-8 $<$<CONFIG:Debug>:/WX>)
+else()
+    target_compile_options(zglobal_strict INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+        -Wcast-align -Wunused $<$<CONFIG:Debug>:-Werror>)
+endif()
+if(ZGLOBAL_SANITIZE)
+    add_compile_options(-fsanitize=${ZGLOBAL_SANITIZE} -fno-omit-frame-pointer
+        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${ZGLOBAL_SANITIZE})
+endif()
+
+# zglobal_library(NAME SOURCES files... HEADERS exported headers... LINKS targets... PRIVATE_LINKS targets...)
+# declares a shared library with its export header, version, alias and installation.
+function(zglobal_library name)
+    cmake_parse_arguments(arg "" "" "SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
+    add_library(${name} SHARED ${arg_SOURCES} ${arg_HEADERS})
+    add_library(ZGlobal::${name} ALIAS ${name})
+    set_target_properties(${name} PROPERTIES
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    include(GenerateExportHeader)
+    generate_export_header(${name}
+        EXPORT_FILE_NAME "${CMAKE_BINARY_DIR}/generated/${name}Export.h")
+    target_include_directories(${name} PUBLIC
+        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
+        $<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/generated>
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal>)
+    target_link_libraries(${name}
+        PUBLIC ${arg_LINKS} PRIVATE $<BUILD_INTERFACE:zglobal_strict> ${arg_PRIVATE_LINKS})
+    install(TARGETS ${name} EXPORT ZGlobalTargets
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(FILES "${CMAKE_BINARY_DIR}/generated/${name}Export.h"
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal)
+    foreach(header IN LISTS arg_HEADERS)
+        get_filename_component(folder "${header}" DIRECTORY)
+        install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal/${folder}")
+    endforeach()
+endfunction()
+
+# zglobal_program(NAME SOURCES files... LINKS targets...) declares a program on the exported headers.
+function(zglobal_program name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE zglobal_strict ${arg_LINKS})
+endfunction()
+
+# zglobal_test(NAME SOURCES files... LINKS targets...) declares a Qt Test executable. Each test runs
+# with no display and no proxy, and is ended by CTest when it hangs.
+function(zglobal_test name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    zglobal_program(${name} SOURCES ${arg_SOURCES} LINKS Qt5::Test ${arg_LINKS})
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120
+        ENVIRONMENT "no_proxy=*;LC_ALL=C.UTF-8;QT_LOGGING_RULES=")
+endfunction()
