@@ -1,1 +1,113 @@
 #include "host/ZGlobalConfig.h"
+
+#include "host/TableFile.h"
+#include "host/Unpacker.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+bool report(const QString& cause, QString* error)
+{
+    if (error != nullptr && !cause.isEmpty())
+        *error = cause;
+    return cause.isEmpty();
+}
+
+QString named(const QString& path, const QString& cause)
+{
+    return cause.isEmpty() ? cause : QStringLiteral("%1: %2").arg(path, cause);
+}
+
+/** The whole file, but never more than a byte above the limit: some files have no end. */
+QString readWhole(const QString& path, QByteArray& bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    bytes = file.read(ZGlobalConfig::maxTableBytes + 1);
+    return file.error() == QFileDevice::NoError ? QString() : file.errorString();
+}
+
+QString valueText(const QJsonValue& value)
+{
+    if (value.isString())
+        return value.toString();
+    // As an integer where it is one: an id of 17 digits does not survive as a double.
+    const QVariant number = value.toVariant();
+    return number.type() == QVariant::Double
+        ? QString::number(number.toDouble(), 'f', QLocale::FloatingPointShortest)
+        : number.toString();
+}
+
+QString parseValues(const QByteArray& bytes, QHash<QString, QString>& values)
+{
+    QJsonParseError json;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &json);
+    if (json.error != QJsonParseError::NoError)
+        return QStringLiteral("not JSON at byte %1: %2")
+            .arg(QString::number(json.offset), json.errorString());
+    if (!document.isObject())
+        return QStringLiteral("not a JSON object");
+    const QJsonObject object = document.object();
+    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
+        if (!it.value().isString() && !it.value().isDouble())
+            return QStringLiteral("the value of \"%1\" is neither text nor a number").arg(it.key());
+        values.insert(it.key(), valueText(it.value()));
+    }
+    return {};
+}
+
+} // namespace
+
+ZGlobalConfig& ZGlobalConfig::getInstance()
+{
+    static ZGlobalConfig instance;
+    return instance;
+}
+
+QString ZGlobalConfig::getConfig(const QString& key) const
+{
+    return m_values.value(key);
+}
+
+void ZGlobalConfig::setConfig(const QString& key, const QString& value)
+{
+    m_values.insert(key, value);
+}
+
+bool ZGlobalConfig::loadConfig(const QString& path, QString* error)
+{
+    QByteArray bytes;
+    QHash<QString, QString> values = m_values;
+    QString cause = readWhole(path, bytes);
+    if (cause.isEmpty())
+        cause = parseValues(bytes, values);
+    if (!report(named(path, cause), error))
+        return false;
+    m_values = values;
+    return true;
+}
+
+bool ZGlobalConfig::readTableFile(const QString& path, QHash<QString, int>& header,
+                                  QJsonArray& rows, QString* error)
+{
+    QByteArray bytes;
+    QString cause = readWhole(path, bytes);
+    if (cause.isEmpty())
+        cause = TableFile::parse(bytes, header, rows);
+    return report(named(path, cause), error);
+}
+
+bool ZGlobalConfig::readTableFile(const QByteArray& bytes, QHash<QString, int>& header,
+                                  QJsonArray& rows, QString* error)
+{
+    return report(TableFile::parse(bytes, header, rows), error);
+}
+
+bool ZGlobalConfig::unZipFile(const QString& path, bool overwrite, QString* error)
+{
+    return report(named(path, Unpacker(path).unpack(overwrite)), error);
+}

@@ -11,11 +11,28 @@
  * The host's configuration values, and the two readers that go with them: table files and archives.
  *
  * Values are set by the host program or read from a JSON file. They belong to the GUI thread; the
- * static operations may be called from any thread.
+ * static operations keep no state and may be called from any thread.
+ *
+ * Everything here answers with a bool. Who wants to tell a person why it was false passes a text
+ * for the cause, which is written on false only; nothing is logged.
  */
-class ZNETWORK_EXPORT ZGlobalConfig
-{
+class ZNETWORK_EXPORT ZGlobalConfig {
 public:
+    /** A table file larger than this is not read. */
+    static constexpr qint64 maxTableBytes = 64 * 1024 * 1024;
+
+    /** An archive may hold this many files and folders, folders that are only part of a file's
+     *  name included. */
+    static constexpr int maxArchiveEntries = 10000;
+
+    /** What an archive may unpack to, counted in bytes that really come out of it. */
+    static constexpr qint64 maxUnpackedBytes = 512 * 1024 * 1024;
+
+    /** What may come out of an archive for each byte of it. Pictures and animation texts stay below
+     *  50; only from freeUnpackedBytes on is it looked at, since tiny archives are all overhead. */
+    static constexpr qint64 maxUnpackRatio = 200;
+    static constexpr qint64 freeUnpackedBytes = 1024 * 1024;
+
     static ZGlobalConfig& getInstance();
 
     /** The value of a key, an empty text when the key is not set. */
@@ -23,11 +40,45 @@ public:
 
     void setConfig(const QString& key, const QString& value);
 
-    static bool readTableFile(const QString& path, QHash<QString, int>& header, QJsonArray& rows);
-    static bool readTableFile(const QByteArray& bytes, QHash<QString, int>& header,
-                              QJsonArray& rows);
+    /**
+     * Sets every value of a JSON file: one flat object of texts; a number is taken as its decimal
+     * text. Keys that the file does not name keep their values. False when the file cannot be read
+     * or holds anything else; then no value has changed.
+     */
+    bool loadConfig(const QString& path, QString* error = nullptr);
 
-    static bool unZipFile(const QString& path, bool overwrite);
+    /**
+     * Reads a table: column names to cell indexes, and the rows. docs/table-format.md says what is
+     * a table. The rows are handed over as they stand: an element may be null or no row at all, and
+     * a row may have fewer or more cells than there are columns. On false header and rows are
+     * untouched.
+     */
+    static bool readTableFile(const QString& path, QHash<QString, int>& header, QJsonArray& rows,
+                              QString* error = nullptr);
+    static bool readTableFile(const QByteArray& bytes, QHash<QString, int>& header,
+                              QJsonArray& rows, QString* error = nullptr);
+
+    /**
+     * Unpacks a zip or tar archive (gzip allowed) into the folder that holds it, and keeps it.
+     *
+     * All or nothing: the archive is first unpacked into a hidden folder beside it and checked to
+     * its end; only then are its files moved to their places, those in deeper folders first and
+     * those of one depth in the order of the archive. So the last file of the top folder is the one
+     * whose presence tells that everything is there. When a move fails, what was moved goes back.
+     * What an interrupted run leaves is the hidden folder, which the next run removes.
+     *
+     * overwrite: replace files that exist, instead of failing because of them. A replaced set is
+     * first moved away, top folder first, so old and new are never seen mixed.
+     *
+     * An archive is refused as a whole for anything that is neither a file nor a folder, for names
+     * that lead out of the folder or through a link in it, that some system would not store or
+     * would store under another name (letter case included), for an entry in the archive's own
+     * place, for a damaged or encrypted entry, and beyond the limits above.
+     *
+     * Blocks while it works. Several archives may be unpacked at once; a second run for the same
+     * archive waits for the first.
+     */
+    static bool unZipFile(const QString& path, bool overwrite, QString* error = nullptr);
 
 private:
     QHash<QString, QString> m_values;

@@ -1,0 +1,109 @@
+#include "host/EntryNames.h"
+
+#include "host/ZGlobalConfig.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int maxNameLength = 1000;
+
+/** Equal for names that some file system takes for the same. */
+QString folded(const QString& name)
+{
+    return name.normalized(QString::NormalizationForm_C)
+        .toCaseFolded()
+        .normalized(QString::NormalizationForm_C);
+}
+
+/** Whether the system's own encoding of file names holds this one. */
+bool canBeStored(const QString& name)
+{
+#ifdef Q_OS_UNIX
+    const QString stored = QFile::decodeName(QFile::encodeName(name));
+    return folded(stored) == folded(name);
+#else
+    Q_UNUSED(name)
+    return true;
+#endif
+}
+
+QString partError(const QString& part)
+{
+    static const QRegularExpression forbidden(QStringLiteral("[\\x00-\\x1f\\x7f\\\\:*?\"<>|]"));
+    static const QRegularExpression device(
+        QStringLiteral("^(CON|PRN|AUX|NUL|CONIN\\$|CONOUT\\$|(COM|LPT)[0-9]) *(\\.|$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    if (part.isEmpty())
+        return QStringLiteral("has an empty part");
+    if (part == QLatin1String(".."))
+        return QStringLiteral("leads out of the folder");
+    if (part.endsWith(QLatin1Char('.')) || part.endsWith(QLatin1Char(' ')))
+        return QStringLiteral("ends in a dot or a space");
+    if (part.contains(forbidden))
+        return QStringLiteral("has a character that not every system stores");
+    if (part.normalized(QString::NormalizationForm_KC).contains(device))
+        return QStringLiteral("is a device on some systems");
+    if (!canBeStored(part))
+        return QStringLiteral("cannot be written in this system's encoding of file names");
+    return {};
+}
+
+} // namespace
+
+EntryNames::EntryNames(const QString& archiveName)
+    : m_archive(folded(archiveName))
+{
+}
+
+QString EntryNames::add(const QString& name, bool folder, QString& path)
+{
+    if (name.isEmpty() || name.size() > maxNameLength)
+        return QStringLiteral("is empty or longer than %1 characters").arg(maxNameLength);
+    if (name.startsWith(QLatin1Char('/')))
+        return QStringLiteral("is absolute");
+    QStringList parts = name.split(QLatin1Char('/'));
+    if (folder && parts.last().isEmpty())
+        parts.removeLast();
+    parts.removeAll(QStringLiteral("."));
+    path.clear();
+    for (int i = 0; i < parts.size(); ++i) {
+        QString error = partError(parts.at(i));
+        if (error.isEmpty()) {
+            path += (i == 0 ? QString() : QStringLiteral("/")) + parts.at(i);
+            const bool last = i == parts.size() - 1;
+            error = take(path, folder || !last, last);
+        }
+        if (!error.isEmpty())
+            return error;
+    }
+    return path.isEmpty() && !folder ? QStringLiteral("is no file name") : QString();
+}
+
+QString EntryNames::ownPrefix()
+{
+    return QStringLiteral(".unpack-");
+}
+
+QString EntryNames::take(const QString& path, bool folder, bool last)
+{
+    const QString key = folded(path);
+    if (key == m_archive || key.startsWith(ownPrefix()))
+        return QStringLiteral("is taken by the archive itself");
+    const auto known = m_taken.constFind(key);
+    if (known != m_taken.constEnd()) {
+        if (known.value() != path)
+            return QStringLiteral("differs only in letter case from \"%1\"").arg(known.value());
+        if (!m_isFolder.value(path) || !folder)
+            return last ? QStringLiteral("occurs twice") : QStringLiteral("lies below a file");
+        return {};
+    }
+    if (m_taken.size() >= ZGlobalConfig::maxArchiveEntries)
+        return QStringLiteral("is one entry more than the %1 allowed")
+            .arg(ZGlobalConfig::maxArchiveEntries);
+    m_taken.insert(key, path);
+    m_isFolder.insert(path, folder);
+    (folder ? m_folders : m_files).append(path);
+    return {};
+}

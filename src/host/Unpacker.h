@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/EntryNames.h"
+
+#include <QString>
+
+struct archive;
+struct archive_entry;
+
+/** One run of ZGlobalConfig::unZipFile. Any thread; one object for one run. */
+class Unpacker {
+public:
+    explicit Unpacker(const QString& path);
+
+    /** Why nothing was unpacked, or an empty text. */
+    QString unpack(bool overwrite);
+
+private:
+    QString extractAll();
+    QString extractEntries(archive* source);
+    QString extractEntry(archive* source, archive_entry* entry, const QByteArray& name);
+    QString writeFile(archive* source, const QString& path);
+    QString countBytes(qint64 bytes);
+
+    QString m_path;
+    QString m_folder;
+    QString m_staging;
+    qint64 m_archiveBytes = 0;
+    qint64 m_unpackedBytes = 0;
+    EntryNames m_names;
+};
