@@ -5,10 +5,25 @@
 #include <QStringList>
 #include <QtPromise>
 
-/** The host's picture cache in "res/images/" below the working directory. GUI thread only. */
-class ZNETWORK_EXPORT ZImageCacheUtil
-{
+/**
+ * The host's picture cache: the folder "res/images/" below the working directory, one file for each
+ * address, named by the upper-case hexadecimal MD5 digest of the address in UTF-8. GUI thread only.
+ */
+class ZNETWORK_EXPORT ZImageCacheUtil {
 public:
-    /** Fetches the missing pictures of these addresses; fulfilled when all are there. */
+    /** How many pictures are fetched at once, however many lists are asked for. */
+    static constexpr int maxFetches = 4;
+
+    /**
+     * Fetches the missing pictures of these addresses; fulfilled when all are there.
+     *
+     * A picture is there when its file is and is not empty. Each file is written whole or not at
+     * all. An address is fetched once, though it may stand in a list twice or in several lists at a
+     * time; an empty address names no picture and is passed over.
+     *
+     * Rejected with a zErrorInfo when a picture could not be fetched (an empty body is no picture)
+     * or stored, but only after all the others have been tried. The message tells how many failed
+     * and why the first of the list did.
+     */
     static QtPromise::QPromise<void> preloadList(const QStringList& urls);
 };
