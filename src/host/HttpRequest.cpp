@@ -119,10 +119,8 @@ void HttpRequest::onFinished()
 
 void HttpRequest::stop(const QString& cause)
 {
-    if (m_done)
-        return;
-    done(cause);
-    m_reply->abort();
+    if (!m_done)
+        done(cause);
 }
 
 void HttpRequest::done(const QString& cause, int code)
