@@ -1,0 +1,296 @@
+#include "host/MoveIn.h"
+#include "host/ZGlobalConfig.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <archive.h>
+#include <archive_entry.h>
+#include <clocale>
+#include <thread>
+
+namespace {
+
+struct Entry {
+    QByteArray name;
+    QByteArray body;
+    unsigned type = AE_IFREG;
+    QByteArray hardLink = {};
+};
+using Entries = QVector<Entry>;
+
+enum class Kind { Zip, Tar, GzippedTar };
+
+void writeArchive(const QString& path, const Entries& entries, Kind kind = Kind::Tar)
+{
+    archive* target = archive_write_new();
+    if (kind == Kind::GzippedTar)
+        archive_write_add_filter_gzip(target);
+    if (kind == Kind::Zip)
+        archive_write_set_format_zip(target);
+    else
+        archive_write_set_format_gnutar(target);
+    archive_write_open_filename(target, QFile::encodeName(path).constData());
+    for (const Entry& entry : entries) {
+        archive_entry* head = archive_entry_new();
+        archive_entry_set_pathname(head, entry.name.constData());
+        archive_entry_set_filetype(head, entry.type);
+        archive_entry_set_perm(head, 0644);
+        archive_entry_set_size(head, entry.body.size());
+        if (entry.type == AE_IFLNK)
+            archive_entry_set_symlink(head, "good.txt");
+        if (!entry.hardLink.isEmpty())
+            archive_entry_set_hardlink(head, entry.hardLink.constData());
+        archive_write_header(target, head);
+        archive_write_data(target, entry.body.constData(), size_t(entry.body.size()));
+        archive_entry_free(head);
+    }
+    archive_write_free(target);
+}
+
+bool write(const QString& path, const QByteArray& bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+QByteArray read(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(absent)");
+}
+
+/** Every name below a folder, hidden ones included, files with their content's size. */
+QStringList listing(const QString& folder)
+{
+    QStringList names;
+    QDirIterator all(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                     QDirIterator::Subdirectories);
+    while (all.hasNext()) {
+        const QString path = all.next();
+        const QFileInfo info(path);
+        names.append(
+            path.mid(folder.size() + 1)
+            + (info.isDir() ? QStringLiteral("/") : QStringLiteral(" %1").arg(info.size())));
+    }
+    names.sort();
+    return names;
+}
+
+} // namespace
+
+class TestUnzip : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir* m_temporary = nullptr;
+    QString m_folder;
+    QString m_archive;
+
+private Q_SLOTS:
+    void init()
+    {
+        m_temporary = new QTemporaryDir;
+        m_folder = m_temporary->filePath(QStringLiteral("flash/abc_12"));
+        m_archive = m_folder + QStringLiteral("/abc_12");
+        QVERIFY(QDir().mkpath(m_folder));
+    }
+
+    void cleanup()
+    {
+        std::setlocale(LC_ALL, "");
+        delete m_temporary;
+    }
+
+    void unpacksBesideTheArchive_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<bool>("plainLocale");
+        QTest::newRow("zip") << int(Kind::Zip) << false;
+        QTest::newRow("zip, C locale") << int(Kind::Zip) << true;
+        QTest::newRow("tar") << int(Kind::Tar) << false;
+        QTest::newRow("tar, C locale") << int(Kind::Tar) << true;
+        QTest::newRow("gzipped tar") << int(Kind::GzippedTar) << false;
+    }
+
+    void unpacksBesideTheArchive()
+    {
+        QFETCH(int, kind);
+        QFETCH(bool, plainLocale);
+        writeArchive(m_archive,
+                     {{"./", {}, AE_IFDIR},
+                      {"./图/一.png", "one"},
+                      {"empty", {}, AE_IFDIR},
+                      {"图/深/二.png", "two!"},
+                      {"none.txt", ""},
+                      {"abc.flajson", "{}"}},
+                     Kind(kind));
+        const QByteArray bytes = read(m_archive);
+        // What a run that was killed leaves behind.
+        const QString leftover =
+            QStringLiteral("/.unpack-")
+            + QString::fromLatin1(
+                QCryptographicHash::hash("abc_12", QCryptographicHash::Md5).toHex());
+        QVERIFY(write(m_folder + leftover + QStringLiteral("/new/abc.flajson"), "half"));
+        if (plainLocale)
+            std::setlocale(LC_ALL, "C");
+        QString error;
+        QVERIFY2(ZGlobalConfig::unZipFile(m_archive, false, &error), qPrintable(error));
+        QCOMPARE(listing(m_folder).join(QLatin1Char('|')),
+                 QStringLiteral("abc.flajson 2|abc_12 %1|empty/|none.txt 0|图/|图/一.png 3|图/深/|"
+                                "图/深/二.png 4")
+                     .arg(bytes.size()));
+        QCOMPARE(read(m_archive), bytes);
+        QCOMPARE(read(m_folder + QStringLiteral("/图/深/二.png")), QByteArray("two!"));
+    }
+
+    void replacesOnlyWhenAsked()
+    {
+        writeArchive(m_archive, {{"new.txt", "new"}, {"sub/old.txt", "replaced"}});
+        QVERIFY(write(m_folder + QStringLiteral("/sub/old.txt"), "old"));
+        QVERIFY(write(m_folder + QStringLiteral("/sub/foreign.txt"), "stays"));
+        const QStringList before = listing(m_folder);
+        QString error;
+        QVERIFY(!ZGlobalConfig::unZipFile(m_archive, false, &error));
+        QCOMPARE(error, m_archive + QStringLiteral(": \"sub/old.txt\" exists already"));
+        QCOMPARE(listing(m_folder), before);
+        QVERIFY(ZGlobalConfig::unZipFile(m_archive, true));
+        QCOMPARE(read(m_folder + QStringLiteral("/sub/old.txt")), QByteArray("replaced"));
+        QCOMPARE(read(m_folder + QStringLiteral("/sub/foreign.txt")), QByteArray("stays"));
+        QCOMPARE(listing(m_folder).size(), before.size() + 1);
+    }
+
+    void refusesHostileArchives_data()
+    {
+        QTest::addColumn<QVector<Entry>>("entries");
+        QTest::addColumn<QString>("cause");
+        const auto row = [](const char* name, const Entries& entries, const char* cause) {
+            QTest::newRow(name) << entries << QString::fromUtf8(cause);
+        };
+        row("absolute", {{"/evil.txt", "x"}}, "is absolute");
+        row("parent", {{"../evil.txt", "x"}}, "leads out of the folder");
+        row("inner parent", {{"a/../../evil.txt", "x"}}, "leads out of the folder");
+        row("backslash", {{"..\\evil.txt", "x"}}, "has a character");
+        row("drive", {{"C:evil.txt", "x"}}, "has a character");
+        row("line break", {{"evil\n.txt", "x"}}, "has a character");
+        row("dot at the end", {{"good.txt.", "x"}}, "ends in a dot");
+        row("space at the end", {{"a /evil.txt", "x"}}, "ends in a dot or a space");
+        row("device name", {{"a/con.txt", "x"}}, "is a device");
+        row("bare device name", {{"LPT1", "x"}}, "is a device");
+        row("empty part", {{"a//evil.txt", "x"}}, "has an empty part");
+        row("not UTF-8", {{"\xC3\x28.txt", "x"}}, "");
+        row("symbolic link", {{"link", {}, AE_IFLNK}}, "is neither a file nor a folder");
+        row("hard link", {{"link", {}, AE_IFREG, "good.txt"}}, "is neither a file nor a folder");
+        row("pipe", {{"pipe", {}, AE_IFIFO}}, "is neither a file nor a folder");
+        row("device", {{"device", {}, AE_IFCHR}}, "is neither a file nor a folder");
+        row("letter case", {{"GOOD.txt", "x"}}, "differs only in letter case from \"good.txt\"");
+        row("letter case of a folder", {{"a/b", "x"}, {"A/c", "x"}}, "differs only in letter case");
+        row("accents composed twice", {{"\xC3\xA9", "x"}, {"e\xCC\x81", "x"}}, "");
+        row("twice", {{"good.txt", "x"}}, "occurs twice");
+        row("below a file", {{"good.txt/evil.txt", "x"}}, "lies below a file");
+        row("the archive's own name", {{"ABC_12", "x"}}, "is taken by the archive itself");
+        row("our own folder", {{".unpack-x/evil.txt", "x"}}, "is taken by the archive itself");
+        row("way through a link", {{"trap/evil.txt", "x"}}, "is in the way of a folder");
+        row("in place of a link", {{"trap", "x"}}, "is in the way of \"trap\"");
+        row("bomb", {{"zeros", QByteArray(3 << 20, 0)}}, "goes beyond 200 times");
+        Entries many(ZGlobalConfig::maxArchiveEntries / 2, Entry{{}, {}});
+        for (int i = 0; i < many.size(); ++i)
+            many[i].name = QByteArray::number(i) + "/f";
+        row("too many entries", many, "is one entry more than the 10000 allowed");
+    }
+
+    void refusesHostileArchives()
+    {
+        QFETCH(QVector<Entry>, entries);
+        QFETCH(QString, cause);
+        entries.prepend({"good.txt", "good"});
+        writeArchive(m_archive, entries, Kind::GzippedTar);
+        const QString outside = m_temporary->filePath(QStringLiteral("outside"));
+        QVERIFY(QDir().mkpath(outside));
+        QVERIFY(QFile::link(outside, m_folder + QStringLiteral("/trap")));
+        const QStringList before = listing(m_temporary->path());
+        QString error;
+        QVERIFY(!ZGlobalConfig::unZipFile(m_archive, true, &error));
+        QVERIFY2(error.contains(cause), qPrintable(error));
+        QCOMPARE(listing(m_temporary->path()), before);
+    }
+
+    void refusesDamage_data()
+    {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QByteArray>("by");
+        QTest::newRow("cut off") << 300 << -1 << QByteArray();
+        QTest::newRow("empty file") << 0 << -1 << QByteArray();
+        QTest::newRow("no archive") << 0 << -1 << QByteArray("<html>not found</html>");
+        QTest::newRow("flipped content") << 80 << 4 << QByteArray("XXXX");
+    }
+
+    void refusesDamage()
+    {
+        QFETCH(int, from);
+        QFETCH(int, count);
+        QFETCH(QByteArray, by);
+        QByteArray noise;
+        for (int i = 0; i < 500; ++i)
+            noise.append(char(i * i * 31 + i / 3));
+        writeArchive(m_archive, {{"first.txt", noise}, {"second.txt", noise}}, Kind::Zip);
+        QByteArray bytes = read(m_archive);
+        QVERIFY(write(m_archive, bytes.replace(from, count < 0 ? bytes.size() : count, by)));
+        const QStringList before = listing(m_folder);
+        QVERIFY(!ZGlobalConfig::unZipFile(m_archive, true));
+        QCOMPARE(listing(m_folder), before);
+        QVERIFY(!ZGlobalConfig::unZipFile(m_folder + QStringLiteral("/absent"), true));
+        QVERIFY(!ZGlobalConfig::unZipFile(m_folder, true));
+    }
+
+    void undoesAMoveThatFails()
+    {
+        const auto at = [this](const char* name) { return m_folder + QLatin1String(name); };
+        QVERIFY(write(at("/from/a/deep"), "new"));
+        QVERIFY(write(at("/from/top"), "new"));
+        QVERIFY(write(at("/to/top"), "old"));
+        QVERIFY(QDir().mkpath(at("/aside")));
+        const QStringList before = listing(m_folder);
+        MoveIn move(at("/from"), at("/aside"), at("/to"));
+        const QStringList files{QStringLiteral("top"), QStringLiteral("absent"),
+                                QStringLiteral("a/deep")};
+        QCOMPARE(move.run({QStringLiteral("a")}, files, true),
+                 QStringLiteral("\"absent\" cannot be moved in"));
+        QVERIFY(QDir(at("/aside")).removeRecursively() && QDir().mkpath(at("/aside")));
+        QCOMPARE(listing(m_folder), before);
+        QCOMPARE(read(at("/to/top")), QByteArray("old"));
+        // The deeper file is tried first, wherever it stands.
+        QCOMPARE(MoveIn(at("/from"), at("/aside"), at("/to"))
+                     .run({QStringLiteral("b")},
+                          {QStringLiteral("absent"), QStringLiteral("b/absent")}, true),
+                 QStringLiteral("\"b/absent\" cannot be moved in"));
+    }
+
+    void worksOnSeveralThreads()
+    {
+        const QString other = m_temporary->filePath(QStringLiteral("flash/other_1/other_1"));
+        QVERIFY(QDir().mkpath(QFileInfo(other).path()));
+        Entries entries;
+        for (int i = 0; i < 200; ++i)
+            entries.append({"图/" + QByteArray::number(i), QByteArray(2000, char('a' + i % 26))});
+        writeArchive(m_archive, entries, Kind::Zip);
+        writeArchive(other, entries, Kind::Zip);
+        std::atomic<int> unpacked{0};
+        std::vector<std::thread> threads;
+        for (const QString& path : {m_archive, other, m_archive, other})
+            threads.emplace_back(
+                [path, &unpacked] { unpacked += ZGlobalConfig::unZipFile(path, true); });
+        for (std::thread& thread : threads)
+            thread.join();
+        QCOMPARE(unpacked.load(), 4);
+        QCOMPARE(listing(m_folder).size(), 202);
+        QCOMPARE(listing(QFileInfo(other).path()).size(), 202);
+    }
+};
+
+Q_DECLARE_METATYPE(Entry)
+
+QTEST_GUILESS_MAIN(TestUnzip)
+#include "tst_unzip.moc"
