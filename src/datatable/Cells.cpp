@@ -1,0 +1,69 @@
+#include "datatable/Cells.h"
+
+#include <QDateTime>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr int dateLength = 19; // yyyy-MM-dd HH:mm:ss
+
+/** The number that the ASCII digits of [first, first + count) write, or -1. */
+int digits(const QChar* first, int count)
+{
+    int number = 0;
+    for (int i = 0; i < count; ++i) {
+        const ushort digit = first[i].unicode();
+        if (digit < u'0' || digit > u'9')
+            return -1;
+        number = number * 10 + (digit - u'0');
+    }
+    return number;
+}
+
+/** The date and time of a text in exactly the documented form, or an invalid one. */
+QDateTime plainDate(const QString& text)
+{
+    if (text.size() != dateLength)
+        return {};
+    const QChar* at = text.constData();
+    if (at[4] != u'-' || at[7] != u'-' || at[10] != u' ' || at[13] != u':' || at[16] != u':')
+        return {};
+    const int year = digits(at, 4);
+    if (year < 0) // the one field that QDate would take
+        return {};
+    const QDate date(year, digits(at + 5, 2), digits(at + 8, 2));
+    const QTime time(digits(at + 11, 2), digits(at + 14, 2), digits(at + 17, 2));
+    if (!date.isValid() || !time.isValid())
+        return {};
+    return QDateTime(date, time);
+}
+
+} // namespace
+
+qint64 Cells::secondsOfDate(const QString& date)
+{
+    static const qint64 invalid = QDateTime().toSecsSinceEpoch();
+    if (date.isEmpty())
+        return invalid;
+    // Whatever is not plainly a date, a time skipped by a clock change included, is left to Qt.
+    QDateTime parsed = plainDate(date);
+    if (!parsed.isValid())
+        parsed = QDateTime::fromString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    return parsed.toSecsSinceEpoch();
+}
+
+Cells::TruncatedNumber::Value Cells::TruncatedNumber::read(const QJsonValue& cell)
+{
+    const double number = cell.toDouble();
+    // Beyond the range of the integer the conversion would be undefined.
+    constexpr double limit = 9223372036854775808.0;
+    if (std::isnan(number))
+        return 0;
+    if (number >= limit)
+        return std::numeric_limits<qint64>::max();
+    if (number < -limit)
+        return std::numeric_limits<qint64>::min();
+    return static_cast<qint64>(number);
+}

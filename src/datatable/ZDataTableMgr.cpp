@@ -1,0 +1,127 @@
+#include "datatable/ZDataTableMgr.h"
+
+#include "datatable/CacheNames.h"
+#include "datatable/TableCatalogue.h"
+#include "host/ZGlobalConfig.h"
+
+#include <QDir>
+#include <QSettings>
+#include <QTextCodec>
+
+namespace {
+
+constexpr int saveDelay = 1000; // milliseconds
+constexpr int unprefixedServerType = 1002;
+
+QString versionGroup()
+{
+    return QStringLiteral("TableVersion");
+}
+
+struct VersionFile
+{
+    QSettings settings {QStringLiteral("common.ini"), QSettings::IniFormat};
+
+    VersionFile()
+    {
+        QTextCodec* system = QTextCodec::codecForName("System");
+        settings.setIniCodec(system != nullptr ? system : QTextCodec::codecForLocale());
+        settings.beginGroup(versionGroup());
+    }
+};
+
+} // namespace
+
+QSharedPointer<ZDataTableMgr> ZDataTableMgr::m_instance;
+
+ZDataTableMgr* ZDataTableMgr::getInstance()
+{
+    if (m_instance.isNull())
+        m_instance = QSharedPointer<ZDataTableMgr>(new ZDataTableMgr(nullptr));
+    return m_instance.data();
+}
+
+ZDataTableMgr::ZDataTableMgr(QObject* parent)
+    : QObject(parent)
+{
+    QDir().mkdir(QStringLiteral("res/screen/"));
+    m_saveTimer.setSingleShot(true);
+    m_saveTimer.setInterval(saveDelay);
+    connect(&m_saveTimer, &QTimer::timeout, this, &ZDataTableMgr::writeLocalVersion);
+}
+
+ZDataTableMgr::~ZDataTableMgr() = default;
+
+int ZDataTableMgr::getTableVersion(EDataTable::EDataTableType type) const
+{
+    return m_versions.value(type, 0);
+}
+
+bool ZDataTableMgr::setTableVersion(EDataTable::EDataTableType type, int version, bool save)
+{
+    if (type < 0 || version < 0)
+        return false;
+    if (m_versions.value(type, -1) == version)
+        return true;
+    m_versions.insert(type, version);
+    if (save)
+        m_saveTimer.start();
+    return true;
+}
+
+void ZDataTableMgr::loadLocalVersion()
+{
+    VersionFile file;
+    for (const EDataTable::EDataTableType type : TableCatalogue::types()) {
+        const int version = file.settings.value(TableCatalogue::name(type), -1).toInt();
+        if (version >= 0)
+            m_versions.insert(type, version);
+    }
+}
+
+void ZDataTableMgr::writeLocalVersion()
+{
+    VersionFile file;
+    for (auto entry = m_versions.cbegin(); entry != m_versions.cend(); ++entry) {
+        const auto type = static_cast<EDataTable::EDataTableType>(entry.key());
+        const QString key = TableCatalogue::name(type);
+        if (!key.isEmpty())
+            file.settings.setValue(key, entry.value());
+    }
+}
+
+void ZDataTableMgr::clearTables()
+{
+    m_versions.clear();
+}
+
+QString ZDataTableMgr::getDataTableUrl(EDataTable::EDataTableType type)
+{
+    const QString server = ZGlobalConfig::getInstance().getConfig(QStringLiteral("cmsServer"));
+    // The lookup that inserts is meant: whoever is named has a version from then on.
+    const int version = m_versions[type];
+    return server + QStringLiteral("app/resources/") + TableCatalogue::name(type) + QLatin1Char('?')
+        + QString::number(version);
+}
+
+QString ZDataTableMgr::getTableFileName(EDataTable::EDataTableType type)
+{
+    const QString name = CacheNames::ofAddress(getDataTableUrl(type));
+    const QString serverType = ZGlobalConfig::getInstance().getConfig(QStringLiteral("ServerType"));
+    if (serverType.toInt() == unprefixedServerType)
+        return name;
+    return serverType + QLatin1Char('-') + name;
+}
+
+QString ZDataTableMgr::getTablePath(EDataTable::EDataTableType type)
+{
+    return QStringLiteral("res/dataTable/") + getTableFileName(type);
+}
+
+QStringList ZDataTableMgr::getAllTableName()
+{
+    QStringList names;
+    for (const EDataTable::EDataTableType type : TableCatalogue::types())
+        names.append(getTableFileName(type));
+    return names;
+}

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "ZGlobalExport.h"
+#include "datatable/EDataTable.h"
+#include "datatable/TableReport.h"
+
+#include <QByteArray>
+#include <QMap>
+#include <QObject>
+#include <QSharedPointer>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QVector>
+#include <QtPromise>
+
+/**
+ * The tables' versions, names and files, and the one door through which the host loads and updates
+ * them all.
+ *
+ * A table's download address carries its version and its file is named after that address, so a new
+ * version means a new file, and a file of the current name that is not empty is current.
+ *
+ * All names are relative to the working directory: "common.ini" keeps the versions,
+ * "res/dataTable/" the table files. The host's configuration must answer "cmsServer" (ending in a
+ * slash) and "ServerType" before anything here is asked for a name.
+ *
+ * Start-up order: getInstance(), loadLocalVersion(), loadAllTables(); then, as versions become
+ * known, setTableVersion() and one of the updates. Updates only store files; loading is a call of
+ * its own.
+ *
+ * GUI thread only, the first getInstance() included; every promise settles there.
+ */
+class ZGLOBAL_EXPORT ZDataTableMgr : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ZDataTableMgr* getInstance();
+    ~ZDataTableMgr() override;
+
+    /** The known version of a table, 0 when there is none. */
+    int getTableVersion(EDataTable::EDataTableType type) const;
+
+    /**
+     * Records a version learnt from the service; false when kind or version is negative.
+     *
+     * With save, "common.ini" is written one second after the last change. A version that is known
+     * already changes nothing, a running save timer included.
+     */
+    bool setTableVersion(EDataTable::EDataTableType type, int version, bool save);
+
+    /**
+     * Adds the versions of "common.ini" to those known. A missing or negative value leaves a table
+     * as it is; a value that is no number counts as 0. An unreadable file holds no versions.
+     */
+    void loadLocalVersion();
+
+    /** Forgets all versions; managers and files stay. */
+    void clearTables();
+
+    /**
+     * The table's file name in its current version: 32 hexadecimal digits, with the server type and
+     * "-" before them unless that type is 1002. A table without a version gets version 0 by this.
+     */
+    QString getTableFileName(EDataTable::EDataTableType type);
+
+    /** getTableFileName() of every table of the catalogue, in its order. */
+    QStringList getAllTableName();
+
+    /**
+     * Hands every table file to its manager. False when one of the two essential tables (welcome
+     * words, gifts) fails: its file is deleted and nothing after it is loaded. Any other failure is
+     * logged only.
+     */
+    bool loadAllTables();
+
+    /**
+     * Downloads the table unless the file of its current version is there.
+     *
+     * Rejected with a zErrorInfo of code 0 and one of the fixed texts: download failed, body is not
+     * a table, file cannot be written.
+     */
+    QtPromise::QPromise<void> updateDataTable(EDataTable::EDataTableType type);
+
+    /**
+     * Updates every table at once; rejected with a fixed text for the user when any fails, while
+     * the others still store their files. PCSkin is updated too, but neither waited for nor missed.
+     */
+    QtPromise::QPromise<void> updateAllDataTable();
+
+    /**
+     * Downloads the gift table whether or not its file is there; rejected as unchanged when its
+     * bytes are those of the last gift table that came this way.
+     */
+    QtPromise::QPromise<void> updateGiftDataTable();
+
+    /** Updates the gift table and, when it came in changed, loads it. The log tells the outcome. */
+    void loadGiftTable();
+
+    /**
+     * Fetches url into path, making its folders; fulfilled with path.
+     *
+     * With reuseExisting a file that is not empty is taken as it is, without a request. An empty
+     * body writes nothing and is no error. Rejected with a zErrorInfo when the request fails or the
+     * file cannot be written.
+     */
+    QtPromise::QPromise<QString> downloadFile(const QString& path, const QString& url,
+                                              bool reuseExisting);
+
+    /**
+     * Every table of the catalogue, in its order, then the tables outside it: who reads it, how,
+     * and what is loaded.
+     */
+    QVector<TableReport> getTableReports() const;
+
+private:
+    explicit ZDataTableMgr(QObject* parent);
+
+    void writeLocalVersion();
+    QString getDataTableUrl(EDataTable::EDataTableType type);
+    QString getTablePath(EDataTable::EDataTableType type);
+
+    struct TableDownload;
+    TableDownload startDownload(EDataTable::EDataTableType type);
+
+    static QSharedPointer<ZDataTableMgr> m_instance;
+
+    QMap<int, int> m_versions;
+    QTimer m_saveTimer;
+    QByteArray m_lastGiftTable;
+    QMap<int, bool> m_loadResults;
+};
