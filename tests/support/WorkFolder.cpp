@@ -1,0 +1,66 @@
+#include "support/WorkFolder.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QJsonDocument>
+
+WorkFolder::WorkFolder()
+    : m_previous(QDir::currentPath())
+{
+    QDir::setCurrent(m_folder.path());
+}
+
+WorkFolder::~WorkFolder()
+{
+    QDir::setCurrent(m_previous);
+}
+
+QString WorkFolder::write(const QString& path, const QByteArray& bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+    return path;
+}
+
+QByteArray WorkFolder::read(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray WorkFolder::table(const QStringList& columns, const QVector<QJsonValue>& rows)
+{
+    QJsonArray array;
+    for (const QJsonValue& row : rows)
+        array.append(row);
+    return QJsonDocument(
+               QJsonObject {{QStringLiteral("columns"), QJsonArray::fromStringList(columns)},
+                            {QStringLiteral("rows"), array}})
+        .toJson(QJsonDocument::Compact);
+}
+
+QJsonArray WorkFolder::row(const QStringList& columns, const QJsonObject& cells)
+{
+    QJsonArray row;
+    for (const QString& column : columns)
+        row.append(cells.value(column).isUndefined() ? QJsonValue() : cells.value(column));
+    return row;
+}
+
+QString WorkFolder::writeTable(const QStringList& columns, const QVector<QJsonValue>& rows)
+{
+    return write(QStringLiteral("table-%1").arg(++m_tables), table(columns, rows));
+}
+
+QStringList WorkFolder::files(const QString& folder)
+{
+    QStringList found;
+    QDirIterator walk(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        found.append(QDir(folder).relativeFilePath(walk.next()));
+    found.sort();
+    return found;
+}

@@ -1,0 +1,217 @@
+#include "chat/ZGroupWelcomelMgr.h"
+#include "datatable/ZDataTableMgr.h"
+#include "gift/ZGiftListMgr.h"
+#include "host/ZGlobalConfig.h"
+#include "support/Literals.h"
+#include "support/LogLines.h"
+#include "support/WorkFolder.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QMetaEnum>
+#include <QtTest>
+
+using Table = EDataTable;
+
+namespace {
+
+QMetaEnum catalogue()
+{
+    const QMetaObject& meta = EDataTable::staticMetaObject;
+    return meta.enumerator(meta.indexOfEnumerator("EDataTableType"));
+}
+
+QStringList requiredColumns(const TableDescription& description)
+{
+    QStringList columns;
+    for (const ColumnDescription& column : description.columns) {
+        if (column.required)
+            columns.append(column.name);
+    }
+    return columns;
+}
+
+} // namespace
+
+/** Versions, names and the start-up load. */
+class tst_datatable : public QObject
+{
+    Q_OBJECT
+
+private:
+    WorkFolder m_folder;
+    ZDataTableMgr* m_tables = nullptr;
+
+    QString pathOf(Table::EDataTableType type)
+    {
+        return u"res/dataTable/"_s + m_tables->getTableFileName(type);
+    }
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+
+    void names();
+    void refusedVersions();
+    void savesAreFolded();
+    void localVersions_data();
+    void localVersions();
+    void foreignEntriesSurvive();
+    void startWithoutFiles();
+    void brokenGiftTable();
+    void fullStart();
+};
+
+void tst_datatable::initTestCase()
+{
+    QDir().mkdir(u"res"_s);
+    m_tables = ZDataTableMgr::getInstance();
+    QCOMPARE(ZDataTableMgr::getInstance(), m_tables);
+    QVERIFY(m_tables->parent() == nullptr);
+    QVERIFY(QDir(u"res/screen"_s).exists());
+}
+
+void tst_datatable::init()
+{
+    m_tables->clearTables();
+    QFile::remove(u"common.ini"_s);
+    QDir(u"res/dataTable"_s).removeRecursively();
+    ZGlobalConfig::getInstance().setConfig(u"cmsServer"_s, u"http://cms/"_s);
+    ZGlobalConfig::getInstance().setConfig(u"ServerType"_s, u"1002"_s);
+}
+
+void tst_datatable::names()
+{
+    QCOMPARE(catalogue().keyCount(), 33);
+    m_tables->setTableVersion(Table::CS_GiftList, 57, false);
+    const QByteArray address = "http://cms/app/resources/CS_GiftList?57";
+    const QString digest = QString::fromLatin1(
+        QCryptographicHash::hash(address, QCryptographicHash::Md5).toHex().toUpper());
+    QCOMPARE(m_tables->getTableFileName(Table::CS_GiftList), digest);
+    for (const QString& type : {u"7"_s, u"test"_s, QString()}) {
+        ZGlobalConfig::getInstance().setConfig(u"ServerType"_s, type);
+        QCOMPARE(m_tables->getTableFileName(Table::CS_GiftList), QString(type + u"-"_s + digest));
+    }
+    ZGlobalConfig::getInstance().setConfig(u"ServerType"_s, u"01002"_s);
+    const QStringList names = m_tables->getAllTableName();
+    QCOMPARE(names.size(), 33);
+    QCOMPARE(QSet<QString>(names.begin(), names.end()).size(), 33);
+    QCOMPARE(names.at(15), digest); // gifts are sixteenth in the catalogue
+    QCOMPARE(names.last(), m_tables->getTableFileName(Table::CS_PkRankInfo));
+}
+
+void tst_datatable::refusedVersions()
+{
+    const auto negative = static_cast<Table::EDataTableType>(-1);
+    QVERIFY(!m_tables->setTableVersion(negative, 1, true));
+    QVERIFY(!m_tables->setTableVersion(Table::PCSkin, -1, true));
+    QCOMPARE(m_tables->getTableVersion(negative), 0);
+    QCOMPARE(m_tables->getTableVersion(Table::PCSkin), 0);
+    QVERIFY(m_tables->setTableVersion(Table::PCSkin, 4, false));
+    QCOMPARE(m_tables->getTableVersion(Table::PCSkin), 4);
+    m_tables->clearTables();
+    QCOMPARE(m_tables->getTableVersion(Table::PCSkin), 0);
+}
+
+void tst_datatable::savesAreFolded()
+{
+    QElapsedTimer clock;
+    m_tables->setTableVersion(Table::Message, 3, false);
+    m_tables->getTableFileName(Table::Doutu); // gives stickers a version 0
+    m_tables->setTableVersion(Table::CS_GiftList, 5, true);
+    QTest::qWait(600);
+    clock.start();
+    m_tables->setTableVersion(Table::CS_GiftList, 6, true);
+    QTest::qWait(600);
+    QVERIFY(m_tables->setTableVersion(Table::CS_GiftList, 6, true)); // leaves the timer alone
+    QVERIFY(!QFile::exists(u"common.ini"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(u"common.ini"_s), 5000);
+    QVERIFY2(clock.elapsed() >= 950 && clock.elapsed() < 1550,
+             qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(WorkFolder::read(u"common.ini"_s).simplified(),
+             QByteArray("[TableVersion] CS_GiftList=6 Doutu=0 Message=3"));
+}
+
+void tst_datatable::localVersions_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<int>("version");
+    QTest::newRow("number") << QByteArray("CS_GiftList=12") << 12;
+    QTest::newRow("text") << QByteArray("CS_GiftList=abc") << 0;
+    QTest::newRow("empty") << QByteArray("CS_GiftList=") << 0;
+    QTest::newRow("negative") << QByteArray("CS_GiftList=-3") << 40;
+    QTest::newRow("missing") << QByteArray("CS_giftlists=12") << 40;
+}
+
+void tst_datatable::localVersions()
+{
+    QFETCH(QByteArray, line);
+    WorkFolder::write(u"common.ini"_s, "[TableVersion]\n" + line + "\n");
+    m_tables->setTableVersion(Table::CS_GiftList, 40, false);
+    m_tables->loadLocalVersion();
+    QTEST(m_tables->getTableVersion(Table::CS_GiftList), "version");
+}
+
+void tst_datatable::foreignEntriesSurvive()
+{
+    WorkFolder::write(u"common.ini"_s,
+                      u"[TableVersion]\nRetired=9\n贵宾=一\n[Window]\ntitle=直播间\n"_s.toUtf8());
+    m_tables->loadLocalVersion();
+    m_tables->setTableVersion(Table::Doutu, 8, true);
+    QTRY_VERIFY_WITH_TIMEOUT(WorkFolder::read(u"common.ini"_s).contains("Doutu=8"), 5000);
+    const QString kept = QString::fromUtf8(WorkFolder::read(u"common.ini"_s));
+    for (const QString& line : {u"Retired=9"_s, u"=一"_s, u"title=直播间"_s})
+        QVERIFY2(kept.contains(line), qPrintable(kept));
+    QVERIFY(!kept.contains(u"Message"_s));
+}
+
+void tst_datatable::startWithoutFiles()
+{
+    const LogLines log;
+    QVERIFY(!m_tables->loadAllTables());
+    const QString name = m_tables->getTableFileName(Table::GroupWelComeWord);
+    QCOMPARE(LogLines::lines(), QStringList {u"群组欢迎言数据表加载失败 "_s + name});
+}
+
+void tst_datatable::brokenGiftTable()
+{
+    WorkFolder::write(pathOf(Table::GroupWelComeWord),
+                      WorkFolder::table({u"w"_s}, {QJsonArray {u"Hi"_s}}));
+    WorkFolder::write(pathOf(Table::CS_GiftList), WorkFolder::table({u"id"_s}, {}));
+    const LogLines log;
+    QVERIFY(!m_tables->loadAllTables());
+    QVERIFY(!QFile::exists(pathOf(Table::CS_GiftList)));
+    QVERIFY(QFile::exists(pathOf(Table::GroupWelComeWord)));
+    QCOMPARE(ZGroupWelcomelMgr::getInstance()->getRandWelcome(), u"Hi"_s);
+    QCOMPARE(LogLines::lines().size(), 2);
+    QVERIFY(LogLines::lines().last().startsWith(u"礼物数据表加载失败 "_s));
+}
+
+void tst_datatable::fullStart()
+{
+    const QStringList giftColumns = requiredColumns(ZGiftListMgr::describeTable());
+    WorkFolder::write(pathOf(Table::GroupWelComeWord), WorkFolder::table({u"w"_s}, {}));
+    WorkFolder::write(pathOf(Table::CS_GiftList), WorkFolder::table(giftColumns, {}));
+    WorkFolder::write(pathOf(Table::FansConfigNew), "not a table");
+    const LogLines log;
+    QVERIFY(m_tables->loadAllTables());
+    const QStringList lines = LogLines::lines();
+    QVERIFY(lines.first().startsWith(u"群组欢迎言数据表加载成功 "_s));
+    QCOMPARE(lines.last(),
+             u"守护团配置表加载失败 "_s + m_tables->getTableFileName(Table::FansConfigNew));
+    QVERIFY(QFile::exists(pathOf(Table::FansConfigNew)));
+    int loadedAtStart = 0;
+    for (const TableReport& report : m_tables->getTableReports()) {
+        loadedAtStart += report.loadedAtStart ? 1 : 0;
+        if (report.kind == Table::CS_GiftList)
+            QCOMPARE(report.state, TableReport::Loaded);
+        if (report.kind == Table::FansConfigNew)
+            QCOMPARE(report.state, TableReport::Failed);
+    }
+    QCOMPARE(lines.filter(QRegularExpression(u"加载(成功|失败) "_s)).size(), loadedAtStart);
+}
+
+QTEST_GUILESS_MAIN(tst_datatable)
+
+#include "tst_datatable.moc"
