@@ -5,8 +5,8 @@
 
 namespace {
 
-const QHash<QString, int> heldHeader{{QStringLiteral("held"), 3}};
-const QJsonArray heldRows{7};
+const QHash<QString, int> heldHeader {{QStringLiteral("held"), 3}};
+const QJsonArray heldRows {7};
 
 /** JSON with its quotes written as apostrophes. */
 QByteArray json(QByteArray text)
@@ -22,7 +22,8 @@ bool write(const QString& path, const QByteArray& bytes)
 
 } // namespace
 
-class TestConfig : public QObject {
+class TestConfig : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
@@ -48,7 +49,7 @@ private Q_SLOTS:
         QString error = QStringLiteral("untouched");
         QVERIFY(ZGlobalConfig::readTableFile(bytes, header, rows, &error));
         QCOMPARE(header,
-                 (QHash<QString, int>{{QStringLiteral("id"), 0}, {QStringLiteral("名"), 1}}));
+                 (QHash<QString, int> {{QStringLiteral("id"), 0}, {QStringLiteral("名"), 1}}));
         QTEST(rows.size(), "rowCount");
         QCOMPARE(error, QStringLiteral("untouched"));
     }

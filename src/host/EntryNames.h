@@ -8,7 +8,8 @@
  * The names of an archive's entries, taken one by one and refused where unpacking them would reach
  * outside the folder or depend on the system: what one file system keeps apart another may not.
  */
-class EntryNames {
+class EntryNames
+{
 public:
     /** archiveName: the archive's own file name, whose place no entry may take. */
     explicit EntryNames(const QString& archiveName);

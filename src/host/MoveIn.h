@@ -6,7 +6,8 @@
 #include <QVector>
 
 /** Moves a set of files from one folder into another on the same volume, all or none. */
-class MoveIn {
+class MoveIn
+{
 public:
     /** aside: an empty folder on the same volume for the files that are replaced. */
     MoveIn(const QString& from, const QString& aside, const QString& to);

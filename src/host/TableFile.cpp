@@ -39,7 +39,7 @@ QString TableFile::parse(const QByteArray& bytes, QHash<QString, int>& header, Q
 
     const QJsonObject table = document.object();
     QHash<QString, int> columns;
-    const QString error = parseColumns(table.value(QLatin1String("columns")), columns);
+    QString error = parseColumns(table.value(QLatin1String("columns")), columns);
     if (!error.isEmpty())
         return error;
     const QJsonValue list = table.value(QLatin1String("rows"));

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "host/ArchiveReader.h"
 #include "host/EntryNames.h"
 
 #include <QString>
 
-struct archive;
-struct archive_entry;
-
 /** One run of ZGlobalConfig::unZipFile. Any thread; one object for one run. */
-class Unpacker {
+class Unpacker
+{
 public:
     explicit Unpacker(const QString& path);
 
@@ -17,9 +16,8 @@ public:
 
 private:
     QString extractAll();
-    QString extractEntries(archive* source);
-    QString extractEntry(archive* source, archive_entry* entry, const QByteArray& name);
-    QString writeFile(archive* source, const QString& path);
+    QString extractEntry(ArchiveReader& reader, const ArchiveReader::Entry& entry);
+    QString writeFile(ArchiveReader& reader, const QString& path);
     QString countBytes(qint64 bytes);
 
     QString m_path;

@@ -16,22 +16,23 @@
  * Everything here answers with a bool. Who wants to tell a person why it was false passes a text
  * for the cause, which is written on false only; nothing is logged.
  */
-class ZNETWORK_EXPORT ZGlobalConfig {
+class ZNETWORK_EXPORT ZGlobalConfig
+{
 public:
     /** A table file larger than this is not read. */
-    static constexpr qint64 maxTableBytes = 64 * 1024 * 1024;
+    static constexpr qint64 maxTableBytes = 64LL * 1024 * 1024;
 
     /** An archive may hold this many files and folders, folders that are only part of a file's
      *  name included. */
     static constexpr int maxArchiveEntries = 10000;
 
     /** What an archive may unpack to, counted in bytes that really come out of it. */
-    static constexpr qint64 maxUnpackedBytes = 512 * 1024 * 1024;
+    static constexpr qint64 maxUnpackedBytes = 512LL * 1024 * 1024;
 
     /** What may come out of an archive for each byte of it. Pictures and animation texts stay below
      *  50; only from freeUnpackedBytes on is it looked at, since tiny archives are all overhead. */
     static constexpr qint64 maxUnpackRatio = 200;
-    static constexpr qint64 freeUnpackedBytes = 1024 * 1024;
+    static constexpr qint64 freeUnpackedBytes = 1024LL * 1024;
 
     static ZGlobalConfig& getInstance();
 

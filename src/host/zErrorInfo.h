@@ -9,7 +9,8 @@
  * The error with which the system's promises are rejected: a text for people and a number for
  * programs. A plain value; any thread.
  */
-class ZUTILITY_EXPORT zErrorInfo {
+class ZUTILITY_EXPORT zErrorInfo
+{
 public:
     explicit zErrorInfo(const QString& message = QString(), int code = 0);
 
