@@ -12,7 +12,8 @@
 namespace {
 
 /** How a promise ended; settled turns true with it. */
-struct Outcome {
+struct Outcome
+{
     bool settled = false;
     bool ok = false;
     QByteArray body;
@@ -51,7 +52,8 @@ QByteArray read(const QString& path)
 
 } // namespace
 
-class TestHttp : public QObject {
+class TestHttp : public QObject
+{
     Q_OBJECT
 
 private:
@@ -87,9 +89,9 @@ private Q_SLOTS:
         QCOMPARE(m_server->targets(),
                  QStringList({QStringLiteral("/moved?57"), QStringLiteral("/table")}));
         const QVariant id = started.first().first();
-        QCOMPARE(started, (QList<QVariantList>{{id, url}}));
-        QCOMPARE(progress.last(), (QVariantList{id, url, 300000LL, 300000LL}));
-        QCOMPARE(finished, (QList<QVariantList>{{id, url, true}}));
+        QCOMPARE(started, (QList<QVariantList> {{id, url}}));
+        QCOMPARE(progress.last(), (QVariantList {id, url, 300000LL, 300000LL}));
+        QCOMPARE(finished, (QList<QVariantList> {{id, url, true}}));
     }
 
     void rejects_data()
@@ -118,7 +120,10 @@ private Q_SLOTS:
         row("relative", "res/images/a", "res/images/a: not an http or https address");
         row("file", "file:///etc/passwd?a", "file:///etc/passwd: not an http or https address");
         row("no host", "http:///a", "http:///a: no host in the address");
-        row("redirect to a file", "BASE/tofile?a", "BASE/tofile: ");
+        row("redirect to a file", "BASE/tofile?a",
+            "BASE/tofile: redirected to no http or https address");
+        row("compressed", "BASE/gzip",
+            "BASE/gzip: the body is encoded though that was not asked for");
     }
 
     void rejects()
@@ -131,6 +136,10 @@ private Q_SLOTS:
         overstated.declared = 999;
         HttpServer::Answer huge = overstated;
         huge.declared = 1LL << 40;
+        HttpServer::Answer compressed;
+        compressed.body = "few";
+        compressed.header = "Content-Encoding: gzip";
+        m_server->answer(QStringLiteral("/gzip"), compressed);
         m_server->fail(QStringLiteral("/broken"), 500);
         m_server->cutOff(QStringLiteral("/cut"), "body", 2);
         m_server->answer(QStringLiteral("/overstated"), overstated);
@@ -228,9 +237,9 @@ private Q_SLOTS:
         m_server->serve(QStringLiteral("/empty.png"), {});
         m_server->serve(QStringLiteral("/good.png"), "picture");
         const QString base = m_server->baseUrl();
-        const QStringList urls{base + QStringLiteral("/empty.png?a"),
-                               base + QStringLiteral("/cut.png"),
-                               base + QStringLiteral("/good.png")};
+        const QStringList urls {base + QStringLiteral("/empty.png?a"),
+                                base + QStringLiteral("/cut.png"),
+                                base + QStringLiteral("/good.png")};
         auto outcome = outcomeOf(ZImageCacheUtil::preloadList(urls));
         QTRY_VERIFY(outcome->settled);
         QCOMPARE(

@@ -4,7 +4,8 @@
 #include <QtTest>
 
 /** The server as the bytes of its answers show it, since every other test believes it. */
-class TestHttpServer : public QObject {
+class TestHttpServer : public QObject
+{
     Q_OBJECT
 
 private:

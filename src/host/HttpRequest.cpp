@@ -27,6 +27,8 @@ QNetworkRequest requestFor(const QUrl& url)
          {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
           QNetworkRequest::AuthenticationReuseAttribute})
         request.setAttribute(attribute, QNetworkRequest::Manual);
+    // A compressed body that ends early would be handed over as if it were whole.
+    request.setRawHeader("Accept-Encoding", "identity");
     return request;
 }
 
@@ -42,12 +44,13 @@ HttpRequest::HttpRequest(QNetworkAccessManager& network, const QUrl& url, int ti
     : m_url(url)
     , m_maxBodySize(maxBodySize)
 {
+    m_silence.setSingleShot(true);
     const QString error = addressError(url);
     if (!error.isEmpty()) {
-        QTimer::singleShot(0, this, [this, error] { done(error); });
+        connect(&m_silence, &QTimer::timeout, this, [this, error] { done(error); });
+        m_silence.start(0);
         return;
     }
-    m_silence.setSingleShot(true);
     m_silence.setInterval(timeout);
     connect(&m_silence, &QTimer::timeout, this, [this] {
         stop(QStringLiteral("nothing received for %1 ms").arg(m_silence.interval()));
@@ -111,6 +114,10 @@ void HttpRequest::onFinished()
         done(QStringLiteral("HTTP status %1").arg(status), status);
     else if (m_reply->error() != QNetworkReply::NoError)
         done(transportError());
+    else if (status >= 300)
+        done(QStringLiteral("HTTP status %1").arg(status), status);
+    else if (m_reply->hasRawHeader("Content-Encoding"))
+        done(QStringLiteral("the body is encoded though that was not asked for"));
     else if (endsEarly())
         done(QStringLiteral("the body ends early"));
     else
@@ -144,6 +151,9 @@ QString HttpRequest::transportError() const
         return QStringLiteral("redirected to a less safe scheme");
     case QNetworkReply::TooManyRedirectsError:
         return QStringLiteral("redirected more than %1 times").arg(maxRedirects);
+    case QNetworkReply::ProtocolUnknownError:
+    case QNetworkReply::ProtocolInvalidOperationError:
+        return QStringLiteral("redirected to no http or https address");
     default:
         break;
     }
@@ -156,6 +166,5 @@ QString HttpRequest::transportError() const
 bool HttpRequest::endsEarly() const
 {
     const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
-    return length.isValid() && !m_reply->hasRawHeader("Content-Encoding")
-        && m_body.size() < length.toLongLong();
+    return length.isValid() && m_body.size() < length.toLongLong();
 }

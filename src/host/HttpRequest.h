@@ -9,7 +9,8 @@ class QNetworkAccessManager;
 class QNetworkReply;
 
 /** One GET request of ZHttpComm, from the address to the body or the cause of its failure. */
-class HttpRequest : public QObject {
+class HttpRequest : public QObject
+{
     Q_OBJECT
 
 public:

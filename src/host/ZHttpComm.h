@@ -19,19 +19,20 @@ class QNetworkAccessManager;
  * Everything here belongs to the GUI thread, and needs a running QCoreApplication. Requests that
  * are still under way when the application ends are dropped: their promises never settle.
  *
- * Requests carry no cookies and nothing is cached. Up to ten redirects are followed, but never to a
- * less safe scheme.
+ * Requests carry no cookies, nothing is cached, and bodies are asked for uncompressed. Up to ten
+ * redirects are followed, but never to a less safe scheme.
  *
  * For each request the signals are, in this order: one sigRequestStarted, any number of
  * sigRequestProgress, one sigRequestFinished. The id is the same in all of them and is never used
  * again; the address is the one that was asked for.
  */
-class ZNETWORK_EXPORT ZHttpComm : public QObject {
+class ZNETWORK_EXPORT ZHttpComm : public QObject
+{
     Q_OBJECT
 
 public:
     static constexpr int defaultTimeout = 30 * 1000;
-    static constexpr qint64 defaultMaxBodySize = 256 * 1024 * 1024;
+    static constexpr qint64 defaultMaxBodySize = 256LL * 1024 * 1024;
 
     static ZHttpComm* getInstance();
 
@@ -39,9 +40,10 @@ public:
      * Fulfilled with the body, rejected with a zErrorInfo, never before get has returned.
      *
      * The message names the address, without its query and user information, and the cause: an
-     * address that is not http or https, no connection, a failed TLS handshake, a redirect too many
-     * or to a less safe scheme, a status of 400 or more, a body that ends early or is over the
-     * limit, nothing received for too long. The code is the status where that is the cause, else 0.
+     * address that is not http or https, no connection, a failed TLS handshake, a redirect too
+     * many, to a less safe scheme or to nowhere, a status of 400 or more, a body that ends early,
+     * is over the limit or compressed, nothing received for too long. The code is the status where
+     * that is the cause, else 0.
      */
     QtPromise::QPromise<QByteArray> get(const QUrl& url);
 
@@ -52,8 +54,8 @@ public:
      */
     void setTimeout(int milliseconds);
 
-    /** The most bytes that a body may have, unpacked where it came compressed; the default is
-     *  defaultMaxBodySize. For requests made from now on. */
+    /** The most bytes that a body may have; the default is defaultMaxBodySize. For requests made
+     *  from now on. */
     void setMaxBodySize(qint64 bytes);
 
 Q_SIGNALS:

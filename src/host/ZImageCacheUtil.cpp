@@ -46,7 +46,8 @@ void store(const QString& url, const QByteArray& body)
 }
 
 /** The fetches under way and those that wait for a place among them. */
-class Fetches {
+class Fetches
+{
 public:
     Fetch add(const QString& url)
     {
@@ -100,7 +101,8 @@ private:
     int m_running = 0;
 };
 
-struct Failures {
+struct Failures
+{
     int count = 0;
     int first = 0;
     QString cause;

@@ -9,7 +9,8 @@
  * The host's picture cache: the folder "res/images/" below the working directory, one file for each
  * address, named by the upper-case hexadecimal MD5 digest of the address in UTF-8. GUI thread only.
  */
-class ZNETWORK_EXPORT ZImageCacheUtil {
+class ZNETWORK_EXPORT ZImageCacheUtil
+{
 public:
     /** How many pictures are fetched at once, however many lists are asked for. */
     static constexpr int maxFetches = 4;

@@ -60,7 +60,7 @@ void HttpServer::redirect(const QString& path, const QString& location)
 {
     Answer moved;
     moved.status = 302;
-    moved.location = location.toUtf8();
+    moved.header = "Location: " + location.toUtf8();
     answer(path, moved);
 }
 
@@ -148,8 +148,8 @@ void HttpServer::send(QTcpSocket* socket, const Answer& answer)
     const qint64 length = answer.declared >= 0 ? answer.declared : answer.body.size();
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Test\r\n"
         + "Connection: close\r\nContent-Length: " + QByteArray::number(length) + "\r\n";
-    if (!answer.location.isEmpty())
-        head += "Location: " + answer.location + "\r\n";
+    if (!answer.header.isEmpty())
+        head += answer.header + "\r\n";
     socket->write(head + "\r\n" + answer.body.mid(0, answer.sent));
     socket->disconnectFromHost();
 }

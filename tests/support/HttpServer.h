@@ -13,17 +13,19 @@
  * picks. It answers while the test's event loop runs. Paths are given without the query; what is
  * not served is answered with 404. Every answer closes its connection.
  */
-class HttpServer : public QObject {
+class HttpServer : public QObject
+{
     Q_OBJECT
 
 public:
-    struct Answer {
+    struct Answer
+    {
         int status = 200;
         QByteArray body;
-        QByteArray location; ///< where to, for a redirect
+        QByteArray header;    ///< one header line more, without its line end
         qint64 declared = -1; ///< the Content-Length told, when not the body's
-        int sent = -1; ///< how many bytes of the body go out before the connection ends
-        int delay = 0; ///< milliseconds before the answer
+        int sent = -1;        ///< how many bytes of the body go out before the connection ends
+        int delay = 0;        ///< milliseconds before the answer
     };
 
     HttpServer();
