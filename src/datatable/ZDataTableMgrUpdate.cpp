@@ -160,8 +160,8 @@ QPromise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString
     const QUrl address(url);
     // A host may reject with anything; its own words are kept where it has some.
     const QString unnamed = QStringLiteral("Cannot download %1");
-    const auto error =
-        std::make_shared<zErrorInfo>(unnamed.arg(address.toString(QUrl::RemoveQuery)));
+    const auto error = std::make_shared<zErrorInfo>(
+        unnamed.arg(address.toString(QUrl::RemoveQuery | QUrl::RemoveUserInfo)), 0);
     return ZHttpComm::getInstance()
         ->get(address)
         .tapFail([error](const zErrorInfo& cause) { *error = cause; })
