@@ -78,15 +78,8 @@ private:
         ZHttpComm::getInstance()
             ->get(QUrl(url))
             .then([url](const QByteArray& body) { store(url, body); })
-            .then(
-                [this, url, resolve] {
-                    ended(url);
-                    resolve();
-                },
-                [this, url, reject](const zErrorInfo& error) {
-                    ended(url);
-                    reject(error);
-                });
+            .finally([this, url] { ended(url); })
+            .then([resolve] { resolve(); }, [reject](const zErrorInfo& error) { reject(error); });
     }
 
     void ended(const QString& url)
