@@ -1,23 +1,18 @@
 #include "host/ZGlobalConfig.h"
+#include "support/Literals.h"
+#include "support/WorkFolder.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
 
-const QHash<QString, int> heldHeader {{QStringLiteral("held"), 3}};
+const QHash<QString, int> heldHeader {{u"held"_s, 3}};
 const QJsonArray heldRows {7};
 
 /** JSON with its quotes written as apostrophes. */
 QByteArray json(QByteArray text)
 {
     return text.replace('\'', '"');
-}
-
-bool write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 } // namespace
@@ -46,12 +41,11 @@ private Q_SLOTS:
         QFETCH(QByteArray, bytes);
         QHash<QString, int> header = heldHeader;
         QJsonArray rows = heldRows;
-        QString error = QStringLiteral("untouched");
+        QString error = u"untouched"_s;
         QVERIFY(ZGlobalConfig::readTableFile(bytes, header, rows, &error));
-        QCOMPARE(header,
-                 (QHash<QString, int> {{QStringLiteral("id"), 0}, {QStringLiteral("名"), 1}}));
+        QCOMPARE(header, (QHash<QString, int> {{u"id"_s, 0}, {u"名"_s, 1}}));
         QTEST(rows.size(), "rowCount");
-        QCOMPARE(error, QStringLiteral("untouched"));
+        QCOMPARE(error, u"untouched"_s);
     }
 
     void refusesWhatIsNoTable_data()
@@ -61,77 +55,73 @@ private Q_SLOTS:
         const auto row = [](const char* name, const QByteArray& bytes, const QString& cause) {
             QTest::newRow(name) << bytes << cause;
         };
-        const QString noColumns = QStringLiteral("\"columns\" is not a list of column names");
-        row("empty", {}, QStringLiteral("not JSON at byte 0: illegal value"));
-        row("cut off", json("{'columns': ['id'], 'rows': [['1"), QStringLiteral("not JSON"));
-        row("not UTF-8", "{\"columns\": [\"\xB6\xC1\"], \"rows\": []}", QStringLiteral("not JSON"));
-        row("two documents", json("{'columns': ['id'], 'rows': []} {}"),
-            QStringLiteral("not JSON"));
-        row("a list", json("[['id']]"), QStringLiteral("not a JSON object"));
+        const QString noColumns = u"\"columns\" is not a list of column names"_s;
+        row("empty", {}, u"not JSON at byte 0: illegal value"_s);
+        row("cut off", json("{'columns': ['id'], 'rows': [['1"), u"not JSON"_s);
+        row("not UTF-8", "{\"columns\": [\"\xB6\xC1\"], \"rows\": []}", u"not JSON"_s);
+        row("two documents", json("{'columns': ['id'], 'rows': []} {}"), u"not JSON"_s);
+        row("a list", json("[['id']]"), u"not a JSON object"_s);
         row("no columns", json("{'rows': []}"), noColumns);
         row("columns no list", json("{'columns': 'id', 'rows': []}"), noColumns);
         row("columns empty", json("{'columns': [], 'rows': []}"), noColumns);
         row("column no text", json("{'columns': ['id', 7], 'rows': []}"),
-            QStringLiteral("the name of column 2 is not text"));
+            u"the name of column 2 is not text"_s);
         row("column twice", json("{'columns': ['id', '%1', 'id'], 'rows': []}"),
-            QStringLiteral("column \"id\" is named twice"));
-        row("no rows", json("{'columns': ['id']}"), QStringLiteral("\"rows\" is not a list"));
-        row("rows null", json("{'columns': ['id'], 'rows': null}"),
-            QStringLiteral("\"rows\" is not a list"));
+            u"column \"id\" is named twice"_s);
+        row("no rows", json("{'columns': ['id']}"), u"\"rows\" is not a list"_s);
+        row("rows null", json("{'columns': ['id'], 'rows': null}"), u"\"rows\" is not a list"_s);
         row("too large",
             json("{'columns': ['id'], 'rows': []}") + QByteArray(ZGlobalConfig::maxTableBytes, ' '),
-            QStringLiteral("larger than 67108864 bytes"));
+            u"larger than 67108864 bytes"_s);
     }
 
     void refusesWhatIsNoTable()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, cause);
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("table"));
-        QVERIFY(write(path, bytes));
+        const WorkFolder folder;
+        const QString path = WorkFolder::write(u"table"_s, bytes);
         QHash<QString, int> header = heldHeader;
         QJsonArray rows = heldRows;
         QString error;
         QVERIFY(!ZGlobalConfig::readTableFile(bytes, header, rows, &error));
         QVERIFY2(error.startsWith(cause), qPrintable(error));
         QVERIFY(!ZGlobalConfig::readTableFile(path, header, rows, &error));
-        QVERIFY2(error.startsWith(path + QStringLiteral(": ") + cause), qPrintable(error));
-        QVERIFY(!ZGlobalConfig::readTableFile(folder.path(), header, rows));
-        QVERIFY(!ZGlobalConfig::readTableFile(path + QStringLiteral("-absent"), header, rows));
+        QVERIFY2(error.startsWith(path + u": "_s + cause), qPrintable(error));
+        QVERIFY(!ZGlobalConfig::readTableFile(u"."_s, header, rows));
+        QVERIFY(!ZGlobalConfig::readTableFile(path + u"-absent"_s, header, rows));
         QCOMPARE(header, heldHeader);
         QCOMPARE(rows, heldRows);
     }
 
     void loadsValues()
     {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("config.json"));
+        const WorkFolder folder;
+        const QString path = u"config.json"_s;
         ZGlobalConfig& config = ZGlobalConfig::getInstance();
         const auto value = [&config](const char* key) {
             return config.getConfig(QLatin1String(key));
         };
-        config.setConfig(QStringLiteral("kept"), QStringLiteral("as it was"));
+        config.setConfig(u"kept"_s, u"as it was"_s);
         const QByteArray values =
             json("{'userId': 90071992547409931, 'ServerType': 1002, 'half': -0.5,"
                  "                                      'big': 1e21, 'cmsServer': 'http://例/'}");
-        QVERIFY(write(path, values));
+        WorkFolder::write(path, values);
         QVERIFY(config.loadConfig(path));
-        QCOMPARE(value("userId"), QStringLiteral("90071992547409931"));
-        QCOMPARE(value("ServerType"), QStringLiteral("1002"));
-        QCOMPARE(value("half"), QStringLiteral("-0.5"));
-        QCOMPARE(value("big"), QStringLiteral("1000000000000000000000"));
-        QCOMPARE(value("cmsServer"), QStringLiteral("http://例/"));
-        QCOMPARE(value("kept"), QStringLiteral("as it was"));
+        QCOMPARE(value("userId"), u"90071992547409931"_s);
+        QCOMPARE(value("ServerType"), u"1002"_s);
+        QCOMPARE(value("half"), u"-0.5"_s);
+        QCOMPARE(value("big"), u"1000000000000000000000"_s);
+        QCOMPARE(value("cmsServer"), u"http://例/"_s);
+        QCOMPARE(value("kept"), u"as it was"_s);
         QVERIFY(value("unknown").isEmpty());
 
         const QByteArray wrong = json("{'ServerType': '2', 'flag': true}");
-        QVERIFY(write(path, wrong));
+        WorkFolder::write(path, wrong);
         QString error;
         QVERIFY(!config.loadConfig(path, &error));
-        QCOMPARE(error,
-                 path + QStringLiteral(": the value of \"flag\" is neither text nor a number"));
-        QCOMPARE(value("ServerType"), QStringLiteral("1002"));
+        QCOMPARE(error, path + u": the value of \"flag\" is neither text nor a number"_s);
+        QCOMPARE(value("ServerType"), u"1002"_s);
     }
 };
 

@@ -2,9 +2,10 @@
 #include "host/ZImageCacheUtil.h"
 #include "host/zErrorInfo.h"
 #include "support/HttpServer.h"
+#include "support/Literals.h"
+#include "support/WorkFolder.h"
 
 #include <QCryptographicHash>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -41,13 +42,7 @@ std::shared_ptr<Outcome> outcomeOf(const QtPromise::QPromise<void>& promise)
 QString cachePath(const QString& url)
 {
     const QByteArray digest = QCryptographicHash::hash(url.toUtf8(), QCryptographicHash::Md5);
-    return QStringLiteral("res/images/") + QString::fromLatin1(digest.toHex().toUpper());
-}
-
-QByteArray read(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(absent)");
+    return u"res/images/"_s + QString::fromLatin1(digest.toHex().toUpper());
 }
 
 } // namespace
@@ -58,36 +53,33 @@ class TestHttp : public QObject
 
 private:
     std::unique_ptr<HttpServer> m_server;
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<WorkFolder> m_folder;
     ZHttpComm* m_http = nullptr;
 
 private Q_SLOTS:
     void init()
     {
         m_server = std::make_unique<HttpServer>();
-        m_folder = std::make_unique<QTemporaryDir>();
+        m_folder = std::make_unique<WorkFolder>();
         m_http = ZHttpComm::getInstance();
         m_http->setTimeout(ZHttpComm::defaultTimeout);
         m_http->setMaxBodySize(ZHttpComm::defaultMaxBodySize);
-        QVERIFY(QDir::setCurrent(m_folder->path()));
     }
 
-    void cleanup() { QVERIFY(QDir::setCurrent(QDir::rootPath())); }
+    void cleanup() { m_folder.reset(); }
 
     void fetches()
     {
-        m_server->serve(QStringLiteral("/table"), QByteArray(300000, 'x'));
-        m_server->redirect(QStringLiteral("/moved"),
-                           m_server->baseUrl() + QStringLiteral("/table"));
+        m_server->serve(u"/table"_s, QByteArray(300000, 'x'));
+        m_server->redirect(u"/moved"_s, m_server->baseUrl() + u"/table"_s);
         QSignalSpy started(m_http, &ZHttpComm::sigRequestStarted);
         QSignalSpy progress(m_http, &ZHttpComm::sigRequestProgress);
         QSignalSpy finished(m_http, &ZHttpComm::sigRequestFinished);
-        const QUrl url = m_server->url(QStringLiteral("/moved?57"));
+        const QUrl url = m_server->url(u"/moved?57"_s);
         const auto outcome = outcomeOf(m_http->get(url));
         QTRY_VERIFY(outcome->settled);
         QCOMPARE(outcome->body, QByteArray(300000, 'x'));
-        QCOMPARE(m_server->targets(),
-                 QStringList({QStringLiteral("/moved?57"), QStringLiteral("/table")}));
+        QCOMPARE(m_server->targets(), QStringList({u"/moved?57"_s, u"/table"_s}));
         const QVariant id = started.first().first();
         QCOMPARE(started, (QList<QVariantList> {{id, url}}));
         QCOMPARE(progress.last(), (QVariantList {id, url, 300000LL, 300000LL}));
@@ -139,22 +131,21 @@ private Q_SLOTS:
         HttpServer::Answer compressed;
         compressed.body = "few";
         compressed.header = "Content-Encoding: gzip";
-        m_server->answer(QStringLiteral("/gzip"), compressed);
-        m_server->fail(QStringLiteral("/broken"), 500);
-        m_server->cutOff(QStringLiteral("/cut"), "body", 2);
-        m_server->answer(QStringLiteral("/overstated"), overstated);
-        m_server->answer(QStringLiteral("/huge"), huge);
-        m_server->serve(QStringLiteral("/large"), QByteArray(1001, 'x'));
-        m_server->hold(QStringLiteral("/held"));
-        m_server->redirect(QStringLiteral("/ring"), QStringLiteral("/ring"));
-        m_server->redirect(QStringLiteral("/tofile"), QStringLiteral("file:///etc/passwd"));
-        m_http->setTimeout(300);
+        m_server->answer(u"/gzip"_s, compressed);
+        m_server->fail(u"/broken"_s, 500);
+        m_server->cutOff(u"/cut"_s, "body", 2);
+        m_server->answer(u"/overstated"_s, overstated);
+        m_server->answer(u"/huge"_s, huge);
+        m_server->serve(u"/large"_s, QByteArray(1001, 'x'));
+        m_server->hold(u"/held"_s);
+        m_server->redirect(u"/ring"_s, u"/ring"_s);
+        m_server->redirect(u"/tofile"_s, u"file:///etc/passwd"_s);
+        if (address.contains(u"/held"_s))
+            m_http->setTimeout(300);
         m_http->setMaxBodySize(1000);
         for (QString* text : {&address, &message}) {
-            text->replace(QStringLiteral("BASE"), m_server->baseUrl());
-            text->replace(
-                QStringLiteral("TLS"),
-                m_server->baseUrl().replace(QStringLiteral("http:"), QStringLiteral("https:")));
+            text->replace(u"BASE"_s, m_server->baseUrl());
+            text->replace(u"TLS"_s, m_server->baseUrl().replace(u"http:"_s, u"https:"_s));
         }
 
         QSignalSpy finished(m_http, &ZHttpComm::sigRequestFinished);
@@ -165,7 +156,7 @@ private Q_SLOTS:
         QVERIFY(!outcome->ok);
         QVERIFY2(outcome->error.message().startsWith(message),
                  qPrintable(outcome->error.message()));
-        QVERIFY(!outcome->error.message().contains(QStringLiteral("session")));
+        QVERIFY(!outcome->error.message().contains(u"session"_s));
         QCOMPARE(outcome->error.code(), code);
         QCOMPARE(finished.size(), 1);
         QCOMPARE(finished.first().last(), QVariant(false));
@@ -173,9 +164,9 @@ private Q_SLOTS:
 
     void aBodyOfTheLimitIsWhole()
     {
-        m_server->serve(QStringLiteral("/limit"), QByteArray(1000, 'x'));
+        m_server->serve(u"/limit"_s, QByteArray(1000, 'x'));
         m_http->setMaxBodySize(1000);
-        const auto outcome = outcomeOf(m_http->get(m_server->url(QStringLiteral("/limit"))));
+        const auto outcome = outcomeOf(m_http->get(m_server->url(u"/limit"_s)));
         QTRY_VERIFY(outcome->settled);
         QCOMPARE(outcome->body.size(), 1000);
     }
@@ -185,33 +176,29 @@ private Q_SLOTS:
         // More than go out to one server at a time, each answer late, none as late as the limit.
         HttpServer::Answer late;
         late.body = "late";
-        late.delay = 250;
-        m_server->answer(QStringLiteral("/late"), late);
-        m_http->setTimeout(600);
+        late.delay = 300;
+        m_server->answer(u"/late"_s, late);
+        m_http->setTimeout(1000);
         QVector<QtPromise::QPromise<QByteArray>> requests;
         for (int i = 0; i < 24; ++i)
-            requests.append(m_http->get(m_server->url(QStringLiteral("/late"))));
+            requests.append(m_http->get(m_server->url(u"/late"_s)));
         const auto outcome = outcomeOf(QtPromise::all(requests).then([] { return QByteArray(); }));
         QTRY_VERIFY(outcome->settled);
         QVERIFY2(outcome->ok, qPrintable(outcome->error.message()));
-        QCOMPARE(m_server->requests(QStringLiteral("/late")), 24);
+        QCOMPARE(m_server->requests(u"/late"_s), 24);
     }
 
     void preloadsPictures()
     {
         QStringList urls;
         for (int i = 0; i < 7; ++i) {
-            const QString path = QStringLiteral("/%1.png").arg(i);
+            const QString path = u"/%1.png"_s.arg(i);
             m_server->hold(path);
             m_server->serve(path, "picture " + QByteArray::number(i));
-            urls.append(m_server->baseUrl() + path + QStringLiteral("?图"));
+            urls.append(m_server->baseUrl() + path + u"?图"_s);
         }
-        QVERIFY(QDir().mkpath(QStringLiteral("res/images")));
-        QFile present(cachePath(urls.at(0)));
-        QFile empty(cachePath(urls.at(1)));
-        QVERIFY(present.open(QIODevice::WriteOnly) && present.write("old") == 3 && present.flush());
-        QVERIFY(empty.open(QIODevice::WriteOnly));
-
+        WorkFolder::write(cachePath(urls.at(0)), "old");
+        WorkFolder::write(cachePath(urls.at(1)), "");
         const auto first =
             outcomeOf(ZImageCacheUtil::preloadList(urls + urls + QStringList(QString())));
         const auto second = outcomeOf(ZImageCacheUtil::preloadList(urls.mid(1, 2)));
@@ -220,46 +207,44 @@ private Q_SLOTS:
             QTRY_COMPARE(m_server->held(), running);
             QCOMPARE(m_server->targets().size(), i - 1 + running);
             QVERIFY(!first->settled);
-            m_server->release(QStringLiteral("/%1.png").arg(i));
+            m_server->release(u"/%1.png"_s.arg(i));
         }
         QTRY_VERIFY(first->settled && second->settled);
         QVERIFY(first->ok && second->ok);
         QCOMPARE(m_server->targets().size(), 6);
-        QCOMPARE(read(cachePath(urls.at(0))), QByteArray("old"));
-        QCOMPARE(read(cachePath(urls.at(1))), QByteArray("picture 1"));
-        QCOMPARE(read(cachePath(urls.at(6))), QByteArray("picture 6"));
-        QCOMPARE(QDir(QStringLiteral("res/images")).count(), 7U + 2U);
+        QCOMPARE(WorkFolder::read(cachePath(urls.at(0))), QByteArray("old"));
+        QCOMPARE(WorkFolder::read(cachePath(urls.at(1))), QByteArray("picture 1"));
+        QCOMPARE(WorkFolder::read(cachePath(urls.at(6))), QByteArray("picture 6"));
+        QCOMPARE(QDir(u"res/images"_s).count(), 7U + 2U);
     }
 
     void preloadTriesAllAndTellsTheFirst()
     {
-        m_server->cutOff(QStringLiteral("/cut.png"), "picture", 3);
-        m_server->serve(QStringLiteral("/empty.png"), {});
-        m_server->serve(QStringLiteral("/good.png"), "picture");
+        m_server->cutOff(u"/cut.png"_s, "picture", 3);
+        m_server->serve(u"/empty.png"_s, {});
+        m_server->serve(u"/good.png"_s, "picture");
         const QString base = m_server->baseUrl();
-        const QStringList urls {base + QStringLiteral("/empty.png?a"),
-                                base + QStringLiteral("/cut.png"),
-                                base + QStringLiteral("/good.png")};
+        const QStringList urls {base + u"/empty.png?a"_s, base + u"/cut.png"_s,
+                                base + u"/good.png"_s};
         auto outcome = outcomeOf(ZImageCacheUtil::preloadList(urls));
         QTRY_VERIFY(outcome->settled);
         QCOMPARE(
             outcome->error.message(),
-            QStringLiteral("2 of 3 pictures failed, the first: %1/empty.png: the picture is empty")
-                .arg(base));
-        QCOMPARE(QDir(QStringLiteral("res/images")).entryList(QDir::Files),
+            u"2 of 3 pictures failed, the first: %1/empty.png: the picture is empty"_s.arg(base));
+        QCOMPARE(QDir(u"res/images"_s).entryList(QDir::Files),
                  QStringList(cachePath(urls.at(2)).section(QLatin1Char('/'), -1)));
 
-        m_server->serve(QStringLiteral("/cut.png"), "whole");
+        m_server->serve(u"/cut.png"_s, "whole");
         outcome = outcomeOf(ZImageCacheUtil::preloadList(urls.mid(1)));
         QTRY_VERIFY(outcome->settled);
         QVERIFY(outcome->ok);
-        QCOMPARE(read(cachePath(urls.at(1))), QByteArray("whole"));
+        QCOMPARE(WorkFolder::read(cachePath(urls.at(1))), QByteArray("whole"));
     }
 
     void requestsMayOutliveTheApplication()
     {
-        m_server->hold(QStringLiteral("/held"));
-        outcomeOf(m_http->get(m_server->url(QStringLiteral("/held"))));
+        m_server->hold(u"/held"_s);
+        outcomeOf(m_http->get(m_server->url(u"/held"_s)));
         QTRY_COMPARE(m_server->held(), 1);
     }
 };

@@ -1,4 +1,5 @@
 #include "support/HttpServer.h"
+#include "support/Literals.h"
 
 #include <QTcpSocket>
 #include <QtTest>
@@ -21,39 +22,39 @@ private:
 
     void ask(QTcpSocket& socket, const QString& target)
     {
-        socket.connectToHost(QStringLiteral("127.0.0.1"), quint16(m_server.url({}).port()));
+        socket.connectToHost(u"127.0.0.1"_s, quint16(m_server.url({}).port()));
         socket.write("GET " + target.toUtf8() + " HTTP/1.1\r\nHost: x\r\n\r\n");
     }
 
 private Q_SLOTS:
     void answers()
     {
-        m_server.serve(QStringLiteral("/a"), "body");
-        m_server.cutOff(QStringLiteral("/cut"), "body", 1);
-        m_server.fail(QStringLiteral("/broken"), 503);
-        m_server.redirect(QStringLiteral("/moved"), QStringLiteral("/a"));
+        m_server.serve(u"/a"_s, "body");
+        m_server.cutOff(u"/cut"_s, "body", 1);
+        m_server.fail(u"/broken"_s, 503);
+        m_server.redirect(u"/moved"_s, u"/a"_s);
         QCOMPARE(
-            fetch(QStringLiteral("/a?57")),
+            fetch(u"/a?57"_s),
             QByteArray("HTTP/1.1 200 Test\r\nConnection: close\r\nContent-Length: 4\r\n\r\nbody"));
-        QVERIFY(fetch(QStringLiteral("/cut")).endsWith("Content-Length: 4\r\n\r\nb"));
-        QVERIFY(fetch(QStringLiteral("/broken")).startsWith("HTTP/1.1 503 "));
-        QVERIFY(fetch(QStringLiteral("/moved")).contains("302 Test"));
-        QVERIFY(fetch(QStringLiteral("/moved")).contains("\r\nLocation: /a\r\n"));
-        QVERIFY(fetch(QStringLiteral("/absent")).startsWith("HTTP/1.1 404 "));
-        QCOMPARE(m_server.requests(QStringLiteral("/a")), 1);
-        QCOMPARE(m_server.requests(QStringLiteral("/moved")), 2);
-        QCOMPARE(m_server.targets().first(), QStringLiteral("/a?57"));
+        QVERIFY(fetch(u"/cut"_s).endsWith("Content-Length: 4\r\n\r\nb"));
+        QVERIFY(fetch(u"/broken"_s).startsWith("HTTP/1.1 503 "));
+        QVERIFY(fetch(u"/moved"_s).contains("302 Test"));
+        QVERIFY(fetch(u"/moved"_s).contains("\r\nLocation: /a\r\n"));
+        QVERIFY(fetch(u"/absent"_s).startsWith("HTTP/1.1 404 "));
+        QCOMPARE(m_server.requests(u"/a"_s), 1);
+        QCOMPARE(m_server.requests(u"/moved"_s), 2);
+        QCOMPARE(m_server.targets().first(), u"/a?57"_s);
     }
 
     void holdsUntilReleased()
     {
-        m_server.hold(QStringLiteral("/held"));
+        m_server.hold(u"/held"_s);
         QTcpSocket socket;
-        ask(socket, QStringLiteral("/held"));
+        ask(socket, u"/held"_s);
         QTRY_COMPARE(m_server.held(), 1);
         QCOMPARE(socket.bytesAvailable(), 0);
-        m_server.serve(QStringLiteral("/held"), "late");
-        m_server.release(QStringLiteral("/held"));
+        m_server.serve(u"/held"_s, "late");
+        m_server.release(u"/held"_s);
         QTRY_VERIFY(socket.peek(1000).endsWith("late"));
         QCOMPARE(m_server.held(), 0);
     }
@@ -62,7 +63,7 @@ private Q_SLOTS:
     {
         m_server.close();
         QTcpSocket socket;
-        socket.connectToHost(QStringLiteral("127.0.0.1"), quint16(m_server.url({}).port()));
+        socket.connectToHost(u"127.0.0.1"_s, quint16(m_server.url({}).port()));
         QTRY_COMPARE(socket.error(), QAbstractSocket::ConnectionRefusedError);
     }
 };

@@ -1,8 +1,9 @@
 #include "host/EntryNames.h"
 #include "host/MoveIn.h"
 #include "host/ZGlobalConfig.h"
+#include "support/Literals.h"
+#include "support/WorkFolder.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <archive.h>
@@ -50,19 +51,6 @@ void writeArchive(const QString& path, const Entries& entries, Kind kind = Kind:
     archive_write_free(target);
 }
 
-bool write(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-QByteArray read(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(absent)");
-}
-
 /** Every name below a folder, hidden ones included, files with their content's size. */
 QStringList listing(const QString& folder)
 {
@@ -72,9 +60,8 @@ QStringList listing(const QString& folder)
     while (all.hasNext()) {
         const QString path = all.next();
         const QFileInfo info(path);
-        names.append(
-            path.mid(folder.size() + 1)
-            + (info.isDir() ? QStringLiteral("/") : QStringLiteral(" %1").arg(info.size())));
+        names.append(path.mid(folder.size() + 1)
+                     + (info.isDir() ? u"/"_s : u" %1"_s.arg(info.size())));
     }
     names.sort();
     return names;
@@ -87,23 +74,21 @@ class TestUnzip : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir* m_temporary = nullptr;
-    QString m_folder;
-    QString m_archive;
+    std::unique_ptr<WorkFolder> m_work;
+    const QString m_folder = u"flash/abc_12"_s;
+    const QString m_archive = u"flash/abc_12/abc_12"_s;
 
 private Q_SLOTS:
     void init()
     {
-        m_temporary = new QTemporaryDir;
-        m_folder = m_temporary->filePath(QStringLiteral("flash/abc_12"));
-        m_archive = m_folder + QStringLiteral("/abc_12");
+        m_work = std::make_unique<WorkFolder>();
         QVERIFY(QDir().mkpath(m_folder));
     }
 
     void cleanup()
     {
         std::setlocale(LC_ALL, "");
-        delete m_temporary;
+        m_work.reset();
     }
 
     void unpacksBesideTheArchive_data()
@@ -129,38 +114,37 @@ private Q_SLOTS:
                       {"none.txt", ""},
                       {"abc.flajson", "{}"}},
                      Kind(kind));
-        const QByteArray bytes = read(m_archive);
+        const QByteArray bytes = WorkFolder::read(m_archive);
         // What a run that was killed leaves behind.
         const QString leftover =
-            QStringLiteral("/.unpack-")
+            u"/.unpack-"_s
             + QString::fromLatin1(
                 QCryptographicHash::hash("abc_12", QCryptographicHash::Md5).toHex());
-        QVERIFY(write(m_folder + leftover + QStringLiteral("/new/abc.flajson"), "half"));
+        WorkFolder::write(m_folder + leftover + u"/new/abc.flajson"_s, "half");
         if (plainLocale)
             std::setlocale(LC_ALL, "C");
         QString error;
         QVERIFY2(ZGlobalConfig::unZipFile(m_archive, false, &error), qPrintable(error));
         QCOMPARE(listing(m_folder).join(QLatin1Char('|')),
-                 QStringLiteral("abc.flajson 2|abc_12 %1|empty/|none.txt 0|图/|图/一.png 3|图/深/|"
-                                "图/深/二.png 4")
-                     .arg(bytes.size()));
-        QCOMPARE(read(m_archive), bytes);
-        QCOMPARE(read(m_folder + QStringLiteral("/图/深/二.png")), QByteArray("two!"));
+                 u"abc.flajson 2|abc_12 %1|empty/|none.txt 0|图/|图/一.png 3|图/深/|"
+                 "图/深/二.png 4"_s.arg(bytes.size()));
+        QCOMPARE(WorkFolder::read(m_archive), bytes);
+        QCOMPARE(WorkFolder::read(m_folder + u"/图/深/二.png"_s), QByteArray("two!"));
     }
 
     void replacesOnlyWhenAsked()
     {
         writeArchive(m_archive, {{"new.txt", "new"}, {"sub/old.txt", "replaced"}});
-        QVERIFY(write(m_folder + QStringLiteral("/sub/old.txt"), "old"));
-        QVERIFY(write(m_folder + QStringLiteral("/sub/foreign.txt"), "stays"));
+        WorkFolder::write(m_folder + u"/sub/old.txt"_s, "old");
+        WorkFolder::write(m_folder + u"/sub/foreign.txt"_s, "stays");
         const QStringList before = listing(m_folder);
         QString error;
         QVERIFY(!ZGlobalConfig::unZipFile(m_archive, false, &error));
-        QCOMPARE(error, m_archive + QStringLiteral(": \"sub/old.txt\" exists already"));
+        QCOMPARE(error, m_archive + u": \"sub/old.txt\" exists already"_s);
         QCOMPARE(listing(m_folder), before);
         QVERIFY(ZGlobalConfig::unZipFile(m_archive, true));
-        QCOMPARE(read(m_folder + QStringLiteral("/sub/old.txt")), QByteArray("replaced"));
-        QCOMPARE(read(m_folder + QStringLiteral("/sub/foreign.txt")), QByteArray("stays"));
+        QCOMPARE(WorkFolder::read(m_folder + u"/sub/old.txt"_s), QByteArray("replaced"));
+        QCOMPARE(WorkFolder::read(m_folder + u"/sub/foreign.txt"_s), QByteArray("stays"));
         QCOMPARE(listing(m_folder).size(), before.size() + 1);
     }
 
@@ -205,25 +189,25 @@ private Q_SLOTS:
         QFETCH(QString, cause);
         entries.prepend({"good.txt", "good"});
         writeArchive(m_archive, entries, Kind::GzippedTar);
-        const QString outside = m_temporary->filePath(QStringLiteral("outside"));
+        const QString outside = QDir::current().filePath(u"outside"_s);
         QVERIFY(QDir().mkpath(outside));
-        QVERIFY(QFile::link(outside, m_folder + QStringLiteral("/trap")));
-        const QStringList before = listing(m_temporary->path());
+        QVERIFY(QFile::link(outside, m_folder + u"/trap"_s));
+        const QStringList before = listing(u"."_s);
         QString error;
         QVERIFY(!ZGlobalConfig::unZipFile(m_archive, true, &error));
         QVERIFY2(error.contains(cause), qPrintable(error));
-        QCOMPARE(listing(m_temporary->path()), before);
+        QCOMPARE(listing(u"."_s), before);
     }
 
     void countsImpliedFoldersToo()
     {
-        EntryNames names(QStringLiteral("abc_12"));
+        EntryNames names(u"abc_12"_s);
         QString path;
         for (int i = 0; i < ZGlobalConfig::maxArchiveEntries / 2; ++i)
-            QCOMPARE(names.add(QStringLiteral("%1/file").arg(i), false, path), QString());
-        QCOMPARE(names.add(QStringLiteral("0/"), true, path), QString());
-        QCOMPARE(names.add(QStringLiteral("0/more"), false, path),
-                 QStringLiteral("is one entry more than the 10000 allowed"));
+            QCOMPARE(names.add(u"%1/file"_s.arg(i), false, path), QString());
+        QCOMPARE(names.add(u"0/"_s, true, path), QString());
+        QCOMPARE(names.add(u"0/more"_s, false, path),
+                 u"is one entry more than the 10000 allowed"_s);
     }
 
     void refusesDamage_data()
@@ -246,41 +230,38 @@ private Q_SLOTS:
         for (int i = 0; i < 500; ++i)
             noise.append(char(i * i * 31 + i / 3));
         writeArchive(m_archive, {{"first.txt", noise}, {"second.txt", noise}}, Kind::Zip);
-        QByteArray bytes = read(m_archive);
-        QVERIFY(write(m_archive, bytes.replace(from, count < 0 ? bytes.size() : count, by)));
+        QByteArray bytes = WorkFolder::read(m_archive);
+        WorkFolder::write(m_archive, bytes.replace(from, count < 0 ? bytes.size() : count, by));
         const QStringList before = listing(m_folder);
         QVERIFY(!ZGlobalConfig::unZipFile(m_archive, true));
         QCOMPARE(listing(m_folder), before);
-        QVERIFY(!ZGlobalConfig::unZipFile(m_folder + QStringLiteral("/absent"), true));
+        QVERIFY(!ZGlobalConfig::unZipFile(m_folder + u"/absent"_s, true));
         QVERIFY(!ZGlobalConfig::unZipFile(m_folder, true));
     }
 
     void undoesAMoveThatFails()
     {
         const auto at = [this](const char* name) { return m_folder + QLatin1String(name); };
-        QVERIFY(write(at("/from/a/deep"), "new"));
-        QVERIFY(write(at("/from/top"), "new"));
-        QVERIFY(write(at("/to/top"), "old"));
+        WorkFolder::write(at("/from/a/deep"), "new");
+        WorkFolder::write(at("/from/top"), "new");
+        WorkFolder::write(at("/to/top"), "old");
         QVERIFY(QDir().mkpath(at("/aside")));
         const QStringList before = listing(m_folder);
         MoveIn move(at("/from"), at("/aside"), at("/to"));
-        const QStringList files {QStringLiteral("top"), QStringLiteral("absent"),
-                                 QStringLiteral("a/deep")};
-        QCOMPARE(move.run({QStringLiteral("a")}, files, true),
-                 QStringLiteral("\"absent\" cannot be moved in"));
+        const QStringList files {u"top"_s, u"absent"_s, u"a/deep"_s};
+        QCOMPARE(move.run({u"a"_s}, files, true), u"\"absent\" cannot be moved in"_s);
         QVERIFY(QDir(at("/aside")).removeRecursively() && QDir().mkpath(at("/aside")));
         QCOMPARE(listing(m_folder), before);
-        QCOMPARE(read(at("/to/top")), QByteArray("old"));
+        QCOMPARE(WorkFolder::read(at("/to/top")), QByteArray("old"));
         // The deeper file is tried first, wherever it stands.
         QCOMPARE(MoveIn(at("/from"), at("/aside"), at("/to"))
-                     .run({QStringLiteral("b")},
-                          {QStringLiteral("absent"), QStringLiteral("b/absent")}, true),
-                 QStringLiteral("\"b/absent\" cannot be moved in"));
+                     .run({u"b"_s}, {u"absent"_s, u"b/absent"_s}, true),
+                 u"\"b/absent\" cannot be moved in"_s);
     }
 
     void worksOnSeveralThreads()
     {
-        const QString other = m_temporary->filePath(QStringLiteral("flash/other_1/other_1"));
+        const QString other = u"flash/other_1/other_1"_s;
         QVERIFY(QDir().mkpath(QFileInfo(other).path()));
         Entries entries;
         for (int i = 0; i < 200; ++i)
