@@ -1,0 +1,66 @@
+#include "datatable/ZDataTableMgr.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+// Prints docs/tables.md: what every manager wants of its table, off the declarations that load it.
+
+namespace {
+
+QString code(const QString& text)
+{
+    return QStringLiteral("`%1`").arg(text);
+}
+
+void printColumns(QTextStream& out, const QVector<ColumnDescription>& columns)
+{
+    out << "\n| column | | read as | otherwise | field | |\n|---|---|---|---|---|---|\n";
+    for (const ColumnDescription& column : columns) {
+        const QString need =
+            column.required ? QStringLiteral("required") : QStringLiteral("optional");
+        const QString field = column.field.isEmpty() ? QString() : code(column.field);
+        out << "| " << code(column.name) << " | " << need << " | " << column.conversion << " | "
+            << column.otherwise << " | " << field << " | " << column.remark << " |\n";
+    }
+}
+
+void printTable(QTextStream& out, const TableReport& report)
+{
+    out << "\n## " << report.table << "\n\n";
+    if (report.kind < 0)
+        out << "Not in the catalogue";
+    else
+        out << "Kind " << report.kind;
+    if (report.manager.isEmpty()) {
+        out << ". No manager reads it; it is versioned, downloaded and kept like every table.\n";
+        return;
+    }
+    const TableDescription& table = report.description;
+    out << ". Read by " << code(report.manager + QStringLiteral("::") + report.loader)
+        << (report.loadedAtStart ? ", at start-up.\n\n" : ", when the program asks for it.\n\n");
+    if (!table.key.isEmpty())
+        out << "- Key: " << code(table.key) << "\n";
+    out << "- Rows of one key: " << table.duplicates << "\n";
+    out << "- Null rows: " << table.nullRows << "\n";
+    if (!table.columns.isEmpty())
+        printColumns(out, table.columns);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication app(argc, argv);
+    QTextStream out(stdout);
+    out.setCodec("UTF-8");
+    out << "# The tables and their columns\n\n"
+           "Printed by `scripts/reference` from the declarations that load the tables; not edited "
+           "by "
+           "hand.\n\n"
+           "*Otherwise* is what a cell of another type, or one beyond the row's end, becomes. An "
+           "optional column that a\ntable lacks leaves the record's default. A table that lacks a "
+           "required column is refused whole.\n";
+    for (const TableReport& report : ZDataTableMgr::getInstance()->getTableReports())
+        printTable(out, report);
+    return 0;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+/** What the program can be told to do, as data: parsing and help run off it. */
+struct Command
+{
+    static constexpr int anyNumber = -1;
+
+    QString name;
+    QString arguments; ///< as the help shows them, such as "ID"
+    int fewest = 0;    ///< how many arguments there must be ...
+    int most = 0;      ///< ... and may be, or anyNumber
+    QString summary;   ///< one line
+    QString details;   ///< further lines, may be empty
+    QList<QCommandLineOption> options;
+
+    /** The program's exit status; throws a Failure. */
+    int (*run)(const QCommandLineParser& line) = nullptr;
+};
+
+namespace CommandLine {
+
+/** Parses what follows the command's name and runs it, or prints its help. */
+int run(const Command& command, const QStringList& arguments);
+
+/** The help of the program. */
+QStringList overview(const QList<Command>& commands);
+
+/** For commands that print data. */
+QCommandLineOption jsonOption();
+QCommandLineOption verboseOption();
+/** The folder to be published; without it the example content. */
+QCommandLineOption contentOption();
+
+bool wantsJson(const QCommandLineParser& line);
+
+} // namespace CommandLine

@@ -1,0 +1,54 @@
+#include "Commands.h"
+#include "ContentFolder.h"
+#include "Literals.h"
+#include "demo/Demo.h"
+#include "demo/Steps.h"
+
+namespace {
+
+struct Step
+{
+    const char16_t* title;
+    void (*run)(Demo& demo);
+};
+
+const Step steps[] = {
+    {u"A content server starts", &Steps::serveContent},
+    {u"A client starts in an empty folder", &Steps::startClient},
+    {u"It learns the versions of the tables", &Steps::learnVersions},
+    {u"It brings every table up to date", &Steps::updateTables},
+    {u"It loads them", &Steps::loadTables},
+    {u"Which gifts are on sale?", &Steps::giftsOnSale},
+    {u"What does a gift look like?", &Steps::giftPicture},
+    {u"How is a newcomer greeted?", &Steps::welcome},
+    {u"Which tiers has the fans group?", &Steps::fansTiers},
+    {u"The operator publishes a new gift table", &Steps::publishGifts},
+    {u"A second try finds it unchanged", &Steps::unchangedGifts},
+    {u"The next day, without a network", &Steps::restartOffline},
+};
+
+int run(const QCommandLineParser& line)
+{
+    Demo demo(ContentFolder::find(line), line.value(u"keep"_s));
+    for (const Step& step : steps)
+        demo.step(QString::fromUtf16(step.title), step.run);
+    return demo.finish() ? 0 : 1;
+}
+
+} // namespace
+
+Command demoCommand()
+{
+    Command command;
+    command.name = u"demo"_s;
+    command.summary = u"Live through a client's day, with a content server of its own."_s;
+    command.details =
+        u"Everything is real: files, HTTP on this machine, processes. Ends with 0 only "
+        "if every step\ndid what it should."_s;
+    command.options = {
+        {u"keep"_s, u"use this empty folder as the client's and keep it"_s, u"DIR"_s},
+        CommandLine::contentOption(),
+        CommandLine::verboseOption()};
+    command.run = &run;
+    return command;
+}

@@ -1,0 +1,47 @@
+#include "Commands.h"
+#include "Failure.h"
+#include "Literals.h"
+#include "Terminal.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+int runProgram(const QStringList& arguments)
+{
+    const QList<Command> commands {demoCommand(), serveCommand(), updateCommand(), statusCommand(),
+                                   giftCommand()};
+    if (arguments.isEmpty())
+        throw UsageFailure(u"no command is given; see \"zglobal --help\""_s);
+    const QString& name = arguments.constFirst();
+    if (name == u"--help"_s || name == u"-h"_s || name == u"help"_s) {
+        const QStringList help = CommandLine::overview(commands);
+        for (const QString& line : help)
+            Terminal::print(line);
+        return 0;
+    }
+    if (name == u"--version"_s) {
+        Terminal::print(u"zglobal "_s + QCoreApplication::applicationVersion());
+        return 0;
+    }
+    for (const Command& command : commands) {
+        if (command.name == name)
+            return CommandLine::run(command, arguments.mid(1));
+    }
+    throw UsageFailure(u"there is no command \"%1\"; see \"zglobal --help\""_s.arg(name));
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"zglobal"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZGLOBAL_VERSION));
+    try {
+        return runProgram(QCoreApplication::arguments().mid(1));
+    } catch (const Failure& failure) {
+        Terminal::tell(u"zglobal: "_s + failure.message);
+        return failure.status;
+    }
+}
