@@ -1,0 +1,48 @@
+#pragma once
+
+#include "ZGlobalExport.h"
+#include "datatable/TableDescription.h"
+
+#include <QMap>
+#include <QObject>
+#include <QString>
+
+/** A tag with a colour gradient, drawn on gift tiles; every field is the cell's text. */
+struct ZGiftLabelInfo
+{
+    QString id; ///< what a gift's giftLabelId names
+    QString alterDateTime;
+    QString giftLabelName;
+    QString startColor;
+    QString endColor;
+};
+
+/** The gift labels of table CS_GiftLabel, by id. GUI thread only. */
+class ZGLOBAL_EXPORT ZGiftLabelMgr : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ZGiftLabelMgr& getInstance();
+
+    /** Replaces the labels; false, with the labels kept, when the table or a column is missing. */
+    bool loadListTable(const QString& path);
+    void clear();
+
+    /** A default record for an unknown id. */
+    ZGiftLabelInfo getInfoById(QString id);
+
+    /** The live container: not to be held across a load. */
+    const QMap<QString, ZGiftLabelInfo>& getGiftLabelMap();
+
+    static TableDescription describeTable();
+
+Q_SIGNALS:
+    /** The labels have been loaded anew. */
+    void sigUpdate();
+
+private:
+    using QObject::QObject;
+
+    QMap<QString, ZGiftLabelInfo> m_labels;
+};
