@@ -1,0 +1,132 @@
+#include "chat/ZBubbleConfigMgr.h"
+
+#include "datatable/CacheNames.h"
+#include "datatable/ResourceServer.h"
+#include "datatable/TableColumns.h"
+#include "datatable/ZDataTableMgr.h"
+
+#include <QDebug>
+
+namespace {
+
+const TableColumns<ZBubbleConfigInfo>& columns()
+{
+    using namespace Cells;
+    static const TableColumns<ZBubbleConfigInfo> declared {
+        {Required, "bubbleId", IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleId)},
+        {Required, "bubbleType", IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleType)},
+        {Required, "name", Text(), Z_FIELD(ZBubbleConfigInfo, name)},
+        {Required, "descs", Text(), Z_FIELD(ZBubbleConfigInfo, descs)},
+        {Optional, "borderWidths", Text(), Z_FIELD(ZBubbleConfigInfo, borderWidths),
+         "\"17\" without the column"},
+        {Optional, "paddings", Text(), Z_FIELD(ZBubbleConfigInfo, paddings),
+         "\"-10\" without the column"},
+    };
+    return declared;
+}
+
+QString tableVersion()
+{
+    return QString::number(ZDataTableMgr::getInstance()->getTableVersion(EDataTable::BubbleConfig));
+}
+
+QString ninePatchUrl(const QString& form, const QString& id, const QString& rendition)
+{
+    if (id.isEmpty())
+        return {};
+    return QStringLiteral("%1/app/images/nineImage/bubble_%2_%3.9.png%4/%5")
+        .arg(ResourceServer::images(), form, id, rendition, tableVersion());
+}
+
+} // namespace
+
+ZBubbleConfigMgr& ZBubbleConfigMgr::getInstance()
+{
+    static ZBubbleConfigMgr instance(nullptr);
+    return instance;
+}
+
+bool ZBubbleConfigMgr::loadListTable(const QString& path)
+{
+    const auto table = columns().read(path);
+    if (!table)
+        return false;
+    clear();
+    table->forEach([this](const ZBubbleConfigInfo& info) {
+        m_bubbleMap.insert(info.bubbleId, info);
+        m_bubbleList.append(info);
+    });
+    qDebug().noquote() << QStringLiteral("BubbleConfig加载完毕");
+    Q_EMIT sigBubbleLoadFinish();
+    return true;
+}
+
+void ZBubbleConfigMgr::clear()
+{
+    m_bubbleMap.clear();
+    m_bubbleList.clear();
+}
+
+const ZBubbleConfigInfo ZBubbleConfigMgr::getInfoById(const QString& id) const
+{
+    return m_bubbleMap.value(id);
+}
+
+const QVector<ZBubbleConfigInfo> ZBubbleConfigMgr::getMessageList() const
+{
+    return m_bubbleList;
+}
+
+QString ZBubbleConfigMgr::getImageUrlById(const QString& id)
+{
+    return ninePatchUrl(QStringLiteral("bg"), id, QStringLiteral("?imageMogr2/thumbnail/x44"));
+}
+
+QString ZBubbleConfigMgr::getChatUrlById(const QString& id)
+{
+    return ninePatchUrl(QStringLiteral("chat"), id,
+                        QStringLiteral("?imageMogr2/thumbnail/!33.333p"));
+}
+
+QString ZBubbleConfigMgr::getThumbEnableUrlById(const QString& id)
+{
+    if (id.isEmpty())
+        return {};
+    return QStringLiteral("%1/app/images/nobility/bubble_small_%2.png?%3")
+        .arg(ResourceServer::images(), id, tableVersion());
+}
+
+QString ZBubbleConfigMgr::getImagePathById(const QString& id)
+{
+    return CacheNames::imagePath(getImageUrlById(id));
+}
+
+QString ZBubbleConfigMgr::getChatPathById(const QString& id)
+{
+    return CacheNames::imagePath(getChatUrlById(id));
+}
+
+QString ZBubbleConfigMgr::getThumbEnableImagePathById(const QString& id)
+{
+    return getImagePathById(id) + QStringLiteral("_thumb_enable");
+}
+
+QtPromise::QPromise<QString> ZBubbleConfigMgr::getImagePathAndDownloadById(const QString& id)
+{
+    return ZDataTableMgr::getInstance()->downloadFile(getImagePathById(id), getImageUrlById(id),
+                                                      true);
+}
+
+QtPromise::QPromise<QString>
+ZBubbleConfigMgr::getThumbEnableImagePathAndDownloadById(const QString& id)
+{
+    return ZDataTableMgr::getInstance()->downloadFile(getThumbEnableImagePathById(id),
+                                                      getThumbEnableUrlById(id), true);
+}
+
+TableDescription ZBubbleConfigMgr::describeTable()
+{
+    return columns().describe(QStringLiteral("bubbleId"),
+                              QStringLiteral("the map holds the later row, the list both"),
+                              [] { return getInstance().m_bubbleList; });
+}
