@@ -1,0 +1,88 @@
+#pragma once
+
+#include "ZGlobalExport.h"
+#include "datatable/TableDescription.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSharedPointer>
+#include <QString>
+#include <QTime>
+
+/** A decorative border round a user's avatar. */
+struct ZImageFrameInfo
+{
+    int headFrameId = 0;
+    int headFrameType = 0;
+    QString name;
+    QString description;
+    QString icon2;            ///< the picture outside all periods
+    QString flash;            ///< the animation outside all periods
+    int version = 0;          ///< of the pictures
+    QString micAnimation;     ///< shown while the user speaks
+    QString timePeriodConfig; ///< the schedule as JSON text, or empty
+};
+
+/**
+ * The head frames of table CS_HeadframeList, by id.
+ *
+ * A frame may look different at certain hours. Its schedule is an object with an array
+ * "periodConfigs" of periods {"startTime": "HH:mm:ss", "endTime": "HH:mm:ss", "icon1": picture,
+ * "flash": animation}. Both ends of a period are in it, to the millisecond; one that starts after
+ * it ends runs over midnight; the first that holds the time is in force. What is no period, or has
+ * a time written otherwise, is passed over.
+ *
+ * The lookups that depend on the hour have two forms: for a stated local time, and for now, which
+ * reads the clock once. No period holds an invalid time. Unless said otherwise an unknown id gives
+ * an empty text. The doubled slash in the paths is meant.
+ *
+ * GUI thread only.
+ */
+class ZGLOBAL_EXPORT ZImageFrameInfoListMgr : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ZImageFrameInfoListMgr* getInstance();
+
+    /** Replaces the frames; false, with the frames kept, when the table or a column is missing. */
+    bool loadImageFrameInfoListTable(const QString& path);
+    void clear();
+
+    /** The live container: not to be held across a load. */
+    const QHash<int, ZImageFrameInfo>& getImageFrameMap();
+
+    /** A default record for an unknown id. */
+    ZImageFrameInfo getInfoById(int id);
+
+    /** The start of the period in force; an invalid time when none is. */
+    QTime getCurrentPeriodStartTime(int id);
+    QTime getCurrentPeriodStartTime(int id, const QTime& at);
+
+    /**
+     * The picture and the animation in force: the period's, even where it has an empty one, or the
+     * frame's own when no period is in force.
+     */
+    QString getEffectiveIconById(int id);
+    QString getEffectiveIconById(int id, const QTime& at);
+    QString getEffectiveFlashById(int id);
+    QString getEffectiveFlashById(int id, const QTime& at);
+
+    /** The frame's own picture, under the record's version. */
+    QString getFramePathById(int id);
+    QString getFrameUrlById(int id);
+
+    /** The picture in force now; empty where that is. */
+    QString getEffectiveFramePathById(int id);
+    QString getEffectiveFrameUrlById(int id);
+
+    static TableDescription describeTable();
+
+protected:
+    using QObject::QObject;
+
+    static QSharedPointer<ZImageFrameInfoListMgr> m_instance;
+
+private:
+    QHash<int, ZImageFrameInfo> m_frames;
+};
