@@ -1,0 +1,58 @@
+#pragma once
+
+#include "ZGlobalExport.h"
+#include "datatable/TableDescription.h"
+
+#include <QMap>
+#include <QObject>
+#include <QSharedPointer>
+#include <QString>
+
+/** A stamp that one user puts on another for a while. */
+struct ZUserStampInfo
+{
+    QString id;
+    QString name;
+    QString picture;  ///< the picture's file on the image server
+    int duration = 0; ///< how long the stamp stays, in seconds
+    int version = 0;  ///< of the picture
+};
+
+/**
+ * The user stamps of table StampName, by id.
+ *
+ * A stamp needs an id and a name; the other columns may be missing. An unknown id, and a stamp
+ * without a picture, give an empty address and path. GUI thread only.
+ */
+class ZGLOBAL_EXPORT ZUserStampMgr : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ZUserStampMgr* getInstance();
+
+    /** Replaces the stamps; false, with the stamps kept, when the table or a column is missing. */
+    bool loadUserStampTable(const QString& path);
+    void clear();
+
+    /** The live container: not to be held across a load. */
+    const QMap<QString, ZUserStampInfo>& getUserStampMap();
+
+    /** A default record for an unknown id. */
+    ZUserStampInfo getInfoById(const QString& id);
+
+    /** The picture, under the record's version, and its file in "res/images/", named after the
+     *  address. */
+    QString getStampImageUrlById(const QString& id);
+    QString getStampImagePathById(const QString& id);
+
+    static TableDescription describeTable();
+
+protected:
+    using QObject::QObject;
+
+    static QSharedPointer<ZUserStampMgr> m_instance;
+
+private:
+    QMap<QString, ZUserStampInfo> m_stamps;
+};
