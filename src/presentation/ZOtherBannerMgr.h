@@ -1,0 +1,53 @@
+#pragma once
+
+#include "ZGlobalExport.h"
+#include "datatable/TableDescription.h"
+
+#include <QObject>
+#include <QSet>
+#include <QSharedPointer>
+#include <QString>
+#include <QVector>
+
+/** A banner in one of the secondary places. */
+struct ZOtherBannerInfo
+{
+    int id = 0;
+    QString targetObject; ///< the address it opens
+    int isCefOpen = 0;    ///< 1 or more: the address opens in the embedded browser
+};
+
+/** The secondary banners of table CS_VideoHobbyBanner, in table order. GUI thread only. */
+class ZGLOBAL_EXPORT ZOtherBannerMgr : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ZOtherBannerMgr* getInstance();
+
+    /** Replaces the banners; false, with them kept, when the table or a column is missing. */
+    bool loadOtherBannerListTable(const QString& path);
+    /** Empties everything, the pages for the embedded browser included. */
+    void clear();
+
+    /** Every row, in table order; a reference to the live list, not to be held across a load. */
+    const QVector<ZOtherBannerInfo>& getList();
+
+    /**
+     * Whether url holds the path, query included, of a page for the embedded browser. A page
+     * without a path after its host and "/" stands for nothing, unlike with ZBannerMgr.
+     */
+    bool otherBannerIsByCef(const QString& url);
+    /** A page that makes otherBannerIsByCef() true for url; empty when there is none. */
+    QString otherBannerCefPage(const QString& url);
+
+    static TableDescription describeTable();
+
+private:
+    ZOtherBannerMgr() = default;
+
+    static QSharedPointer<ZOtherBannerMgr> m_instance;
+
+    QVector<ZOtherBannerInfo> m_list;
+    QSet<QString> m_pages;
+};
