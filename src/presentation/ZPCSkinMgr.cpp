@@ -1,0 +1,135 @@
+#include "presentation/ZPCSkinMgr.h"
+
+#include "datatable/CacheNames.h"
+#include "datatable/ResourceServer.h"
+#include "datatable/TableColumns.h"
+#include "datatable/ZDataTableMgr.h"
+#include "host/ZHttpComm.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QMetaEnum>
+#include <QSaveFile>
+
+namespace {
+
+const TableColumns<ZPCSkinInfo>& columns()
+{
+    using Cells::Text;
+    static const TableColumns<ZPCSkinInfo> declared {
+        {Optional, "id", Text(), Z_FIELD(ZPCSkinInfo, id)},
+        {Optional, "version", Text(), Z_FIELD(ZPCSkinInfo, version)},
+        {Optional, "desc", Text(), Z_FIELD(ZPCSkinInfo, desc)},
+    };
+    return declared;
+}
+
+QString skinFolder()
+{
+    return QStringLiteral("res/skin/");
+}
+
+int tableVersion()
+{
+    return ZDataTableMgr::getInstance()->getTableVersion(EDataTable::PCSkin);
+}
+
+void store(const QString& path, const QByteArray& picture)
+{
+    if (picture.isEmpty())
+        return;
+    QSaveFile file(path); // the client may be painting the earlier picture
+    if (file.open(QIODevice::WriteOnly) && file.write(picture) == picture.size())
+        file.commit();
+}
+
+} // namespace
+
+ZPCSkinMgr& ZPCSkinMgr::getInstance()
+{
+    static ZPCSkinMgr instance;
+    return instance;
+}
+
+ZPCSkinMgr::ZPCSkinMgr()
+{
+    QDir().mkpath(skinFolder());
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(1000);
+    connect(&m_timer, &QTimer::timeout, this, &ZPCSkinMgr::downloadSkinImages);
+}
+
+bool ZPCSkinMgr::loadListTable(const QString& path)
+{
+    const auto table = columns().read(path);
+    if (!table)
+        return false;
+    clear();
+    table->forEach([this](const ZPCSkinInfo& info) { m_skins.append(info); });
+    qInfo().noquote() << QStringLiteral("PCSkin加载完毕");
+    return true;
+}
+
+void ZPCSkinMgr::clear()
+{
+    m_skins.clear();
+}
+
+void ZPCSkinMgr::loadPCSkinImages()
+{
+    m_timer.stop();
+    m_timer.start();
+}
+
+QString ZPCSkinMgr::getSkinUrl(E_SkinLocate locate)
+{
+    if (m_skins.isEmpty() || m_skins.last().version.isEmpty())
+        return {};
+    const ZPCSkinInfo& current = m_skins.last();
+    return QStringLiteral("%1/app/images/pcskin/%2_%3_%4")
+        .arg(ResourceServer::images(), current.id, QString::number(locate), current.version);
+}
+
+QString ZPCSkinMgr::getSkinPath(E_SkinLocate locate)
+{
+    return QStringLiteral("%1/%2").arg(skinFolder(), CacheNames::ofAddress(getSkinUrl(locate)));
+}
+
+TableDescription ZPCSkinMgr::describeTable()
+{
+    return columns().describe(QString(),
+                              QStringLiteral("all are kept, the last row is the current skin"),
+                              [] { return getInstance().m_skins; });
+}
+
+void ZPCSkinMgr::downloadSkinImages()
+{
+    if (m_skins.isEmpty() || m_skins.last().version.isEmpty()) {
+        qInfo().noquote() << QStringLiteral("皮肤不存在");
+        Q_EMIT sigDownloadImages();
+        return;
+    }
+    qInfo().noquote() << QStringLiteral("开始下载皮肤") << tableVersion();
+    m_downloads = 0;
+    const auto places = QMetaEnum::fromType<E_SkinLocate>();
+    for (int i = 0; i < places.keyCount(); ++i) {
+        const auto place = static_cast<E_SkinLocate>(places.value(i));
+        ++m_downloads;
+        ZHttpComm::getInstance()
+            ->get(QUrl(getSkinUrl(place)))
+            .then([this, path = getSkinPath(place)](const QByteArray& picture) {
+                store(path, picture);
+                if (--m_downloads == 0)
+                    announceImages();
+            })
+            .fail([] {}); // leaves the run unannounced
+    }
+    if (m_downloads == 0)
+        announceImages();
+}
+
+void ZPCSkinMgr::announceImages()
+{
+    qInfo().noquote() << QStringLiteral("下载皮肤图片完成") << tableVersion();
+    Q_EMIT sigDownloadImages();
+}
