@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ZGlobalExport.h"
+#include "datatable/TableDescription.h"
+
+#include <QMap>
+#include <QObject>
+#include <QString>
+
+/** The effect of an award of the platform. */
+struct ZAwardEffectInfo
+{
+    QString id;   ///< decimal; "0" where the cell is no integral number
+    int sort = 0; ///< display order
+    QString name;
+    QString flash; ///< the animation to play
+    QString icon;  ///< file name of the icon
+    QString descs;
+};
+
+/**
+ * The award effects of table CS_PlatAwardEffect, by id.
+ *
+ * The table is not loaded at start-up: the program that shows awards loads it. GUI thread only.
+ */
+class ZGLOBAL_EXPORT ZAwardEffectMgr : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ZAwardEffectMgr& getInstance();
+
+    /** Replaces the effects; false, with them kept, when the table or a column is missing. */
+    bool loadListTable(const QString& path);
+    void clear();
+
+    /** A default record for an unknown id. */
+    ZAwardEffectInfo getInfoById(const QString& id);
+
+    /** Server, folder and icon name simply joined; empty for an empty or unknown id. */
+    QString getIconUrlById(const QString& id);
+
+    static TableDescription describeTable();
+
+private:
+    ZAwardEffectMgr() = default;
+
+    QMap<QString, ZAwardEffectInfo> m_infos;
+};
