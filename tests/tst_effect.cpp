@@ -1,0 +1,148 @@
+#include "datatable/ZDataTableMgr.h"
+#include "effect/ZActivityAwardEffectMgr.h"
+#include "effect/ZAwardEffectMgr.h"
+#include "effect/ZRecreationMgr.h"
+#include "host/ZGlobalConfig.h"
+#include "support/Literals.h"
+#include "support/Tables.h"
+
+#include <QtTest>
+
+class tst_effect : public QObject
+{
+    Q_OBJECT
+
+private:
+    WorkFolder m_folder;
+    ZRecreationMgr& m_recreations = ZRecreationMgr::getInstance();
+
+private Q_SLOTS:
+    void initTestCase();
+    void recreationTypes();
+    void recreationAddresses_data();
+    void recreationAddresses();
+    void awards();
+    void activityAwards();
+};
+
+void tst_effect::initTestCase()
+{
+    ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, u"http://img"_s);
+}
+
+void tst_effect::recreationTypes()
+{
+    const auto load = [this](const QString& columns, const QByteArray& rows) {
+        return m_recreations.loadRecreationListTable(tableOf(m_folder, columns, rows));
+    };
+    QVERIFY(load(u"playType id"_s,
+                 "[['1', 'R1'], null, ['2', 'M1'], ['3', 'W1'], ['4', 'r1'], "
+                 "['5', 'X1'], ['6', ''], ['7', 'R1'], ['8', 1], ['9']]"));
+    const auto ids = [this](int type) {
+        return m_recreations.getRecreationIdByTypeKey(recreationType(type)).join(u' ');
+    };
+    QCOMPARE(ids(1), u"R1 R1"_s);
+    QCOMPARE(ids(2), u"M1"_s);
+    QCOMPARE(ids(3), u"W1"_s);
+    QCOMPARE(ids(0), QString());
+    QCOMPARE(ZRecreationMgr::describeTable().recordCount(), 5);
+    QCOMPARE(m_recreations.getRecreationPlayType(u"R1"_s), u"7"_s);
+    QCOMPARE(m_recreations.getRecreationPlayType(u"X1"_s), u"5"_s);
+
+    QVERIFY(!m_recreations.loadRecreationListTable(u"no such file"_s));
+    QCOMPARE(m_recreations.getRecreationInfoById(u"M1"_s).playType, u"2"_s);
+    QVERIFY(load(u"name"_s, "[['without id']]"));
+    QCOMPARE(m_recreations.getRecreationInfoById(u"M1"_s).id, QString());
+    QCOMPARE(ids(2), QString());
+}
+
+void tst_effect::recreationAddresses_data()
+{
+    QTest::addColumn<QString>("flashName");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("extension") << u"abc.json"_s << u"abc"_s;
+    QTest::newRow("two extensions") << u"a.tar.gz"_s << u"a"_s;
+    QTest::newRow("no extension") << u"abc"_s << u"abc"_s;
+    QTest::newRow("leading dot") << u".abc.json"_s << u".abc.json"_s;
+    QTest::newRow("looks like a placeholder") << u"%3.zip"_s << u"%3"_s;
+}
+
+void tst_effect::recreationAddresses()
+{
+    QFETCH(QString, flashName);
+    QFETCH(QString, name);
+    const QString rows = u"[['R%31', '3', '"_s + flashName + u"']]"_s;
+    QVERIFY(m_recreations.loadRecreationListTable(
+        tableOf(m_folder, u"id flashVersion flashName"_s, rows.toUtf8())));
+    const QString id = u"R%31"_s;
+    QCOMPARE(m_recreations.getRecreationAnimationNameById(id), name);
+    QCOMPARE(m_recreations.getRecreationAnimationPathById(id),
+             QString(u"res/animation//"_s + name + u"_3"_s));
+    QCOMPARE(m_recreations.getRecreationAnimationUrlById(id),
+             QString(u"http://img/app/logo/magic/"_s + flashName + u"?3"_s));
+
+    ZDataTableMgr* tables = ZDataTableMgr::getInstance();
+    tables->setTableVersion(EDataTable::RecreationConfigNew, 20, false);
+    QCOMPARE(m_recreations.getRecreationImageUrlById(id),
+             u"http://img/app/logo/magic/R%31.png?imageView2/0/w/138/h/138&20"_s);
+    const QString path = m_recreations.getRecreationImagePathById(id);
+    QCOMPARE(path.size(), 11 + 32);
+    tables->setTableVersion(EDataTable::RecreationConfigNew, 21, false);
+    QVERIFY(m_recreations.getRecreationImagePathById(id) != path);
+
+    for (const QString& unknown : {u"R2"_s, u""_s}) {
+        QCOMPARE(m_recreations.getRecreationAnimationNameById(unknown), QString());
+        QCOMPARE(m_recreations.getRecreationAnimationPathById(unknown), QString());
+        QCOMPARE(m_recreations.getRecreationAnimationUrlById(unknown), QString());
+        QCOMPARE(m_recreations.getRecreationImagePathById(unknown), QString());
+    }
+}
+
+void tst_effect::awards()
+{
+    ZAwardEffectMgr& awards = ZAwardEffectMgr::getInstance();
+    const QString columns = u"id icon sort name flash descs"_s;
+    const auto load = [&](const QString& path) { return awards.loadListTable(path); };
+    const auto count = ZAwardEffectMgr::describeTable().recordCount;
+    QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
+
+    QVERIFY(load(tableOf(m_folder, columns,
+                         "[[7, 'early', 1], [7.0, '/a.png', 90], "
+                         "[7.5, 'b', 1], ['7', 'c', '5']]")));
+    QCOMPARE(count(), 2);
+    QCOMPARE(awards.getInfoById(u"7"_s).sort, 90);
+    QCOMPARE(awards.getInfoById(u"0"_s).icon, u"c"_s);
+    QCOMPARE(awards.getInfoById(u"0"_s).sort, 0);
+    QCOMPARE(awards.getIconUrlById(u"7"_s), u"http://img/app/images/activity/effect//a.png"_s);
+    QCOMPARE(awards.getIconUrlById(u"8"_s), QString());
+}
+
+void tst_effect::activityAwards()
+{
+    ZActivityAwardEffectMgr& awards = ZActivityAwardEffectMgr::getInstance();
+    const QStringList columns =
+        u"id effectIcon availableTime availableGapTime remark activityId rankType effectId name"_s
+            .split(u' ');
+    const auto load = [&](const QStringList& wanted) {
+        return awards.loadListTable(
+            tableOf(m_folder, wanted.join(u' '), "[['A1', 'icon', '3600', 60, 'internal']]"));
+    };
+    const auto count = ZActivityAwardEffectMgr::describeTable().recordCount;
+    for (const QString& column : columns) {
+        QVERIFY(load(columns) && count() == 1);
+        QStringList others = columns;
+        others.removeOne(column);
+        QVERIFY2(!load(others) && count() == 0, qPrintable(column));
+    }
+    QVERIFY(load(columns));
+    const ZActivityAwardEffectInfo info = awards.getInfoById(u"A1"_s);
+    QCOMPARE(info.effectIcon, u"icon"_s);
+    QCOMPARE(info.availableTime, 0);
+    QCOMPARE(info.availableGapTime, 60);
+    QCOMPARE(info.remark, QString());
+    QVERIFY(!awards.loadListTable(u"no such file"_s) && count() == 0);
+}
+
+QTEST_GUILESS_MAIN(tst_effect)
+
+#include "tst_effect.moc"

@@ -1,0 +1,388 @@
+#include "datatable/ZDataTableMgr.h"
+#include "host/ZGlobalConfig.h"
+#include "host/ZHttpComm.h"
+#include "presentation/ZBannerMgr.h"
+#include "presentation/ZOtherBannerMgr.h"
+#include "presentation/ZPCSkinMgr.h"
+#include "presentation/ZPublicConfigMgr.h"
+#include "presentation/ZSystemConfigMgr.h"
+#include "presentation/zH5WebConfigMgr.h"
+#include "support/HttpServer.h"
+#include "support/Literals.h"
+#include "support/LogLines.h"
+#include "support/Tables.h"
+
+#include <QCryptographicHash>
+#include <QtTest>
+
+namespace {
+
+// In an order that lets the rows below end early.
+const QString bannerColumns =
+    u"id weight landingPage bannerType bannerContent startDate endDate isHalf isLive lpType"_s;
+const QString otherColumns = u"id targetObject isCefOpen"_s;
+const QString largePath = u"/cms/app/data/bannerConfigInfo"_s;
+
+void setConfig(const QString& key, const QString& value)
+{
+    ZGlobalConfig::getInstance().setConfig(key, value);
+}
+
+QString fileOf(const QString& address)
+{
+    const auto digest = QCryptographicHash::hash(address.toUtf8(), QCryptographicHash::Md5);
+    return QString::fromLatin1(digest.toHex()).toUpper();
+}
+
+QString ids(bool isNew)
+{
+    QStringList ids;
+    for (const ZBannerInfo& banner : ZBannerMgr::getInstance()->getList(isNew))
+        ids.append(QString::number(banner.id));
+    return ids.join(u' ');
+}
+
+} // namespace
+
+class tst_presentation : public QObject
+{
+    Q_OBJECT
+
+private:
+    WorkFolder m_folder;
+    ZBannerMgr* m_banners = ZBannerMgr::getInstance();
+    ZOtherBannerMgr* m_others = ZOtherBannerMgr::getInstance();
+    ZPCSkinMgr& m_skins = ZPCSkinMgr::getInstance();
+
+    /** The columns are bannerColumns and, from the front, those named. */
+    bool loadBanners(const QString& columns, const QByteArray& rows, bool isNew = false)
+    {
+        return m_banners->loadBannerListTable(
+            tableOf(m_folder, QString(columns + bannerColumns), rows), isNew);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_banners->clear();
+        setConfig(u"H5Server"_s, QString());
+    }
+
+    void requiredColumns();
+    void bannerLists();
+    void bannerDefaults();
+    void bannerPages_data();
+    void bannerPages();
+    void bannerPagesOutliveClear();
+    void bannerPagesOfTheService();
+    void bannerImages();
+    void skinDownload();
+    void skinFailures_data();
+    void skinFailures();
+    void webAddresses_data();
+    void webAddresses();
+    void publicSettings();
+    void systemSettings();
+};
+
+void tst_presentation::requiredColumns()
+{
+    const auto load = [this](const QString& path) {
+        return m_banners->loadBannerListTable(path, false);
+    };
+    const auto count = ZBannerMgr::describeTable().recordCount;
+    QCOMPARE(requiredFault(m_folder, bannerColumns, load, count), QString());
+    const auto loadOther = [this](const QString& path) {
+        return m_others->loadOtherBannerListTable(path);
+    };
+    const auto otherCount = ZOtherBannerMgr::describeTable().recordCount;
+    QCOMPARE(requiredFault(m_folder, otherColumns, loadOther, otherCount), QString());
+}
+
+void tst_presentation::bannerLists()
+{
+    QSignalSpy updates(m_banners, &ZBannerMgr::sigUpdate);
+    QVERIFY(loadBanners(
+        u"showPosition "_s,
+        "[['pc_anchor', 1, 5], ['pc_anchor,app', 2, 2], ['PC_ANCHOR', 3, 9], ['pc_anchor', 4, 2], "
+        "['', 5, 1], [7, 6, 1], ['xpc_anchor2', 7, -1]]"));
+    QVERIFY(loadBanners(QString(), "[[9, 7], [1, 3]]", true));
+    QCOMPARE(updates.size(), 2);
+    QCOMPARE(ids(false), u"7 2 4 1"_s);
+    QCOMPARE(ids(true), u"9 1"_s);
+    m_banners->sortListByWeight(true);
+    QCOMPARE(ids(true), u"9 1"_s);
+    QCOMPARE(m_banners->getBannerMap().size(), 5);
+    QCOMPARE(m_banners->getBannerMap().value(1).weight, 3);
+    QCOMPARE(m_banners->getList(false).last().weight, 5);
+    QVERIFY(loadBanners(QString(), "[[8]]"));
+    QCOMPARE(ids(false), u"8"_s);
+    QCOMPARE(ids(true), u"9 1"_s);
+    QVERIFY(m_banners->getBannerMap().contains(2));
+}
+
+void tst_presentation::bannerDefaults()
+{
+    QVERIFY(loadBanners(QString(), "[[1, 0, '', 0, '', 4102444800999.9, '4102444800', 1.5]]"));
+    ZBannerInfo banner = m_banners->getBannerMap().value(1);
+    QCOMPARE(banner.startDate, Q_INT64_C(4102444800999));
+    QCOMPARE(banner.endDate, 0);
+    QCOMPARE(banner.isHalf, 0);
+    QCOMPARE(banner.showByFunLevel, -1);
+    QCOMPARE(banner.tipsType, -1);
+    QVERIFY(loadBanners(u"tipsType showByFunLevel name "_s, "[['2', null, '%1', 1]]"));
+    banner = m_banners->getBannerMap().value(1);
+    QCOMPARE(banner.tipsType, 0);
+    QCOMPARE(banner.showByFunLevel, 0);
+    QCOMPARE(banner.name, u"%1"_s);
+    QCOMPARE(banner.reserved, -1);
+}
+
+void tst_presentation::bannerPages_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("flag");
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<bool>("embedded");
+    // The banners' pages stay for good, so every row has a path of its own.
+    const auto row = [](const char* name, const QString& page, const QString& flag,
+                        const QString& url,
+                        bool embedded) { QTest::newRow(name) << page << flag << url << embedded; };
+    row("path and query", u" https://a.example.com/p1/b?x=1 "_s, u"1"_s, u"q/p1/b?x=1&y"_s, true);
+    row("any number above 0", u"http://a.example.com/p2"_s, u"2"_s, u"q/p2/more"_s, true);
+    row("query missing", u"https://a.example.com/p3?x=1"_s, u"1"_s, u"q/p3"_s, false);
+    row("letter case", u"https://a.example.com/P4"_s, u"1"_s, u"q/p4"_s, false);
+    row("scheme in capitals", u"HTTPS://a.example.com/p5"_s, u"1"_s, u"q/p5"_s, false);
+    row("no scheme", u"a.example.com/p6"_s, u"1"_s, u"q/p6"_s, false);
+    row("no path", u"https://p7.example.com"_s, u"1"_s, u"https://p7.example.com"_s, false);
+    row("not embedded", u"https://a.example.com/p8"_s, u"0"_s, u"q/p8"_s, false);
+    row("text for the flag", u"https://a.example.com/p9"_s, u"'1'"_s, u"q/p9"_s, false);
+}
+
+void tst_presentation::bannerPages()
+{
+    QFETCH(QString, page);
+    QFETCH(QString, flag);
+    QFETCH(QString, url);
+    QVERIFY(loadBanners(u"isCefOpen "_s, u"[[%2, 1, 1, '%1']]"_s.arg(page, flag).toUtf8()));
+    QTEST(m_banners->bannerIsByCef(url), "embedded");
+
+    const QString rows = u"[null, [1, '%1', %2], [2, 'https://a.example.com/', 1]]"_s;
+    QVERIFY(m_others->loadOtherBannerListTable(
+        tableOf(m_folder, otherColumns, rows.arg(page, flag).toUtf8())));
+    QCOMPARE(m_others->getList().size(), 2);
+    QTEST(m_others->otherBannerIsByCef(url), "embedded");
+    QTEST(m_others->otherBannerCefPage(url) == page.trimmed(), "embedded");
+    m_others->clear();
+    QVERIFY(m_others->getList().isEmpty() && !m_others->otherBannerIsByCef(url));
+}
+
+void tst_presentation::bannerPagesOutliveClear()
+{
+    QVERIFY(loadBanners(u"isCefOpen showPosition "_s,
+                        "[[1, 'app', 1, 1, 'https://a.example.com/dropped']]"));
+    QCOMPARE(ids(false), QString());
+    m_banners->clear();
+    QVERIFY(loadBanners(QString(), "[]"));
+    QCOMPARE(m_banners->bannerCefPage(u"q/dropped"_s), u"https://a.example.com/dropped"_s);
+}
+
+void tst_presentation::bannerPagesOfTheService()
+{
+    HttpServer server;
+    setConfig(u"H5Server"_s, server.baseUrl() + u'/');
+    setConfig(u"userId"_s, u"10001"_s);
+    setConfig(u"sessionId"_s, u"a+b&c%2B="_s);
+    server.serve(largePath, R"({"data": [7, {}, {"isCefOpen": true, "landingPage": "https://a/s1"},
+        {"isCefOpen": 2, "landingPage": "https://a/s2"}, {"isCefOpen": 1, "landingPage": ""},
+        {"isCefOpen": 1, "landingPage": " https://a/s3"},
+        {"isCefOpen": 1, "landingPage": "https://a/"}]})");
+    QVERIFY(!m_banners->bannerIsByCef(u"/"_s));
+    QVERIFY(loadBanners(QString(), "[]"));
+    QTRY_VERIFY(m_banners->bannerIsByCef(u"/"_s));
+    QCOMPARE(m_banners->bannerCefPage(u"q/s1/s2/s3"_s), u"https://a/"_s);
+    const QString query = u"?userId=10001&sessionId=a%2Bb%26c%252B%3D&product=pc_anchor"_s;
+    QCOMPARE(server.targets(), QStringList(largePath + query));
+
+    server.fail(largePath, 500);
+    QVERIFY(loadBanners(QString(), "[]"));
+    QVERIFY2(!m_banners->bannerIsByCef(u"/"_s), "emptied when the question is sent");
+    QTRY_COMPARE(server.requests(largePath), 2);
+    server.serve(largePath, R"({"data": [{"isCefOpen": 1, "landingPage": "http://a/s4"}]})");
+    QVERIFY(loadBanners(QString(), "[]"));
+    QTRY_VERIFY(m_banners->bannerIsByCef(u"q/s4"_s));
+    QVERIFY(!m_banners->bannerIsByCef(u"/"_s));
+}
+
+void tst_presentation::bannerImages()
+{
+    HttpServer server;
+    setConfig(u"ImageResServer"_s, server.baseUrl());
+    server.serve(u"/two.png"_s, "picture");
+    QSignalSpy done(m_banners, &ZBannerMgr::sigDownloadImages);
+    QVERIFY(loadBanners(QString(), "[[1, 1, '', 1, '/one.png'], [3, 1, '', 3, '/three.png']]"));
+    QVERIFY(
+        loadBanners(QString(), "[[2, 1, '', 2, '/two.png'], [4, 1, '', 1, '/gone.png']]", true));
+    QCOMPARE(m_banners->getBannerImageUrlById(3), server.baseUrl() + u"/three.png"_s);
+    QCOMPARE(m_banners->getBannerImageUrlById(5), QString());
+    QCOMPARE(m_banners->getBannerImagePathById(5), QString());
+    const QString path = m_banners->getBannerImagePathById(2);
+    QCOMPARE(path, u"res/images/"_s + fileOf(server.baseUrl() + u"/two.png"_s));
+    WorkFolder::write(m_banners->getBannerImagePathById(1), "there");
+
+    m_banners->loadBannerImages();
+    QVERIFY2(done.isEmpty(), "announced before the pictures are there");
+    QTRY_COMPARE(done.size(), 1);
+    QCOMPARE(WorkFolder::read(path), QByteArray("picture"));
+    QStringList targets = server.targets();
+    targets.sort();
+    QCOMPARE(targets, QStringList({u"/gone.png"_s, u"/two.png"_s}));
+    WorkFolder::write(m_banners->getBannerImagePathById(4), "there");
+    m_banners->loadBannerImages();
+    QCOMPARE(done.size(), 2);
+    QCOMPARE(server.targets().size(), 2);
+}
+
+void tst_presentation::skinDownload()
+{
+    const LogLines log;
+    HttpServer server;
+    setConfig(u"ImageResServer"_s, server.baseUrl());
+    ZDataTableMgr::getInstance()->setTableVersion(EDataTable::PCSkin, 17, false);
+    QVERIFY(m_skins.loadListTable(
+        tableOf(m_folder, u"id version"_s, "[['6', '2'], ['7', '3'], null]")));
+    QVERIFY(!m_skins.loadListTable(u"no such file"_s));
+    const QString address = m_skins.getSkinUrl(ZPCSkinMgr::E_SkinTop);
+    QCOMPARE(address, server.baseUrl() + u"/app/images/pcskin/7_1_3"_s);
+    const QString top = m_skins.getSkinPath(ZPCSkinMgr::E_SkinTop);
+    QCOMPARE(top, u"res/skin//"_s + fileOf(address));
+    const QString whole = m_skins.getSkinPath(ZPCSkinMgr::E_SkinAll);
+    server.serve(u"/app/images/pcskin/7_0_3"_s, "whole");
+    server.serve(u"/app/images/pcskin/7_1_3"_s, QByteArray());
+    QVERIFY(QFileInfo(u"res/skin"_s).isDir());
+    WorkFolder::write(whole, "earlier and longer");
+    WorkFolder::write(top, "earlier");
+
+    QSignalSpy done(&m_skins, &ZPCSkinMgr::sigDownloadImages);
+    QElapsedTimer clock;
+    clock.start();
+    m_skins.loadPCSkinImages();
+    QTRY_VERIFY(clock.elapsed() >= 500);
+    m_skins.loadPCSkinImages();
+    QTRY_COMPARE(done.size(), 1);
+    QVERIFY2(clock.elapsed() >= 1400, "counts from the last call");
+    QCOMPARE(server.targets().size(), 2);
+    QCOMPARE(log.lines().filter(u"皮肤"_s),
+             QStringList({u"开始下载皮肤 17"_s, u"下载皮肤图片完成 17"_s}));
+    QCOMPARE(WorkFolder::read(whole), QByteArray("whole"));
+    QCOMPARE(WorkFolder::read(top), QByteArray("earlier"));
+}
+
+void tst_presentation::skinFailures_data()
+{
+    QTest::addColumn<QString>("columns");
+    QTest::addColumn<bool>("isSkin");
+    QTest::newRow("no such columns") << u"other"_s << false;
+    QTest::newRow("no version") << u"version id"_s << false;
+    QTest::newRow("a picture missing") << u"id version"_s << true;
+}
+
+void tst_presentation::skinFailures()
+{
+    QFETCH(QString, columns);
+    QFETCH(bool, isSkin);
+    const LogLines log;
+    HttpServer server;
+    setConfig(u"ImageResServer"_s, server.baseUrl());
+    server.serve(u"/app/images/pcskin/_1_3"_s, "top");
+    QVERIFY(m_skins.loadListTable(tableOf(m_folder, columns, "[['6', '2'], ['', '3']]")));
+    QSignalSpy done(&m_skins, &ZPCSkinMgr::sigDownloadImages);
+    QSignalSpy answers(ZHttpComm::getInstance(), &ZHttpComm::sigRequestFinished);
+    m_skins.loadPCSkinImages();
+    QTRY_COMPARE(done.size() + answers.size(), isSkin ? 2 : 1);
+    QCoreApplication::processEvents(); // runs what follows the answers
+    const QByteArray top = WorkFolder::read(m_skins.getSkinPath(ZPCSkinMgr::E_SkinTop));
+    QCOMPARE(top, QByteArray(isSkin ? "top" : ""));
+    QCOMPARE(m_skins.getSkinUrl(ZPCSkinMgr::E_SkinAll).isEmpty(), !isSkin);
+    QCOMPARE(done.size(), isSkin ? 0 : 1);
+    QCOMPARE(server.targets().size(), isSkin ? 2 : 0);
+    QCOMPARE(log.lines().filter(u"皮肤"_s).size(), 1);
+    QCOMPARE(log.count(u"皮肤不存在"_s), isSkin ? 0 : 1);
+}
+
+void tst_presentation::webAddresses_data()
+{
+    QTest::addColumn<QString>("pcURL");
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("appAddress");
+    QTest::newRow("relative") << u"x.html?a=b%26c#top"_s
+                              << u"https://web/x.html?a=b%26c&version=27#top"_s
+                              << u"https://app/x.html?a=b%26c&version=27#top"_s;
+    QTest::newRow("default path") << QString() << u"https://web/default?version=27"_s
+                                  << u"https://app/default?version=27"_s;
+    QTest::newRow("https") << u"https://a/x?tab=1"_s << u"https://a/x?tab=1&version=27"_s
+                           << u"https://a/x?tab=1&version=27"_s;
+    QTest::newRow("http") << u"http://a/x"_s << u"https://web/http://a/x?version=27"_s
+                          << u"http://a/x?version=27"_s;
+    QTest::newRow("https inside") << u"go/https/x"_s << u"go/https/x?version=27"_s
+                                  << u"https://app/go/https/x?version=27"_s;
+}
+
+void tst_presentation::webAddresses()
+{
+    QFETCH(QString, pcURL);
+    setConfig(u"H5WebServer"_s, u"https://web/"_s);
+    setConfig(u"AppServer"_s, u"https://app/"_s);
+    ZDataTableMgr::getInstance()->setTableVersion(EDataTable::H5WebConfig, 27, false);
+    zH5WebConfigMgr& pages = zH5WebConfigMgr::getInstance();
+    const auto load = [&](const QString& path) { return pages.loadListTable(path); };
+    const QString columns = u"id defaultPath key desc"_s;
+    const auto count = zH5WebConfigMgr::describeTable().recordCount;
+    QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
+
+    QSignalSpy updates(&pages, &zH5WebConfigMgr::sigUpdate);
+    const QString rows =
+        u"[['replaced', '1', 'replaced'], ['%1', '1', 'default'], ['', '3', '']]"_s;
+    QVERIFY(load(tableOf(m_folder, u"pcURL "_s + columns, rows.arg(pcURL).toUtf8())));
+    QCOMPARE(updates.size(), 1);
+    QTEST(pages.getURLByDefine(E_H5Recharge), "address");
+    QTEST(pages.getAppURLByDefine(E_H5Recharge, u"AppServer"_s), "appAddress");
+    QCOMPARE(pages.getURLByDefine(E_H5FansGroup), QString());
+    QCOMPARE(pages.getAppURLByDefine(E_H5NobleCenter, u"AppServer"_s), QString());
+}
+
+void tst_presentation::publicSettings()
+{
+    ZPublicConfigMgr& settings = ZPublicConfigMgr::getInstance();
+    const auto load = [&](const QString& path) { return settings.loadListTable(path); };
+    const QString columns = u"id value desc"_s;
+    const auto count = ZPublicConfigMgr::describeTable().recordCount;
+    QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
+    QVERIFY(load(tableOf(m_folder, columns, "[['3', 'plain'], ['03', 'padded'], ['4', 1]]")));
+    QCOMPARE(settings.getInfoByDefine(ZPublicConfigMgr::E_PublicChatInterval).value, u"plain"_s);
+    QCOMPARE(settings.getInfoById(u"03"_s).value, u"padded"_s);
+    QCOMPARE(settings.getInfoById(u"4"_s).value, QString());
+    QCOMPARE(settings.getInfoById(u"5"_s).id, QString());
+}
+
+void tst_presentation::systemSettings()
+{
+    ZSystemConfigMgr& settings = ZSystemConfigMgr::getInstance();
+    QSignalSpy changes(&settings, &ZSystemConfigMgr::sigChangeSystemConfigData);
+    const auto load = [&](const QString& path) { return settings.loadListTable(path); };
+    const QString columns = u"id configKey configValue params desc"_s;
+    const auto count = ZSystemConfigMgr::describeTable().recordCount;
+    QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(load(tableOf(m_folder, columns,
+                         "[['12', 'key', '5'], ['012', 'key', '9'], "
+                         "['12', 'key', '6', 'a=b']]")));
+    QCOMPARE(settings.getInfoByDefine(E_SysMaxLinkMic).configValue, u"6"_s);
+    QCOMPARE(settings.getInfoByDefine(E_SysMaxLinkMic).params, u"a=b"_s);
+    QCOMPARE(settings.getInfoByDefine(E_SysPkEnable).configKey, QString());
+    QVERIFY(settings.isConfigData(u"012"_s) && !settings.isConfigData(u"1"_s));
+}
+
+QTEST_GUILESS_MAIN(tst_presentation)
+
+#include "tst_presentation.moc"
