@@ -1,9 +1,12 @@
 #include "datatable/Cells.h"
 
+#include "datatable/LocalClock.h"
+
 #include <QDateTime>
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace {
 
@@ -22,22 +25,23 @@ int digits(const QChar* first, int count)
     return number;
 }
 
-/** The date and time of a text in exactly the documented form, or an invalid one. */
-QDateTime plainDate(const QString& text)
+/** The seconds of a text in exactly the documented form; nothing for any other. */
+std::optional<qint64> plainDate(const QString& text)
 {
     if (text.size() != dateLength)
-        return {};
+        return std::nullopt;
     const QChar* at = text.constData();
     if (at[4] != u'-' || at[7] != u'-' || at[10] != u' ' || at[13] != u':' || at[16] != u':')
-        return {};
+        return std::nullopt;
     const int year = digits(at, 4);
     if (year < 0) // the one field that QDate would take
-        return {};
+        return std::nullopt;
     const QDate date(year, digits(at + 5, 2), digits(at + 8, 2));
     const QTime time(digits(at + 11, 2), digits(at + 14, 2), digits(at + 17, 2));
     if (!date.isValid() || !time.isValid())
-        return {};
-    return QDateTime(date, time);
+        return std::nullopt;
+    static thread_local LocalClock clock;
+    return clock.secondsOf(date, time);
 }
 
 } // namespace
@@ -47,11 +51,10 @@ qint64 Cells::secondsOfDate(const QString& date)
     static const qint64 invalid = QDateTime().toSecsSinceEpoch();
     if (date.isEmpty())
         return invalid;
+    if (const std::optional<qint64> seconds = plainDate(date))
+        return *seconds;
     // Whatever is not plainly a date, a time skipped by a clock change included, is left to Qt.
-    QDateTime parsed = plainDate(date);
-    if (!parsed.isValid())
-        parsed = QDateTime::fromString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-    return parsed.toSecsSinceEpoch();
+    return QDateTime::fromString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss")).toSecsSinceEpoch();
 }
 
 Cells::TruncatedNumber::Value Cells::TruncatedNumber::read(const QJsonValue& cell)

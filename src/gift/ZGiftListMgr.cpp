@@ -1,8 +1,8 @@
 #include "gift/ZGiftListMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/ResourceServer.h"
 #include "datatable/TableColumns.h"
-#include "host/ZGlobalConfig.h"
 
 #include <QDebug>
 #include <QJsonDocument>
@@ -95,11 +95,6 @@ ZGiftInfo giftOf(const GiftRow& row)
     return gift;
 }
 
-QString imageServer()
-{
-    return ZGlobalConfig::getInstance().getConfig(QStringLiteral("ImageResServer"));
-}
-
 QString animationNameOf(const QString& fileName)
 {
     if (fileName.endsWith(QLatin1String(".mp4")))
@@ -120,7 +115,8 @@ QString animationPath(const QString& fileName, const QString& version)
 
 QString animationUrl(const QString& fileName, const QString& version)
 {
-    return QStringLiteral("%1/app/logo/giftanimation/%2?%3").arg(imageServer(), fileName, version);
+    return QStringLiteral("%1/app/logo/giftanimation/%2?%3")
+        .arg(ResourceServer::images(), fileName, version);
 }
 
 QString broadcastPath(const QString& fileName, const QString& version)
@@ -137,7 +133,7 @@ QString broadcastUrl(const QString& fileName, const QString& version)
     if (fileName.isEmpty())
         return {};
     return QStringLiteral("%1/app/logo/giftanimation/bc%2?%3")
-        .arg(imageServer(), fileName, version);
+        .arg(ResourceServer::images(), fileName, version);
 }
 
 bool isOnSale(const ZGiftInfo& gift, qint64 time)
@@ -209,7 +205,7 @@ QString ZGiftListMgr::getGiftImageUrlById(const QString& id)
     if (id.isEmpty())
         return {};
     return QStringLiteral("%1/app/logo/gift/%2?imageView2/0/w/138/h/138&%3")
-        .arg(imageServer(), id, getGiftInfoById(id).alterDateTime);
+        .arg(ResourceServer::images(), id, getGiftInfoById(id).alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftImagePathById(const QString& id)
@@ -279,7 +275,7 @@ QString ZGiftListMgr::getGiftBGImageUrlById(const QString& id)
     if (id.isEmpty() || isGiftInvalid(id))
         return {};
     return QStringLiteral("%1/app/logo/gift/bc%2?%3")
-        .arg(imageServer(), id, getGiftInfoById(id).alterDateTime);
+        .arg(ResourceServer::images(), id, getGiftInfoById(id).alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftShowTabIconPathById(const QString& id)
@@ -293,7 +289,7 @@ QString ZGiftListMgr::getGiftShowTabIconPathById(const QString& id)
 QString ZGiftListMgr::getGiftShowTabIconUrlById(const QString& id)
 {
     const QString icon = getGiftInfoById(id).showTabIcon;
-    return icon.isEmpty() ? QString() : QStringLiteral("%1/%2").arg(imageServer(), icon);
+    return icon.isEmpty() ? QString() : QStringLiteral("%1/%2").arg(ResourceServer::images(), icon);
 }
 
 QSet<QString> ZGiftListMgr::getAllAnimationName()
