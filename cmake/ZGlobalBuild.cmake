@@ -80,6 +80,6 @@ function(zglobal_test name)
     zglobal_program(${name} SOURCES ${arg_SOURCES} LINKS Qt5::Test ${arg_LINKS})
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 120
-        ENVIRONMENT "no_proxy=*;LC_ALL=C.UTF-8;QT_LOGGING_RULES=")
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT
+        "no_proxy=*;LC_ALL=C.UTF-8;QT_LOGGING_RULES=;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp")
 endfunction()
