@@ -1,3 +1,4 @@
+#include "host/HostLimits.h"
 #include "host/ZGlobalConfig.h"
 #include "support/Literals.h"
 #include "support/WorkFolder.h"
@@ -71,7 +72,7 @@ private Q_SLOTS:
         row("no rows", json("{'columns': ['id']}"), u"\"rows\" is not a list"_s);
         row("rows null", json("{'columns': ['id'], 'rows': null}"), u"\"rows\" is not a list"_s);
         row("too large",
-            json("{'columns': ['id'], 'rows': []}") + QByteArray(ZGlobalConfig::maxTableBytes, ' '),
+            json("{'columns': ['id'], 'rows': []}") + QByteArray(HostLimits::maxTableBytes, ' '),
             u"larger than 67108864 bytes"_s);
     }
 

@@ -1,4 +1,5 @@
 #include "host/EntryNames.h"
+#include "host/HostLimits.h"
 #include "host/MoveIn.h"
 #include "host/ZGlobalConfig.h"
 #include "support/Literals.h"
@@ -203,7 +204,7 @@ private Q_SLOTS:
     {
         EntryNames names(u"abc_12"_s);
         QString path;
-        for (int i = 0; i < ZGlobalConfig::maxArchiveEntries / 2; ++i)
+        for (int i = 0; i < HostLimits::maxArchiveEntries / 2; ++i)
             QCOMPARE(names.add(u"%1/file"_s.arg(i), false, path), QString());
         QCOMPARE(names.add(u"0/"_s, true, path), QString());
         QCOMPARE(names.add(u"0/more"_s, false, path),

@@ -1,6 +1,6 @@
 #include "host/EntryNames.h"
 
-#include "host/ZGlobalConfig.h"
+#include "host/HostLimits.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -99,9 +99,9 @@ QString EntryNames::take(const QString& path, bool folder, bool last)
             return last ? QStringLiteral("occurs twice") : QStringLiteral("lies below a file");
         return {};
     }
-    if (m_taken.size() >= ZGlobalConfig::maxArchiveEntries)
+    if (m_taken.size() >= HostLimits::maxArchiveEntries)
         return QStringLiteral("is one entry more than the %1 allowed")
-            .arg(ZGlobalConfig::maxArchiveEntries);
+            .arg(HostLimits::maxArchiveEntries);
     m_taken.insert(key, path);
     m_isFolder.insert(path, folder);
     (folder ? m_folders : m_files).append(path);

@@ -1,6 +1,6 @@
 #include "host/TableFile.h"
 
-#include "host/ZGlobalConfig.h"
+#include "host/HostLimits.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -27,8 +27,8 @@ QString parseColumns(const QJsonValue& columns, QHash<QString, int>& header)
 
 QString TableFile::parse(const QByteArray& bytes, QHash<QString, int>& header, QJsonArray& rows)
 {
-    if (bytes.size() > ZGlobalConfig::maxTableBytes)
-        return QStringLiteral("larger than %1 bytes").arg(ZGlobalConfig::maxTableBytes);
+    if (bytes.size() > HostLimits::maxTableBytes)
+        return QStringLiteral("larger than %1 bytes").arg(HostLimits::maxTableBytes);
     QJsonParseError json;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &json);
     if (json.error != QJsonParseError::NoError)

@@ -1,7 +1,7 @@
 #include "host/Unpacker.h"
 
+#include "host/HostLimits.h"
 #include "host/MoveIn.h"
-#include "host/ZGlobalConfig.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -132,11 +132,11 @@ QString Unpacker::writeFile(ArchiveReader& reader, const QString& path)
 QString Unpacker::countBytes(qint64 bytes)
 {
     m_unpackedBytes += bytes;
-    if (m_unpackedBytes > ZGlobalConfig::maxUnpackedBytes)
-        return QStringLiteral("goes beyond %1 unpacked bytes").arg(ZGlobalConfig::maxUnpackedBytes);
-    if (m_unpackedBytes > ZGlobalConfig::freeUnpackedBytes
-        && m_unpackedBytes / ZGlobalConfig::maxUnpackRatio >= m_archiveBytes)
+    if (m_unpackedBytes > HostLimits::maxUnpackedBytes)
+        return QStringLiteral("goes beyond %1 unpacked bytes").arg(HostLimits::maxUnpackedBytes);
+    if (m_unpackedBytes > HostLimits::freeUnpackedBytes
+        && m_unpackedBytes / HostLimits::maxUnpackRatio >= m_archiveBytes)
         return QStringLiteral("goes beyond %1 times the archive's size")
-            .arg(ZGlobalConfig::maxUnpackRatio);
+            .arg(HostLimits::maxUnpackRatio);
     return {};
 }

@@ -1,4 +1,5 @@
 #include "host/ZGlobalConfig.h"
+#include "host/HostLimits.h"
 
 #include "host/TableFile.h"
 #include "host/Unpacker.h"
@@ -27,7 +28,7 @@ QString readWhole(const QString& path, QByteArray& bytes)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return file.errorString();
-    bytes = file.read(ZGlobalConfig::maxTableBytes + 1);
+    bytes = file.read(HostLimits::maxTableBytes + 1);
     return file.error() == QFileDevice::NoError ? QString() : file.errorString();
 }
 

@@ -19,21 +19,6 @@
 class ZNETWORK_EXPORT ZGlobalConfig
 {
 public:
-    /** A table file larger than this is not read. */
-    static constexpr qint64 maxTableBytes = 64LL * 1024 * 1024;
-
-    /** An archive may hold this many files and folders, folders that are only part of a file's
-     *  name included. */
-    static constexpr int maxArchiveEntries = 10000;
-
-    /** What an archive may unpack to, counted in bytes that really come out of it. */
-    static constexpr qint64 maxUnpackedBytes = 512LL * 1024 * 1024;
-
-    /** What may come out of an archive for each byte of it. Pictures and animation texts stay below
-     *  50; only from freeUnpackedBytes on is it looked at, since tiny archives are all overhead. */
-    static constexpr qint64 maxUnpackRatio = 200;
-    static constexpr qint64 freeUnpackedBytes = 1024LL * 1024;
-
     static ZGlobalConfig& getInstance();
 
     /** The value of a key, an empty text when the key is not set. */
@@ -50,7 +35,7 @@ public:
 
     /**
      * Reads a table: column names to cell indexes, and the rows. docs/table-format.md says what is
-     * a table. The rows are handed over as they stand: an element may be null or no row at all, and
+     * a table, HostLimits how large it may be. The rows are handed over as they stand: an element may be null or no row at all, and
      * a row may have fewer or more cells than there are columns. On false header and rows are
      * untouched.
      */
@@ -74,7 +59,7 @@ public:
      * An archive is refused as a whole for anything that is neither a file nor a folder, for names
      * that lead out of the folder or through a link in it, that some system would not store or
      * would store under another name (letter case included), for an entry in the archive's own
-     * place, for a damaged or encrypted entry, and beyond the limits above.
+     * place, for a damaged or encrypted entry, and beyond the limits of HostLimits.
      *
      * Blocks while it works. Several archives may be unpacked at once; a second run for the same
      * archive waits for the first.
