@@ -99,12 +99,12 @@ void tst_privilege::privileges()
 
     QVERIFY(
         load(tableOf(m_folder, u"sortValue icon isOpen "_s + columns,
-                     "[[20, 'b.png', true, 'b'], [10, '', true, 'c'], [10, '%3.png', true, 'a'], "
+                     "[[7, 'b.png', true, 'b'], [10, '', true, 'c'], [10, '%3.png', true, 'a'], "
                      "[5, 'late.png', true, 'b']]")));
     QString order;
     for (const zNoblePrivilegeInfo& info : privileges.getList())
         order += info.id;
-    QCOMPARE(order, u"bcab"_s);
+    QCOMPARE(order, u"bbca"_s);
     QVERIFY(privileges.getInfoById(u"a"_s).isOpen);
     ZDataTableMgr::getInstance()->setTableVersion(EDataTable::NoblePrivilegeConfig, 8, false);
     QCOMPARE(privileges.getIconUrlById(u"a"_s), u"http://img/app/logo/nobleprivilege/%3.png?8"_s);
