@@ -42,7 +42,7 @@ QString ninePatchUrl(const QString& form, const QString& id, const QString& rend
 
 ZBubbleConfigMgr& ZBubbleConfigMgr::getInstance()
 {
-    static ZBubbleConfigMgr instance(nullptr);
+    static ZBubbleConfigMgr instance;
     return instance;
 }
 

@@ -76,7 +76,7 @@ Q_SIGNALS:
     void sigBubbleLoadFinish();
 
 private:
-    using QObject::QObject;
+    ZBubbleConfigMgr() = default;
 
     QMap<QString, ZBubbleConfigInfo> m_bubbleMap;
     QVector<ZBubbleConfigInfo> m_bubbleList;

@@ -25,7 +25,7 @@ const TableColumns<ZDoutuInfo>& columns()
 
 ZDoutuMgr& ZDoutuMgr::getInstance()
 {
-    static ZDoutuMgr instance(nullptr);
+    static ZDoutuMgr instance;
     return instance;
 }
 

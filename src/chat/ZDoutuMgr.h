@@ -53,7 +53,7 @@ public:
     static TableDescription describeTable();
 
 private:
-    using QObject::QObject;
+    ZDoutuMgr() = default;
 
     QMap<int, QVector<ZDoutuInfo>> m_groups;
 };

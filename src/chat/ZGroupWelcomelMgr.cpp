@@ -7,7 +7,7 @@ QSharedPointer<ZGroupWelcomelMgr> ZGroupWelcomelMgr::m_instance;
 ZGroupWelcomelMgr* ZGroupWelcomelMgr::getInstance()
 {
     if (m_instance.isNull())
-        m_instance = QSharedPointer<ZGroupWelcomelMgr>(new ZGroupWelcomelMgr(nullptr));
+        m_instance = QSharedPointer<ZGroupWelcomelMgr>(new ZGroupWelcomelMgr);
     return m_instance.data();
 }
 

@@ -35,7 +35,7 @@ public:
     static TableDescription describeTable();
 
 protected:
-    using QObject::QObject;
+    ZGroupWelcomelMgr() = default;
 
     static QSharedPointer<ZGroupWelcomelMgr> m_instance;
 

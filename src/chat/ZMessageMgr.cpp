@@ -25,7 +25,7 @@ const TableColumns<ZMessageInfo>& columns()
 
 ZMessageMgr& ZMessageMgr::getInstance()
 {
-    static ZMessageMgr instance(nullptr);
+    static ZMessageMgr instance;
     return instance;
 }
 

@@ -51,7 +51,7 @@ public:
     static TableDescription describeTable();
 
 private:
-    using QObject::QObject;
+    ZMessageMgr() = default;
 
     QHash<QString, ZMessageInfo> m_messageMap;
     QVector<ZMessageInfo> m_messageList;

@@ -19,7 +19,7 @@ const TableColumns<ZQuickInputMessageInfo>& columns()
 
 ZQuickInputMessageMgr& ZQuickInputMessageMgr::getInstance()
 {
-    static ZQuickInputMessageMgr instance(nullptr);
+    static ZQuickInputMessageMgr instance;
     return instance;
 }
 

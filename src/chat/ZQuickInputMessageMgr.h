@@ -40,7 +40,7 @@ Q_SIGNALS:
     void sigUpdateFinished();
 
 private:
-    using QObject::QObject;
+    ZQuickInputMessageMgr() = default;
 
     QVector<ZQuickInputMessageInfo> m_phrases;
 };

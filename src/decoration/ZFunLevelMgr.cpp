@@ -96,7 +96,7 @@ QSharedPointer<ZFunLevelMgr> ZFunLevelMgr::m_instance;
 ZFunLevelMgr* ZFunLevelMgr::getInstance()
 {
     if (m_instance.isNull())
-        m_instance = QSharedPointer<ZFunLevelMgr>(new ZFunLevelMgr(nullptr));
+        m_instance = QSharedPointer<ZFunLevelMgr>(new ZFunLevelMgr);
     return m_instance.data();
 }
 

@@ -90,7 +90,7 @@ public:
     static TableDescription describeTable();
 
 protected:
-    using QObject::QObject;
+    ZFunLevelMgr() = default;
 
     /** What getFunLevelImagePathById() holds, on the "ZZResServer"; empty where that is. */
     QString getFunLevelImageUrlById(int level);

@@ -32,7 +32,7 @@ QSharedPointer<ZImageCarInfoListMgr> ZImageCarInfoListMgr::m_instance;
 ZImageCarInfoListMgr* ZImageCarInfoListMgr::getInstance()
 {
     if (m_instance.isNull())
-        m_instance = QSharedPointer<ZImageCarInfoListMgr>(new ZImageCarInfoListMgr(nullptr));
+        m_instance = QSharedPointer<ZImageCarInfoListMgr>(new ZImageCarInfoListMgr);
     return m_instance.data();
 }
 

@@ -63,7 +63,7 @@ public:
     static TableDescription describeTable();
 
 protected:
-    using QObject::QObject;
+    ZImageCarInfoListMgr() = default;
 
     static QSharedPointer<ZImageCarInfoListMgr> m_instance;
 

@@ -87,7 +87,7 @@ QSharedPointer<ZImageFrameInfoListMgr> ZImageFrameInfoListMgr::m_instance;
 ZImageFrameInfoListMgr* ZImageFrameInfoListMgr::getInstance()
 {
     if (m_instance.isNull())
-        m_instance = QSharedPointer<ZImageFrameInfoListMgr>(new ZImageFrameInfoListMgr(nullptr));
+        m_instance = QSharedPointer<ZImageFrameInfoListMgr>(new ZImageFrameInfoListMgr);
     return m_instance.data();
 }
 

@@ -79,7 +79,7 @@ public:
     static TableDescription describeTable();
 
 protected:
-    using QObject::QObject;
+    ZImageFrameInfoListMgr() = default;
 
     static QSharedPointer<ZImageFrameInfoListMgr> m_instance;
 

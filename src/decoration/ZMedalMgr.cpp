@@ -38,7 +38,7 @@ QSharedPointer<ZMedalMgr> ZMedalMgr::m_instance;
 ZMedalMgr* ZMedalMgr::getInstance()
 {
     if (m_instance.isNull())
-        m_instance = QSharedPointer<ZMedalMgr>(new ZMedalMgr(nullptr));
+        m_instance = QSharedPointer<ZMedalMgr>(new ZMedalMgr);
     return m_instance.data();
 }
 

@@ -76,7 +76,7 @@ public:
     static TableDescription describeTable();
 
 protected:
-    using QObject::QObject;
+    ZMedalMgr() = default;
 
     static QSharedPointer<ZMedalMgr> m_instance;
 

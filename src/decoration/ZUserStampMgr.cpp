@@ -28,7 +28,7 @@ QSharedPointer<ZUserStampMgr> ZUserStampMgr::m_instance;
 ZUserStampMgr* ZUserStampMgr::getInstance()
 {
     if (m_instance.isNull())
-        m_instance = QSharedPointer<ZUserStampMgr>(new ZUserStampMgr(nullptr));
+        m_instance = QSharedPointer<ZUserStampMgr>(new ZUserStampMgr);
     return m_instance.data();
 }
 

@@ -49,7 +49,7 @@ public:
     static TableDescription describeTable();
 
 protected:
-    using QObject::QObject;
+    ZUserStampMgr() = default;
 
     static QSharedPointer<ZUserStampMgr> m_instance;
 

@@ -27,7 +27,7 @@ const TableColumns<zFunStampInfo>& columns()
 
 zFunStampMgr& zFunStampMgr::getInstance()
 {
-    static zFunStampMgr instance(nullptr);
+    static zFunStampMgr instance;
     return instance;
 }
 

@@ -49,7 +49,7 @@ public:
     static TableDescription describeTable();
 
 private:
-    using QObject::QObject;
+    zFunStampMgr() = default;
 
     QMap<QString, zFunStampInfo> m_stamps;
 };

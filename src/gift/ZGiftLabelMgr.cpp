@@ -23,7 +23,7 @@ const TableColumns<ZGiftLabelInfo>& columns()
 
 ZGiftLabelMgr& ZGiftLabelMgr::getInstance()
 {
-    static ZGiftLabelMgr instance(nullptr);
+    static ZGiftLabelMgr instance;
     return instance;
 }
 

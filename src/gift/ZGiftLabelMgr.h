@@ -42,7 +42,7 @@ Q_SIGNALS:
     void sigUpdate();
 
 private:
-    using QObject::QObject;
+    ZGiftLabelMgr() = default;
 
     QMap<QString, ZGiftLabelInfo> m_labels;
 };

@@ -153,7 +153,7 @@ bool countsAsVisible(const ZGiftInfo& gift)
 
 ZGiftListMgr* ZGiftListMgr::getInstance()
 {
-    static ZGiftListMgr instance(nullptr);
+    static ZGiftListMgr instance;
     return &instance;
 }
 

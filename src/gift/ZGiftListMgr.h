@@ -141,7 +141,7 @@ public:
     static TableDescription describeTable();
 
 private:
-    using QObject::QObject;
+    ZGiftListMgr() = default;
 
     QHash<QString, ZGiftInfo> m_giftMap;
     QVector<ZGiftInfo> m_giftList;

@@ -31,7 +31,7 @@ const TableColumns<zFansInfo>& columns()
 
 ZFansConfigMgr& ZFansConfigMgr::getInstance()
 {
-    static ZFansConfigMgr instance(nullptr);
+    static ZFansConfigMgr instance;
     return instance;
 }
 

@@ -66,7 +66,7 @@ Q_SIGNALS:
     void sigUpdateFinished();
 
 private:
-    using QObject::QObject;
+    ZFansConfigMgr() = default;
 
     QMap<QString, zFansInfo> m_infos;
 };
