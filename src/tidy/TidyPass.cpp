@@ -1,0 +1,135 @@
+#include "tidy/TidyPass.h"
+
+#include "datatable/CacheNames.h"
+
+#include <QDateTime>
+#include <QDebug>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+
+namespace {
+
+constexpr qint64 oldAfter = 604800; // seconds: seven days
+constexpr unsigned long pause = 1;  // milliseconds
+
+bool isEnding()
+{
+    return QThread::currentThread()->isInterruptionRequested();
+}
+
+QDir directory(const QString& folder, TidyPass::Kind kind)
+{
+    const QDir::Filters wanted =
+        kind == TidyPass::Files ? QDir::Files : QDir::Dirs | QDir::NoDotAndDotDot;
+    return QDir(folder, QString(), QDir::IgnoreCase, wanted);
+}
+
+TidyAge ageOf(const QDateTime& modified)
+{
+    if (!modified.isValid())
+        return TidyAge::Unknown;
+    const bool old = modified.secsTo(QDateTime::currentDateTime()) >= oldAfter;
+    return old ? TidyAge::Old : TidyAge::Recent;
+}
+
+bool removeFolder(const QString& path)
+{
+    // First the files, one by one, so that a large folder does not hold up the end of the process.
+    QDirIterator files(path, QDir::Files | QDir::Hidden | QDir::System,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        if (isEnding())
+            return false;
+        QFile::remove(files.next());
+    }
+    return QDir(path).removeRecursively();
+}
+
+} // namespace
+
+TidyPass::TidyPass(const QString& title, const QString& folder, Kind kind)
+    : m_title(title)
+    , m_folder(folder)
+    , m_kind(kind)
+{
+}
+
+bool TidyPass::begin() const
+{
+    if (isEnding())
+        return false;
+    log(QStringLiteral("start"));
+    if (m_folder.isEmpty()) {
+        log(QStringLiteral("dir name empty"));
+        return false;
+    }
+    if (!directory(m_folder, m_kind).exists()) {
+        log(QStringLiteral("dir not exists"));
+        return false;
+    }
+    return true;
+}
+
+bool TidyPass::walk(const std::function<void(const TidyEntry&)>& visit) const
+{
+    QDirIterator entries(directory(m_folder, m_kind));
+    while (entries.hasNext() && !isEnding()) {
+        const QString path = entries.next();
+        const QString name = entries.fileName();
+        if (name.isEmpty()) {
+            log(m_kind == Files ? QStringLiteral("has empty filename")
+                                : QStringLiteral("has empty dirname"));
+            break;
+        }
+        visit(entry(path, name));
+        QThread::msleep(pause); // a large cache is tidied slowly rather than hogging the disk
+    }
+    return !isEnding();
+}
+
+TidyEntry TidyPass::entry(const QString& path, const QString& name) const
+{
+    if (m_kind == Files)
+        return {path, name, ageOf(QFileInfo(path).lastModified())};
+    const auto parts = CacheNames::VersionedName::split(name);
+    if (path.isEmpty() || !parts.isValid())
+        return {path, name, TidyAge::Unknown};
+    const QFileInfo inside(QStringLiteral("%1/%2").arg(path, parts.name));
+    return {path, name, ageOf(inside.lastModified())};
+}
+
+void TidyPass::discard(const TidyEntry& entry, const QString& action, const QString& shown,
+                       TidyCounts& counts) const
+{
+    if (entry.age == TidyAge::Recent) {
+        ++counts.delayed;
+        return;
+    }
+    ++counts.removed;
+    const bool removed = m_kind == Files ? QFile::remove(entry.path) : removeFolder(entry.path);
+    if (removed || !isEnding()) // a removal that was cut short has not failed
+        logRemoval(action, shown, removed);
+}
+
+void TidyPass::removeArchiveIfOld(const TidyEntry& entry) const
+{
+    if (entry.age != TidyAge::Old)
+        return;
+    const QString archive = QStringLiteral("%1/%2").arg(entry.path, entry.name);
+    if (QFile::exists(archive) && !QFile::remove(archive))
+        logRemoval(QStringLiteral("zip remove"), archive, false);
+}
+
+void TidyPass::log(const QString& text) const
+{
+    qInfo().noquote() << QString(m_title + QLatin1Char(' ') + text);
+}
+
+void TidyPass::logRemoval(const QString& action, const QString& shown, bool result) const
+{
+    log(QStringLiteral("%1=%2,result=%3")
+            .arg(action, shown, result ? QStringLiteral("1") : QStringLiteral("0")));
+}

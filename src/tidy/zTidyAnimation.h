@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+#include <QSet>
+#include <QString>
+
+/** Tidies "res/animation/": removes the folders of animations that no gift uses any more. */
+class zTidyAnimation : public QObject
+{
+    Q_OBJECT
+
+public:
+    zTidyAnimation();
+
+    /** The folders to keep, by their exact names; replaces those of before. */
+    void setUseNames(const QSet<QString>& names);
+
+    /** One pass, on the tidying thread. */
+    void tidy();
+
+private:
+    QString m_folder;
+    QSet<QString> m_useNames;
+};

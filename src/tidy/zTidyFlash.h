@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QMap>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+class TidyPass;
+struct TidyCounts;
+struct TidyEntry;
+
+/**
+ * Tidies "res/flash" and the files of its "tmp": of a configured flash the configured version
+ * stays, of any other the highest version met in this process.
+ */
+class zTidyFlash : public QObject
+{
+    Q_OBJECT
+
+public:
+    zTidyFlash();
+
+    /** The configured versions, as name, "_" and version; those of earlier calls stay known. */
+    void setUseNames(const QStringList& names);
+
+    /** One pass, on the tidying thread. */
+    void tidy();
+
+private:
+    void tidyFolder(const TidyPass& pass, const TidyEntry& entry, TidyCounts& counts);
+
+    QString m_folder;
+    QMap<QString, QString> m_prepare; // flash name to configured version
+    QMap<QString, QString> m_seen;    // flash name to the highest version met
+};
