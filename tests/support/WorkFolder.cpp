@@ -58,7 +58,8 @@ QString WorkFolder::writeTable(const QStringList& columns, const QVector<QJsonVa
 QStringList WorkFolder::files(const QString& folder)
 {
     QStringList found;
-    QDirIterator walk(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    QDirIterator walk(QDir(folder).absolutePath(), QDir::Files | QDir::Hidden,
+                      QDirIterator::Subdirectories);
     while (walk.hasNext())
         found.append(QDir(folder).relativeFilePath(walk.next()));
     found.sort();
