@@ -1,0 +1,268 @@
+#include "datatable/ZDataTableMgr.h"
+#include "effect/ZFlashConfigMgr.h"
+#include "gift/ZGiftListMgr.h"
+#include "support/Literals.h"
+#include "support/LogLines.h"
+#include "support/WorkFolder.h"
+#include "tidy/zTidyMgr.h"
+
+#include <QDateTime>
+#include <QProcess>
+#include <QtTest>
+
+namespace {
+
+constexpr qint64 week = 7 * 24 * 60 * 60;
+
+QString write(const QString& path, qint64 age)
+{
+    QFile file(WorkFolder::write(path, "x"));
+    if (!file.open(QIODevice::ReadWrite)
+        || !file.setFileTime(QDateTime::currentDateTime().addSecs(-age),
+                             QFileDevice::FileModificationTime))
+        qFatal("cannot set the age of %s", qPrintable(path));
+    return path;
+}
+
+/** Files below a folder of "res", named in one text. */
+void write(const QString& folder, const QString& names, qint64 age)
+{
+    for (const QString& name : names.split(u' ', Qt::SkipEmptyParts))
+        write(u"res/%1/%2"_s.arg(folder, name), age);
+}
+
+void tidy()
+{
+    zTidyMgr::getInstance().startThread();
+    QVERIFY(zTidyMgr::getInstance().wait(60000));
+}
+
+/** What the task of this folder has logged, in order of the alphabet. */
+QString logged(const QString& folder)
+{
+    const QString title = u"tidy %1 "_s.arg(folder.toLower());
+    QStringList lines;
+    for (const QString& line : LogLines::lines().filter(title))
+        lines.append(line.mid(title.size()));
+    lines.sort();
+    return lines.join(u' ');
+}
+
+void configureFlash()
+{
+    const QStringList columns {u"flashName"_s, u"flashVersion"_s, u"flashPrevDownload"_s};
+    ZFlashConfigMgr::getInstance().loadListTable(WorkFolder::write(
+        u"flash-table"_s,
+        WorkFolder::table(columns,
+                          {QJsonArray {u"abc"_s, u"12"_s}, QJsonArray {u"two_words"_s, u"3"_s}})));
+}
+
+/** One gift with this animation; its version is the answer. */
+QString configureGift(const QString& animation)
+{
+    QStringList columns;
+    for (const ColumnDescription& column : ZGiftListMgr::describeTable().columns)
+        columns.append(column.name);
+    const QJsonArray row = WorkFolder::row(columns,
+                                           {{u"giftId"_s, u"G"_s},
+                                            {u"valid"_s, true},
+                                            {u"animationName"_s, animation},
+                                            {u"alterDateTime"_s, u"2026-01-02 03:04:05"_s}});
+    ZGiftListMgr::getInstance()->loadGiftListTable(
+        WorkFolder::write(u"gift-table"_s, WorkFolder::table(columns, {row})));
+    return ZGiftListMgr::getInstance()->getGiftInfoById(u"G"_s).alterDateTime;
+}
+
+} // namespace
+
+/** The tidying of real trees. What one run has learnt of a flash, the later ones know. */
+class tst_tidy : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QDir(u"res"_s).removeRecursively(); }
+
+    void missingFolders();
+    void trees_data();
+    void trees();
+    void laterRun();
+    void oneRunAtATime();
+    void processEnd_data();
+    void processEnd();
+
+private:
+    WorkFolder m_folder;
+};
+
+void tst_tidy::missingFolders()
+{
+    QDir().mkpath(u"res/flash"_s);
+    const LogLines log;
+    tidy();
+    QCOMPARE(LogLines::lines().join(u' '),
+             u"tidy thread start tidy thread run start tidy datatable start "
+             "tidy datatable dir not exists tidy animation start tidy animation dir not exists "
+             "tidy flash start tidy flash tmp start tidy flash tmp dir not exists "
+             "tidy flash end:use=0,delete=0,delay=0,ignore=0 tidy flashext start "
+             "tidy flashext dir not exists tidy thread run end"_s);
+}
+
+void tst_tidy::trees_data()
+{
+    for (const char* column : {"folder", "stale", "fresh", "lines", "left"})
+        QTest::addColumn<QString>(column);
+    QTest::newRow("tables") << "dataTable"
+                            << "old $TABLE"
+                            << "new"
+                            << "end:use=1,delete=1,delay=1 remove=old,result=1 start"
+                            << "$TABLE new";
+    QTest::newRow("animations not in use")
+        << "animation"
+        << "ROSE_$V/ROSE stale_1/stale"
+        << "stale_1/.deep/er/file fresh_1/fresh none_1/file abc_/abc"
+        << "end:use=0,delete=4,delay=1 remove=ROSE_$V,result=1 remove=abc_,result=1 "
+           "remove=none_1,result=1 remove=stale_1,result=1 start"
+        << "fresh_1/fresh";
+    QTest::newRow("animation in use") << "animation"
+                                      << "rose_$V/rose"
+                                      << "rose_$V/rose_$V"
+                                      << "end:use=1,delete=0,delay=0 start"
+                                      << "rose_$V/rose";
+    QTest::newRow("archive that is no file")
+        << "animation"
+        << "rose_$V/rose"
+        << "rose_$V/rose_$V/file"
+        << "end:use=1,delete=0,delay=0 start zip remove=res/animation/rose_$V/rose_$V,result=0"
+        << "rose_$V/rose rose_$V/rose_$V/file";
+    QTest::newRow("configured flashes")
+        << "flash"
+        << "abc_12/abc abc_13/abc abc_012/abc abc_/abc_ _12/_12"
+        << "abc_12/abc_12 abc_11/abc abc_10/file two_words_3/two_words two_words_3/two_words_3"
+        << "end:use=2,delete=3,delay=1,ignore=2 prepare remove=res/flash/abc_012,result=1 "
+           "prepare remove=res/flash/abc_10,result=1 prepare remove=res/flash/abc_13,result=1 "
+           "start tmp dir not exists tmp start"
+        << "_12/_12 abc_/abc_ abc_11/abc abc_12/abc two_words_3/two_words two_words_3/two_words_3";
+    // Folders are met in the file system's own order; these lines are right in any.
+    for (const char* folder : {"flash", "flashext"})
+        QTest::addRow("highest versions in %s", folder)
+            << folder << "free_9/free free_10/free free_3/free free_x/free same_4/same tmp/old"
+            << "free_10/free_10 free_7/free same_04/same plain/plain tmp/new"
+            << "LowVersion remove=res/$FOLDER/free_3,result=1 "
+               "LowVersion remove=res/$FOLDER/free_9,result=1 "
+               "LowVersion remove=res/$FOLDER/free_x,result=1 "
+               "end:use=2,delete=3,delay=1,ignore=2 start tmp end:delete=1,delay=1 tmp start"
+            << (qstrcmp(folder, "flash") == 0
+                    ? "free_10/free free_7/free plain/plain same_04/same same_4/same tmp/new"
+                    : "free_10/free free_10/free_10 free_7/free plain/plain same_04/same "
+                      "same_4/same tmp/new");
+}
+
+void tst_tidy::trees()
+{
+    QFETCH(QString, folder);
+    configureFlash();
+    const QString version = configureGift(u"rose.json"_s);
+    const QString table = ZDataTableMgr::getInstance()->getTableFileName(EDataTable::Message);
+    const auto filled = [&](QString text) {
+        text.replace(u"$TABLE"_s, table.toLower());
+        return text.replace(u"$V"_s, version).replace(u"$FOLDER"_s, folder);
+    };
+    QFETCH(QString, stale);
+    QFETCH(QString, fresh);
+    QFETCH(QString, lines);
+    QFETCH(QString, left);
+    write(folder, filled(stale), week + 60);
+    write(folder, filled(fresh), week - 60);
+    const LogLines log;
+    tidy();
+    QCOMPARE(logged(folder), filled(lines));
+    QCOMPARE(WorkFolder::files(u"res/"_s + folder).join(u' '), filled(left));
+}
+
+void tst_tidy::laterRun()
+{
+    write(u"flashext"_s, u"gone_10/gone equal_4/equal"_s, 2 * week);
+    tidy();
+    init();
+    write(u"flashext"_s, u"gone_11/gone equal_4/equal"_s, 2 * week);
+    const LogLines log;
+    tidy();
+    QCOMPARE(LogLines::count(u"LowVersion remove=res/flashext/gone_10,result=1"_s), 1);
+    QCOMPARE(LogLines::count(u"tidy flashext end:use=0,delete=1,delay=0,ignore=0"_s), 1);
+}
+
+void tst_tidy::oneRunAtATime()
+{
+    for (int i = 0; i < 300; ++i)
+        write(u"res/dataTable/%1"_s.arg(i), 0);
+    const QString used =
+        write(u"res/animation/first_%1/first"_s.arg(configureGift(u"first"_s)), 2 * week);
+    const LogLines log;
+    zTidyMgr::getInstance().startThread();
+    configureGift(u"second"_s);
+    zTidyMgr::getInstance().startThread();
+    QVERIFY(zTidyMgr::getInstance().wait(60000));
+    QCOMPARE(LogLines::count(u"tidy thread has running"_s), 1);
+    QCOMPARE(LogLines::count(u"tidy thread start"_s), 1);
+    QVERIFY(QFile::exists(used));
+    tidy();
+    QVERIFY(!QFile::exists(used));
+}
+
+void tst_tidy::processEnd_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<int>("count");
+    QTest::newRow("among tables, return from main") << "return"
+                                                    << "res/dataTable/%1" << 4000;
+    QTest::newRow("among tables, exit") << "exit"
+                                        << "res/dataTable/%1" << 4000;
+    QTest::newRow("inside a folder") << "return"
+                                     << "res/animation/large_1/%1" << 20000;
+}
+
+void tst_tidy::processEnd()
+{
+    QFETCH(QString, how);
+    QFETCH(QString, pattern);
+    QFETCH(int, count);
+    for (int i = 0; i < count; ++i)
+        write(pattern.arg(i), 2 * week);
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {u"--tidy-and"_s, how});
+    QVERIFY(child.waitForFinished(4000)); // the pauses for all of the tables take more
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 0);
+    const QByteArray log = child.readAllStandardError();
+    QVERIFY2(!log.contains("end") && !log.contains("QThread"), log.right(500).constData());
+    const int left = WorkFolder::files(u"res"_s).size();
+    QVERIFY2(left > 0 && left < count, qPrintable(QString::number(left)));
+}
+
+/** The child: starts a run and, once it has removed something, leaves. */
+int tidyAnd(const QByteArray& how)
+{
+    QFileInfo folder(QFile::exists(u"res/dataTable"_s) ? u"res/dataTable"_s
+                                                       : u"res/animation/large_1"_s);
+    folder.setCaching(false);
+    const QDateTime before = folder.lastModified();
+    zTidyMgr::getInstance().startThread();
+    while (folder.lastModified() == before)
+        QThread::yieldCurrentThread();
+    if (how == "exit")
+        std::exit(0);
+    return 0;
+}
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    if (argc == 3 && QByteArray(argv[1]) == "--tidy-and")
+        return tidyAnd(argv[2]);
+    tst_tidy test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_tidy.moc"
