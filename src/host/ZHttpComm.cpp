@@ -15,7 +15,10 @@ ZHttpComm* ZHttpComm::getInstance()
 
 ZHttpComm::ZHttpComm() = default;
 
-ZHttpComm::~ZHttpComm() = default;
+ZHttpComm::~ZHttpComm()
+{
+    qRemovePostRoutine(&ZHttpComm::endWithApplication);
+}
 
 QtPromise::QPromise<QByteArray> ZHttpComm::get(const QUrl& url)
 {
@@ -53,7 +56,7 @@ QNetworkAccessManager& ZHttpComm::network()
     if (m_network == nullptr) {
         m_network = std::make_unique<QNetworkAccessManager>();
         // This object outlives the application, the network's threads must not.
-        qAddPostRoutine([] { getInstance()->release(); });
+        qAddPostRoutine(&ZHttpComm::endWithApplication);
     }
     return *m_network;
 }
@@ -75,6 +78,11 @@ void ZHttpComm::watch(HttpRequest* request, int id, const QUrl& url)
                 request->deleteLater();
                 Q_EMIT sigRequestFinished(id, url, error.isEmpty());
             });
+}
+
+void ZHttpComm::endWithApplication()
+{
+    getInstance()->release();
 }
 
 void ZHttpComm::release()

@@ -71,6 +71,7 @@ private:
 
     QNetworkAccessManager& network();
     void watch(HttpRequest* request, int id, const QUrl& url);
+    static void endWithApplication();
     void release();
 
     std::unique_ptr<QNetworkAccessManager> m_network;
