@@ -2,6 +2,21 @@
 
 #include "datatable/TableRows.h"
 
+namespace {
+
+// The program seeds this generator, so it is the one to draw from.
+// clang-format off
+QT_WARNING_PUSH
+QT_WARNING_DISABLE_DEPRECATED
+int draw()
+{
+    return qrand();
+}
+QT_WARNING_POP
+// clang-format on
+
+} // namespace
+
 QSharedPointer<ZGroupWelcomelMgr> ZGroupWelcomelMgr::m_instance;
 
 ZGroupWelcomelMgr* ZGroupWelcomelMgr::getInstance()
@@ -31,11 +46,7 @@ QString ZGroupWelcomelMgr::getRandWelcome()
 {
     if (m_phrases.isEmpty())
         return {};
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED // the program seeds this generator, so it is the one to draw from
-        const int number = qrand();
-    QT_WARNING_POP
-    return m_phrases.at(number % m_phrases.size());
+    return m_phrases.at(draw() % m_phrases.size());
 }
 
 const QVector<QString>& ZGroupWelcomelMgr::getWelcomeList() const

@@ -106,7 +106,7 @@ QString ZDataTableMgr::getDataTableUrl(EDataTable::EDataTableType type)
 
 QString ZDataTableMgr::getTableFileName(EDataTable::EDataTableType type)
 {
-    const QString name = CacheNames::ofAddress(getDataTableUrl(type));
+    QString name = CacheNames::ofAddress(getDataTableUrl(type));
     const QString serverType = ZGlobalConfig::getInstance().getConfig(QStringLiteral("ServerType"));
     if (serverType.toInt() == unprefixedServerType)
         return name;
