@@ -1,0 +1,227 @@
+#include "chat/WordFilter.h"
+#include "chat/ZSensitiveWordsInfoListMgr.h"
+#include "support/Literals.h"
+#include "support/LogLines.h"
+#include "support/WorkFolder.h"
+
+#include "../bench/LiteralWordFilter.h"
+#include "../bench/RandomWordLists.h"
+
+#include <QtTest>
+
+namespace {
+
+QString masked(const QStringList& words, const QString& text)
+{
+    WordFilter filter(words);
+    ChatLine line(text);
+    filter.mask(line);
+    return line.text();
+}
+
+/** Empty when the lines read the same after the words' filter and after the literal procedure. */
+QString difference(const QStringList& words, const QStringList& lines)
+{
+    WordFilter filter(words); // one for all lines, as what it keeps between them must not matter
+    for (const QString& text : lines) {
+        ChatLine line(text);
+        filter.mask(line);
+        const QString wanted = LiteralWordFilter::mask(words, text);
+        if (line.text() != wanted) {
+            QString report;
+            QDebug(&report) << words << text << "gives" << line.text() << "not" << wanted;
+            return report;
+        }
+    }
+    return {};
+}
+
+/** All texts of these characters up to the length, the empty one first. */
+QStringList allTexts(const QString& characters, int length)
+{
+    QStringList texts {QString()};
+    for (int i = 0; i < texts.size() && texts.at(i).size() < length; ++i) {
+        for (const QChar character : characters)
+            texts.append(texts.at(i) + character);
+    }
+    return texts;
+}
+
+} // namespace
+
+class tst_wordfilter : public QObject
+{
+    Q_OBJECT
+
+private:
+    WorkFolder m_folder;
+    ZSensitiveWordsInfoListMgr* m_manager = ZSensitiveWordsInfoListMgr::getInstance();
+
+    QString table(const QStringList& words)
+    {
+        QVector<QJsonValue> rows {QJsonValue()};
+        for (const QString& word : words)
+            rows.append(QJsonArray {word});
+        return m_folder.writeTable({u"key"_s}, rows);
+    }
+
+private Q_SLOTS:
+    void rule_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+
+        const QStringList abc {u"abc"_s};
+        QTest::newRow("adjacent") << abc << u"xx abc yy"_s << u"xx * yy"_s;
+        QTest::newRow("gaps up to two") << abc << u"a-bc a..b c aXYbc"_s << u"* * *"_s;
+        QTest::newRow("gap of three") << abc << u"aXYZbc"_s << u"aXYZbc"_s;
+        QTest::newRow("own character in the gap") << abc << u"abbc"_s << u"abbc"_s;
+        QTest::newRow("letter case") << abc << u"ABC"_s << u"ABC"_s;
+        QTest::newRow("starts over") << abc << u"aabc"_s << u"a*"_s;
+        QTest::newRow("repeated letter")
+            << QStringList {u"aa"_s} << u"aaa-x-aa a"_s << u"*a-x-* a"_s;
+        QTest::newRow("brought together")
+            << QStringList {u"xyz"_s, u"ab"_s} << u"a xyz b"_s << u"a * b"_s;
+        QTest::newRow("brought close enough")
+            << QStringList {u"xyz"_s, u"ab"_s} << u"a xyzb"_s << u"*"_s;
+        QTest::newRow("brought close enough at the end")
+            << QStringList {u"xyz"_s, u"abcdef"_s} << u"a--b--c--d--e-xyzf"_s << u"*"_s;
+        QTest::newRow("brought close enough at the beginning")
+            << QStringList {u"xyz"_s, u"abcdef"_s} << u"axyz-b--c--d--e--f"_s << u"*"_s;
+        QTest::newRow("own character masked away")
+            << QStringList {u"bx"_s, u"abc"_s} << u"abxbc"_s << u"*"_s;
+        QTest::newRow("earlier word is not taken again")
+            << QStringList {u"ab"_s, u"xyz"_s} << u"a xyzb"_s << u"a *b"_s;
+        QTest::newRow("pattern fragment")
+            << QStringList {u"a.c"_s} << u"axc a.c ac"_s << u"* * ac"_s;
+        QTest::newRow("range in the gap")
+            << QStringList {u"a-d"_s} << u"a-bd a-xd"_s << u"a-bd *"_s;
+        QTest::newRow("no valid pattern")
+            << QStringList {u"a+b"_s, u"x"_s} << u"a+b ab x"_s << u"a+b ab *"_s;
+        QTest::newRow("empty word") << QStringList {QString()} << u"ab"_s << u"*a*b*"_s;
+        QTest::newRow("empty word, empty line") << QStringList {QString()} << QString() << u"*"_s;
+    }
+
+    void rule()
+    {
+        QFETCH(const QStringList, words);
+        QFETCH(const QString, text);
+        QTEST(masked(words, text), "expected");
+        QCOMPARE(difference(words, {text}), QString());
+    }
+
+    void agreesOnRandomCases()
+    {
+        for (quint32 seed = 1; seed <= 6000; ++seed) {
+            RandomWordLists random(seed);
+            random.next(12, 10);
+            const QString found = difference(random.words, random.lines);
+            QVERIFY2(found.isEmpty(),
+                     qPrintable(u"seed %1: %2"_s.arg(QString::number(seed), found)));
+        }
+    }
+
+    // Alone, so that a word skipped where it would have matched is not hidden by another.
+    void agreesOnEveryShortPattern()
+    {
+        const QStringList lines = allTexts(u"ab-["_s, 4);
+        const QString all = u"ab^$.|?*+()[]{}-\\"_s;
+        for (const QString& word : allTexts(all, 2) + allTexts(u"a.|([-]\\^"_s, 4)) {
+            WordFilter filter({word});
+            const QRegExp pattern(LiteralWordFilter::pattern(word));
+            if (!pattern.isValid()) {
+                QVERIFY2(masked({word}, all.repeated(2)) == all.repeated(2), qPrintable(word));
+                continue;
+            }
+            for (int i = qHash(word) % 16; i < lines.size(); i += 16) {
+                ChatLine line(lines.at(i));
+                filter.mask(line);
+                QVERIFY2(line.text() == QString(lines.at(i)).replace(pattern, u"*"_s),
+                         qPrintable(word + u" on "_s + lines.at(i)));
+            }
+        }
+    }
+
+    void agreesOnLongTexts_data()
+    {
+        QTest::addColumn<QString>("word");
+        QTest::newRow("one character") << u"a"_s;
+        QTest::newRow("longer than an anchor") << u"abcdefgh"_s;
+        QTest::newRow("start of the line") << u"^a"_s;
+        QTest::newRow("nothing at all") << QString();
+        QTest::newRow("alternatives") << u"a|bc"_s;
+    }
+
+    void agreesOnLongTexts()
+    {
+        QFETCH(const QString, word);
+        const QString text = u"abcdefgh abc.d.e..fg-h "_s.repeated(1100);
+        QCOMPARE(difference({word, u"g-"_s, u"h*"_s, u"*a"_s}, {text, text + text}), QString());
+    }
+
+    void appliesTheMapsInTheirOwnOrder()
+    {
+        const LogLines log;
+        RandomWordLists random(7);
+        for (int i = 0; i < 60; ++i) {
+            random.next(12, 8);
+            QVERIFY(m_manager->loadSensitiveWordsInfoListTable(table(random.words)));
+            const QStringList older = random.words;
+            const QStringList lines = random.lines;
+            random.next(12, 8);
+            const QStringList newer = random.words + older.mid(0, 3);
+            QVERIFY(m_manager->loadNewSensitiveWordsInfoListTable(table(newer)));
+            QCOMPARE(m_manager->getSensitiveWordsMap().size(), older.size());
+            for (const QString& line : lines + random.lines) {
+                QString expected =
+                    LiteralWordFilter::mask(m_manager->getSensitiveWordsMap().keys(), line);
+                expected =
+                    LiteralWordFilter::mask(m_manager->getNewSensitiveWordsMap().keys(), expected);
+                QCOMPARE(m_manager->sensitiveWordsCheck(line), expected);
+            }
+        }
+    }
+
+    void followsEveryLoad()
+    {
+        const LogLines log;
+        QVERIFY(m_manager->loadSensitiveWordsInfoListTable(table({u"one"_s, u"one"_s})));
+        QVERIFY(m_manager->loadNewSensitiveWordsInfoListTable(table({u"two"_s})));
+        QCOMPARE(LogLines::count(u"NewSensitiveWordsInfoList.json加载完毕"_s), 1);
+        QCOMPARE(LogLines::count(u"SensitiveWordsInfoList.json加载完毕"_s), 2);
+        QCOMPARE(m_manager->getSensitiveWordsMap().keys(), QStringList {u"one"_s});
+        QCOMPARE(m_manager->sensitiveWordsCheck(u"one two"_s), u"* *"_s);
+
+        const QString noColumn = m_folder.writeTable({u"word"_s}, {QJsonArray {u"x"_s}});
+        QVERIFY(!m_manager->loadSensitiveWordsInfoListTable(noColumn));
+        QVERIFY(!m_manager->loadNewSensitiveWordsInfoListTable(u"missing"_s));
+        QCOMPARE(m_manager->sensitiveWordsCheck(u"one two"_s), u"* *"_s);
+
+        m_manager->clear();
+        QVERIFY(m_manager->getSensitiveWordsMap().isEmpty());
+        QCOMPARE(m_manager->sensitiveWordsCheck(u"one two"_s), u"one *"_s);
+
+        // A cell that is no text is the empty word.
+        const QString number = m_folder.writeTable({u"key"_s}, {QJsonArray {7}});
+        QVERIFY(m_manager->loadNewSensitiveWordsInfoListTable(number));
+        QCOMPARE(m_manager->sensitiveWordsCheck(u"two"_s), u"*t*w*o*"_s);
+        QCOMPARE(ZSensitiveWordsInfoListMgr::describeTable().recordCount(), 0);
+        QCOMPARE(ZSensitiveWordsInfoListMgr::describeNewTable().recordCount(), 1);
+    }
+
+    void explainsInTermsOfTheOriginal()
+    {
+        QVERIFY(m_manager->loadSensitiveWordsInfoListTable(table({u"xyz"_s})));
+        QVERIFY(m_manager->loadNewSensitiveWordsInfoListTable(table({u"ab"_s})));
+        QString told;
+        for (const stWordMask& mask : m_manager->explainSensitiveWords(u"xyz 12 a xyzb ab"_s))
+            told += u"%1 %2 %3+%4; "_s.arg(mask.list == stWordMask::OlderList ? u"old"_s : u"new"_s,
+                                           mask.word, QString::number(mask.start),
+                                           QString::number(mask.length));
+        QCOMPARE(told, u"old xyz 0+3; old xyz 9+3; new ab 7+6; new ab 14+2; "_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_wordfilter)
+#include "tst_wordfilter.moc"
