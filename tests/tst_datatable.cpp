@@ -201,15 +201,26 @@ void tst_datatable::fullStart()
     QCOMPARE(lines.last(),
              u"守护团配置表加载失败 "_s + m_tables->getTableFileName(Table::FansConfigNew));
     QVERIFY(QFile::exists(pathOf(Table::FansConfigNew)));
-    int loadedAtStart = 0;
     for (const TableReport& report : m_tables->getTableReports()) {
-        loadedAtStart += report.loadedAtStart ? 1 : 0;
         if (report.kind == Table::CS_GiftList)
             QCOMPARE(report.state, TableReport::Loaded);
         if (report.kind == Table::FansConfigNew)
             QCOMPARE(report.state, TableReport::Failed);
     }
-    QCOMPARE(lines.filter(QRegularExpression(u"加载(成功|失败) "_s)).size(), loadedAtStart);
+
+    QStringList titles;
+    for (const QString& line : lines) {
+        const int end = line.indexOf(QRegularExpression(u"加载(成功|失败) [0-9A-F]{32}$"_s));
+        if (end > 0)
+            titles.append(line.left(end));
+    }
+    QCOMPARE(titles.join(u'|'),
+             u"群组欢迎言数据表|礼物数据表|Banner数据表|Banner 收展数据表|视频大厅Banner数据表|"
+             "NobleConsume贵族费用配置数据表|贵族特权配置表|NobleConfig贵族配置数据表|"
+             "CS_PlatFunLevel-主播娱乐等级数据表|座驾数据表|头像边框数据表|盖章数据表|消息表|"
+             "勋章数据表|礼物标签表|公共配置表|后台通用配置表|气泡样式配置表|魔法表情配置表|"
+             "皮肤配置表|表情包配置表|Flash配置表|H5页面配置表|首充信息表|头像贴活动表|快捷输入表|"
+             "守护团配置表"_s);
 }
 
 QTEST_GUILESS_MAIN(tst_datatable)
