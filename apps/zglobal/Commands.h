@@ -2,8 +2,14 @@
 
 #include "CommandLine.h"
 
+Command bannersCommand();
 Command demoCommand();
-Command serveCommand();
-Command updateCommand();
-Command statusCommand();
+Command flashCommand();
 Command giftCommand();
+Command maskCommand();
+Command openCommand();
+Command serveCommand();
+Command showCommand();
+Command statusCommand();
+Command tidyCommand();
+Command updateCommand();

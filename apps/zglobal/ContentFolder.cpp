@@ -19,7 +19,7 @@ QString ContentFolder::find(const QCommandLineParser& line)
         : QStringList {QStringLiteral(ZGLOBAL_SOURCE_CONTENT), installed};
     for (const QString& folder : candidates) {
         if (QFileInfo::exists(folder + u"/app/versions.json"_s))
-            return folder;
+            return QDir(folder).absolutePath();
     }
     throw Failure {u"there is no content in %1; name some with --content DIR"_s.arg(
         candidates.join(u" or "_s))};

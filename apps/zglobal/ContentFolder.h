@@ -6,8 +6,9 @@
 /** The content to be published. */
 namespace ContentFolder {
 
-/** The folder named with --content, or the example content: of the source tree that the program was
- *  built from, else the one installed with it. Throws a Failure when there is none. */
+/** The full path of the folder named with --content, or the example content: of the source tree
+ * that the program was built from, else the one installed with it. Throws a Failure when there is
+ * none. */
 QString find(const QCommandLineParser& line);
 
 } // namespace ContentFolder

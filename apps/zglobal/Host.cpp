@@ -6,12 +6,16 @@
 #include "Literals.h"
 #include "Traffic.h"
 #include "Wait.h"
+#include "chat/ZSensitiveWordsInfoListMgr.h"
 #include "datatable/ZDataTableMgr.h"
+#include "effect/ZActivityAwardEffectMgr.h"
+#include "effect/ZAwardEffectMgr.h"
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QMap>
 #include <QMetaEnum>
 #include <QSettings>
 #include <QUrl>
@@ -30,6 +34,39 @@ QString configurationFile()
 QString config(const QString& key)
 {
     return ZGlobalConfig::getInstance().getConfig(key);
+}
+
+/** A table that the library leaves to the program. */
+struct OwnTable
+{
+    EDataTable::EDataTableType type;
+    bool (*load)(const QString& path);
+};
+
+const OwnTable ownTables[] = {
+    {EDataTable::ChatFilterWordKey,
+     [](const QString& path) {
+         return ZSensitiveWordsInfoListMgr::getInstance()->loadSensitiveWordsInfoListTable(path);
+     }},
+    {EDataTable::NewChatFilterWordKey,
+     [](const QString& path) {
+         return ZSensitiveWordsInfoListMgr::getInstance()->loadNewSensitiveWordsInfoListTable(path);
+     }},
+    {EDataTable::CS_PlatAwardEffect,
+     [](const QString& path) { return ZAwardEffectMgr::getInstance().loadListTable(path); }},
+};
+
+/** What came of loading them, by kind. */
+QMap<int, bool>& ownLoads()
+{
+    static QMap<int, bool> loads;
+    return loads;
+}
+
+/** Not beside the other tables, where tidying removes what is not of the catalogue. */
+QString activityAwardsFile()
+{
+    return u"res/activity/ActivityAwardEffect"_s;
 }
 
 QString baseOf(const QString& server)
@@ -93,8 +130,14 @@ void Host::enter(const QCommandLineParser& line)
     QJsonObject values;
     if (line.isSet(u"server"_s))
         values = configurationFor(baseOf(line.value(u"server"_s)));
-    if (line.isSet(u"config"_s))
-        join(values, Json::objectInFile(line.value(u"config"_s)));
+    if (line.isSet(u"config"_s)) {
+        const QString file = line.value(u"config"_s);
+        QString error;
+        // Before anything of it is remembered.
+        if (!ZGlobalConfig::getInstance().loadConfig(file, &error))
+            throw Failure {error};
+        join(values, Json::objectInFile(file));
+    }
     enter(line.value(u"data"_s), values);
 }
 
@@ -108,7 +151,29 @@ bool Host::load()
 {
     ZDataTableMgr* tables = ZDataTableMgr::getInstance();
     tables->loadLocalVersion();
-    return tables->loadAllTables();
+    const bool loaded = tables->loadAllTables();
+    loadOwnTables();
+    return loaded;
+}
+
+bool Host::loadOwnTables()
+{
+    bool all = true;
+    for (const OwnTable& table : ownTables) {
+        const bool loaded = table.load(fileOf(table.type).path);
+        ownLoads().insert(table.type, loaded);
+        all = all && loaded;
+    }
+    return ZActivityAwardEffectMgr::getInstance().loadListTable(activityAwardsFile()) && all;
+}
+
+void Host::fetchActivityAwards()
+{
+    const QString address = config(u"cmsServer"_s) + u"app/resources/ActivityAwardEffect"_s;
+    const auto download =
+        settled(ZDataTableMgr::getInstance()->downloadFile(activityAwardsFile(), address, false));
+    if (!download.ok)
+        throw Failure {download.error};
 }
 
 Host::Learnt Host::learnVersions()
@@ -152,12 +217,8 @@ Host::Updated Host::updateTables()
 {
     const Traffic traffic;
     const auto outcome = settled(ZDataTableMgr::getInstance()->updateAllDataTable());
-    waitUntil([&traffic] { return traffic.finished() == traffic.started(); }, patience);
-    // The promise says nothing of the one table that is not waited for; its file does.
-    if (traffic.failed() == 0) {
-        constexpr int moment = 1000;
-        waitUntil([] { return fileOf(EDataTable::PCSkin).size > 0; }, moment);
-    }
+    // The promise does not wait for every table.
+    traffic.waitUntilQuiet(patience);
     return {outcome.ok, outcome.error, traffic.started(), traffic.bytes()};
 }
 
@@ -180,6 +241,9 @@ QVector<Host::TableFile> Host::tableFiles()
             continue;
         files.append(fileOf(static_cast<EDataTable::EDataTableType>(report.kind)));
         files.last().report = report;
+        if (ownLoads().contains(report.kind))
+            files.last().report.state =
+                ownLoads().value(report.kind) ? TableReport::Loaded : TableReport::Failed;
     }
     return files;
 }

@@ -36,9 +36,18 @@ void enter(const QCommandLineParser& line);
 /** A line about the server and folder of this client. */
 QString whereabouts();
 
-/** Loads the tables in the order that the library wants, as far as they are on disk; false when
- *  an essential one is not. */
+/** Loads the tables in the order that the library wants, as far as they are on disk, and then those
+ *  that it leaves to the program; false when an essential one is not there. */
 bool load();
+
+/**
+ * Loads what the library does not load itself: the word lists of the chat filter, the award effects
+ * and the award effects of activities. False when one of them is not on disk.
+ */
+bool loadOwnTables();
+
+/** Fetches the award effects of activities, a table that has no version; throws a Failure. */
+void fetchActivityAwards();
 
 struct Learnt
 {

@@ -44,3 +44,8 @@ void Json::print(const QJsonArray& array)
 {
     Terminal::print(QString::fromUtf8(QJsonDocument(array).toJson()).trimmed());
 }
+
+void Json::printLine(const QJsonObject& object)
+{
+    Terminal::print(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+}

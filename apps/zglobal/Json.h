@@ -20,4 +20,7 @@ void writeFile(const QString& path, const QJsonObject& object,
 void print(const QJsonObject& object);
 void print(const QJsonArray& array);
 
+/** On one line of standard output. */
+void printLine(const QJsonObject& object);
+
 } // namespace Json

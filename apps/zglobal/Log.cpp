@@ -20,7 +20,8 @@ struct Kept
 
 Kept& kept()
 {
-    static Kept instance;
+    // Never destroyed: other threads may have something to say until the process is gone.
+    static Kept& instance = *new Kept;
     return instance;
 }
 

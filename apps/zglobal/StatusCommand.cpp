@@ -16,7 +16,7 @@ QString stateOf(const TableReport& report)
 {
     switch (report.state) {
     case TableReport::Loaded:
-        return u"loaded"_s;
+        return report.loadedAtStart ? u"loaded"_s : u"by host"_s;
     case TableReport::Failed:
         return u"failed"_s;
     case TableReport::NotLoaded:

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QUrl>
 
 /**
@@ -17,16 +18,17 @@ public:
     ~Traffic() override;
 
     int started() const { return m_started; }
-    int finished() const { return m_finished; }
-    int failed() const { return m_failed; }
     qint64 bytes() const;
 
+    /** Turns the event loop until all requests have ended and none follows them; false when that
+     *  takes too long. */
+    bool waitUntilQuiet(int milliseconds) const;
+
 private:
-    void onFinished(int id, const QUrl& url, bool ok);
+    void onFinished(int id, const QUrl& url);
     void draw(const QUrl& url);
 
     int m_started = 0;
-    int m_finished = 0;
-    int m_failed = 0;
+    QSet<int> m_open; // not those that were under way before
     QHash<int, qint64> m_received;
 };

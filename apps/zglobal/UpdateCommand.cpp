@@ -78,6 +78,7 @@ int run(const QCommandLineParser& line)
     for (int i = 0; i < changes.size(); ++i)
         changes[i].after = after.at(i);
     Host::waitForSavedVersions();
+    Host::fetchActivityAwards();
 
     if (CommandLine::wantsJson(line))
         printJson(changes);

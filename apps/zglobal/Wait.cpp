@@ -7,16 +7,19 @@
 bool waitUntil(const std::function<bool()>& condition, int milliseconds)
 {
     constexpr int interval = 10;
+    bool holds = condition();
+    if (holds)
+        return true;
     QElapsedTimer clock;
     clock.start();
     QEventLoop loop;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
-        if (condition() || clock.hasExpired(milliseconds))
+        holds = condition();
+        if (holds || clock.hasExpired(milliseconds))
             loop.quit();
     });
     timer.start(interval);
-    if (!condition())
-        loop.exec();
-    return condition();
+    loop.exec();
+    return holds;
 }

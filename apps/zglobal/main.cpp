@@ -9,8 +9,10 @@ namespace {
 
 int runProgram(const QStringList& arguments)
 {
-    const QList<Command> commands {demoCommand(), serveCommand(), updateCommand(), statusCommand(),
-                                   giftCommand()};
+    const QList<Command> commands {demoCommand(),   serveCommand(), updateCommand(),
+                                   statusCommand(), showCommand(),  giftCommand(),
+                                   maskCommand(),   flashCommand(), bannersCommand(),
+                                   openCommand(),   tidyCommand()};
     if (arguments.isEmpty())
         throw UsageFailure(u"no command is given; see \"zglobal --help\""_s);
     const QString& name = arguments.constFirst();
