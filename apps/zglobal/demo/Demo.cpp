@@ -38,6 +38,8 @@ Demo::Demo(const QString& content, const QString& keep)
     if (QDir(m_work).exists() && !QDir(m_work).isEmpty())
         throw UsageFailure(u"the folder %1 is not empty"_s.arg(keep));
     copyFolder(content, m_content.path());
+    if (!QDir().mkpath(m_work) || !QDir::setCurrent(m_work))
+        throw Failure {u"the folder %1 cannot be made or entered"_s.arg(m_work)};
 }
 
 Demo::~Demo()
@@ -102,13 +104,15 @@ void Demo::serve()
     m_server = std::make_unique<ContentServer>(content(), 0);
 }
 
-void Demo::stopServing()
+ContentServer& Demo::server() const
 {
-    m_server->stop();
+    if (!m_server)
+        throw Failure {u"there is no content server"_s};
+    return *m_server;
 }
 
 QString Demo::shortened(const QString& address) const
 {
-    const QString base = m_server->baseUrl();
+    const QString base = server().baseUrl();
     return address.startsWith(base) ? address.mid(base.size()) : address;
 }

@@ -19,7 +19,8 @@
 class Demo
 {
 public:
-    /** Copies the content. keep is the working folder; without it a temporary one is used. */
+    /** Copies the content and enters the working folder, so that no step works in the user's. keep
+     * is the working folder; without it a temporary one is used. */
     Demo(const QString& content, const QString& keep);
     ~Demo();
     Q_DISABLE_COPY(Demo)
@@ -38,8 +39,8 @@ public:
     bool finish() const;
 
     void serve();
-    void stopServing();
-    const ContentServer& server() const { return *m_server; }
+    /** Throws a Failure while there is none. */
+    ContentServer& server() const;
 
     /** The operator's folder and the client's. */
     QString content() const { return m_content.path(); }

@@ -126,7 +126,7 @@ void Steps::unchangedGifts(Demo& demo)
 
 void Steps::restartOffline(Demo& demo)
 {
-    demo.stopServing();
+    demo.server().stop();
     demo.say(u"The server is gone. Two new processes on the same folder:"_s);
     const QStringList folder {u"--data"_s, demo.work()};
     const QStringList gift = runAgain(QStringList {u"gift"_s, newGift()} + folder);

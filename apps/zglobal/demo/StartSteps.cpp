@@ -3,12 +3,16 @@
 
 #include "Host.h"
 #include "Literals.h"
+#include "Wait.h"
 #include "Words.h"
 #include "datatable/ZDataTableMgr.h"
+#include "host/ZHttpComm.h"
 
 #include <QDir>
 #include <QDirIterator>
+#include <QFile>
 #include <QSettings>
+#include <QUrl>
 
 namespace {
 
@@ -30,7 +34,13 @@ void Steps::serveContent(Demo& demo)
     demo.serve();
     demo.say(u"%1 is a plain folder of %2 files; any static web server could do this."_s.arg(
         demo.server().baseUrl(), QString::number(filesIn(demo.content()))));
-    demo.expect(filesIn(demo.content()) > tableCount, u"the content is there and being served"_s);
+    const QString versions = u"/app/versions.json"_s;
+    const auto answer =
+        settled(ZHttpComm::getInstance()->get(QUrl(demo.server().baseUrl() + versions)));
+    QFile published(demo.content() + versions);
+    demo.expect(answer.ok && published.open(QIODevice::ReadOnly)
+                    && answer.value == published.readAll(),
+                u"it answers for %1"_s.arg(versions));
 }
 
 void Steps::startClient(Demo& demo)
@@ -102,4 +112,14 @@ void Steps::loadTables(Demo& demo)
     demo.say(u"loadAllTables() handed %1 tables to their managers, which hold %2 records."_s.arg(
         QString::number(expected), QString::number(records)));
     demo.expect(loaded && tables == expected, u"all %1 are loaded"_s.arg(tables));
+}
+
+void Steps::loadOwnTables(Demo& demo)
+{
+    Host::fetchActivityAwards();
+    const bool loaded = Host::loadOwnTables();
+    demo.say(
+        u"The chat filter's two lists and the award effects, from the files just updated, and"_s);
+    demo.say(u"the awards of activities, a table without a version that the program fetches."_s);
+    demo.expect(loaded, u"all four are loaded"_s);
 }
