@@ -1,0 +1,415 @@
+#include "Terminal.h"
+#include "TextTable.h"
+#include "support/Literals.h"
+#include "support/WorkFolder.h"
+
+#include <QDateTime>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTcpSocket>
+#include <QUrl>
+#include <QtTest>
+
+/** The program as its user has it: started with arguments, judged by its streams and status. */
+class tst_zglobal : public QObject
+{
+    Q_OBJECT
+
+    struct Result
+    {
+        int status = -1;
+        QString output;
+        QString errors;
+
+        QJsonDocument json() const { return QJsonDocument::fromJson(output.toUtf8()); }
+    };
+
+    static Result run(const QStringList& arguments, const QByteArray& input = {});
+    static void copyContent();
+
+    WorkFolder m_folder;
+
+private Q_SLOTS:
+    void columns_data();
+    void columns();
+    void calledWrongly_data();
+    void calledWrongly();
+    void help_data();
+    void help();
+    void demo();
+    void offline_data();
+    void offline();
+    void records();
+    void mask();
+    void flash();
+    void tidy();
+    void demoTellsFailures();
+    void update();
+    void serve_data();
+    void serve();
+    void servesUntilTerminated();
+};
+
+namespace {
+
+constexpr int patience = 60 * 1000;
+
+QString program()
+{
+    return QStringLiteral(ZGLOBAL_PROGRAM);
+}
+
+QString contentFolder()
+{
+    return QStringLiteral(ZGLOBAL_CONTENT);
+}
+
+/** "zglobal serve" while the object lives. */
+class Serving
+{
+public:
+    explicit Serving(const QString& folder)
+    {
+        m_process.start(program(), {u"serve"_s, folder});
+        if (m_process.waitForReadyRead(patience))
+            m_address = QString::fromUtf8(m_process.readLine()).trimmed();
+    }
+    ~Serving()
+    {
+        m_process.kill();
+        m_process.waitForFinished(patience);
+    }
+    Q_DISABLE_COPY(Serving)
+
+    QString address() const { return m_address; }
+    QProcess& process() { return m_process; }
+
+    /** The status line and body of the answer to a request as it stands. */
+    QByteArray ask(const QByteArray& request) const
+    {
+        QTcpSocket socket;
+        socket.connectToHost(u"127.0.0.1"_s, static_cast<quint16>(QUrl(m_address).port()));
+        socket.write(request + " HTTP/1.1\r\nHost: x\r\n\r\n");
+        QByteArray answer;
+        while (socket.waitForReadyRead(patience))
+            answer += socket.readAll();
+        return answer;
+    }
+
+private:
+    QProcess m_process;
+    QString m_address;
+};
+
+} // namespace
+
+tst_zglobal::Result tst_zglobal::run(const QStringList& arguments, const QByteArray& input)
+{
+    QProcess process;
+    process.start(program(), arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(patience) || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+void tst_zglobal::copyContent()
+{
+    for (const QString& file : WorkFolder::files(contentFolder()))
+        WorkFolder::write(u"www/"_s + file, WorkFolder::read(contentFolder() + u"/"_s + file));
+}
+
+void tst_zglobal::columns_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QString>("cutToFive");
+    QTest::newRow("latin") << u"abcdef"_s << 6 << u"abcd…"_s;
+    QTest::newRow("fits") << u"abcde"_s << 5 << u"abcde"_s;
+    QTest::newRow("Chinese") << u"玫瑰花"_s << 6 << u"玫瑰…"_s;
+    QTest::newRow("half a character over") << u"a玫瑰花"_s << 7 << u"a玫…"_s;
+    QTest::newRow("outside the basic plane")
+        << u"\U00020000\U0001F339x"_s << 5 << u"\U00020000\U0001F339x"_s;
+    QTest::newRow("combining") << u"e\u0301e\u0301"_s << 2 << u"e\u0301e\u0301"_s;
+    QTest::newRow("full-width sign") << u"（a）"_s << 5 << u"（a）"_s;
+}
+
+void tst_zglobal::columns()
+{
+    QFETCH(QString, text);
+    QTEST(Terminal::columns(text), "width");
+    QTEST(Terminal::cut(text, 5), "cutToFive");
+    TextTable table({u"name"_s, u">n"_s, u"rest"_s});
+    table.add({text, u"7"_s, u"z"_s});
+    table.add({u"12345678"_s, u"100"_s, u""_s});
+    QCOMPARE(table.lines().at(1),
+             text + QString(8 - Terminal::columns(text), QLatin1Char(' ')) + u"    7  z"_s);
+    QCOMPARE(table.lines().at(2), u"12345678  100"_s);
+}
+
+void tst_zglobal::calledWrongly_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("says");
+    const auto row = [](const char* name, const QStringList& arguments, int status,
+                        const QString& says) {
+        QTest::newRow(name) << arguments << status << says;
+    };
+    row("nothing", {}, 2, u"no command is given"_s);
+    row("unknown command", {u"dance"_s}, 2, u"there is no command \"dance\""_s);
+    row("unknown option", {u"status"_s, u"--fast"_s}, 2, u"Unknown option 'fast'"_s);
+    row("argument missing", {u"gift"_s}, 2, u"ID is missing"_s);
+    row("argument too many", {u"status"_s, u"x"_s}, 2, u"no more than 0"_s);
+    row("no port", {u"serve"_s, u"."_s, u"--port"_s, u"65536"_s}, 2, u"\"65536\" is not a port"_s);
+    row("no address", {u"update"_s, u"--server"_s, u"ftp://x"_s}, 2, u"\"ftp://x\" is not"_s);
+    row("folder in use", {u"demo"_s, u"--keep"_s, contentFolder()}, 2, u"is not empty"_s);
+    row("no folder", {u"serve"_s, u"gone"_s}, 1, u"gone is not a folder"_s);
+    row("no server", {u"status"_s}, 1, u"no content server is known in zglobal-data"_s);
+    row("no connection", {u"update"_s, u"--server"_s, u"http://127.0.0.1:1"_s}, 1,
+        u"http://127.0.0.1:1/app/versions.json"_s);
+    row("no tables", {u"tidy"_s, u"--server"_s, u"http://127.0.0.1:1"_s}, 1, u"zglobal update"_s);
+    row("no configuration", {u"status"_s, u"--config"_s, u"gone.json"_s}, 1, u"gone.json"_s);
+    row("no content", {u"demo"_s, u"--content"_s, u"gone"_s}, 1, u"there is no content in gone"_s);
+}
+
+void tst_zglobal::calledWrongly()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, says);
+    const Result result = run(arguments);
+    QTEST(result.status, "status");
+    QCOMPARE(result.output, QString());
+    QVERIFY2(result.errors.startsWith(u"zglobal: "_s) && result.errors.contains(says),
+             qPrintable(result.errors));
+    QCOMPARE(result.errors.count(QLatin1Char('\n')), 1);
+    QDir(u"zglobal-data"_s).removeRecursively();
+}
+
+void tst_zglobal::help_data()
+{
+    QTest::addColumn<QString>("command");
+    static const QRegularExpression line(u"^  ([a-z]+) "_s, QRegularExpression::MultilineOption);
+    auto lines = line.globalMatch(run({u"--help"_s}).output);
+    while (lines.hasNext()) {
+        const QString command = lines.next().captured(1);
+        QTest::newRow(qPrintable(command)) << command;
+    }
+}
+
+void tst_zglobal::help()
+{
+    QFETCH(QString, command);
+    const Result result = run({command, u"--help"_s});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.errors, QString());
+    QVERIFY(result.output.startsWith(u"Usage: zglobal "_s + command));
+    const bool printsData = command != u"demo"_s && command != u"serve"_s;
+    QCOMPARE(result.output.contains(u"  --json "_s), printsData);
+}
+
+void tst_zglobal::demo()
+{
+    const Result result = run({u"demo"_s, u"--keep"_s, u"client"_s});
+    QCOMPARE(result.errors, QString());
+    QVERIFY2(result.status == 0, qPrintable(result.output));
+    static const QRegularExpression summary(u"\\n(\\d+) of \\1 steps as expected\\n$"_s);
+    QVERIFY(summary.match(result.output).hasMatch());
+    for (const QString& line : result.output.split(QLatin1Char('\n')))
+        QVERIFY2(Terminal::columns(line) <= 100, qPrintable(line));
+}
+
+void tst_zglobal::offline_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("says");
+    QTest::newRow("renamed gift") << u"gift G1002"_s << 0 << u"name                彩虹棒棒糖"_s;
+    QTest::newRow("unknown gift") << u"gift G9999"_s << 1 << u"there is no gift \"G9999\""_s;
+    QTest::newRow("embedded") << u"open http://x/task/center"_s << 0 << u"listed by a banner"_s;
+    QTest::newRow("outside") << u"open http://x/fans/up"_s << 0 << u"outside"_s;
+    QTest::newRow("banner") << u"banners"_s << 0 << u" 2      10  新人首充    there    embedded"_s;
+    QTest::newRow("unknown table") << u"show 4"_s << 1 << u"there is no table \"4\""_s;
+    QTest::newRow("table without ids") << u"show groupwelcomeword 1"_s << 1 << u"have no id"_s;
+    QTest::newRow("update") << u"update"_s << 1 << u"the versions could not be learnt"_s;
+}
+
+void tst_zglobal::offline()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, says);
+    const Result result =
+        run(command.split(QLatin1Char(' ')) + QStringList {u"--data"_s, u"client"_s});
+    QTEST(result.status, "status");
+    const QString& where = result.status == 0 ? result.output : result.errors;
+    QVERIFY2(where.contains(says), qPrintable(where));
+}
+
+void tst_zglobal::records()
+{
+    const QStringList json {u"--json"_s, u"--data"_s, u"client"_s};
+    const QJsonArray tables =
+        run(QStringList {u"status"_s} + json).json().object().value(u"tables"_s).toArray();
+    QCOMPARE(tables.size(), 33);
+    for (const QJsonValue& value : tables) {
+        const QJsonObject table = value.toObject();
+        QVERIFY(table.value(u"bytes"_s).toInt() > 0);
+        const bool hasManager = !table.value(u"manager"_s).toString().isEmpty();
+        const QString state = table.value(u"state"_s).toString();
+        QCOMPARE(state,
+                 !hasManager                                    ? u"no"_s
+                     : table.value(u"loadedAtStart"_s).toBool() ? u"loaded"_s
+                                                                : u"by host"_s);
+        const QString name = table.value(u"table"_s).toString();
+        const QJsonArray rows = run(QStringList {u"show"_s, name} + json).json().array();
+        if (hasManager)
+            QCOMPARE(rows.size(), table.value(u"records"_s).toInt());
+        QVERIFY2(!rows.isEmpty() && rows.first() != QJsonObject(), qPrintable(name));
+    }
+    // In the order of the table, though the manager keeps them by id.
+    const QJsonArray medals = run(QStringList {u"show"_s, u"26"_s} + json).json().array();
+    QCOMPARE(medals.at(1).toObject().value(u"medalId"_s).toString(), u"2"_s);
+    QCOMPARE(run(QStringList {u"show"_s, u"26"_s, u"14"_s} + json).json().array().size(), 1);
+}
+
+void tst_zglobal::mask()
+{
+    const QStringList client {u"mask"_s, u"--data"_s, u"client"_s};
+    QCOMPARE(run(client + QStringList {u"低 价 金 豆！"_s, u"好"_s}).output, u"*！\n好\n"_s);
+    const Result lines = run(client, u"代充金豆\r\n\n代充-金豆"_s.toUtf8());
+    QCOMPARE(lines.output, u"*\n\n*\n"_s);
+    const QJsonObject told =
+        run(client + QStringList {u"--explain"_s, u"--json"_s, u"看加群-换礼物"_s}).json().object();
+    QCOMPARE(told.value(u"masked"_s).toString(), u"看*"_s);
+    const QJsonObject one = told.value(u"masks"_s).toArray().first().toObject();
+    QCOMPARE(one,
+             (QJsonObject {{u"word"_s, u"加群换礼物"_s},
+                           {u"list"_s, u"newer"_s},
+                           {u"start"_s, 1},
+                           {u"length"_s, 6},
+                           {u"covered"_s, u"加群-换礼物"_s}}));
+}
+
+void tst_zglobal::flash()
+{
+    const QStringList flash {u"flash"_s, u"--data"_s, u"client"_s};
+    QCOMPARE(run(flash).status, 0);
+    QVERIFY(QDir(u"client/res/flash/box_open_4"_s).removeRecursively());
+    const Result failed = run(flash);
+    QCOMPARE(failed.status, 1);
+    QVERIFY(failed.errors.contains(u"zglobal: 1 animations could not be downloaded"_s));
+    QVERIFY(failed.output.contains(u"box_open           4  no "_s));
+}
+
+void tst_zglobal::tidy()
+{
+    QFile stale(u"client/res/dataTable/stale"_s);
+    QVERIFY(stale.open(QIODevice::WriteOnly));
+    QVERIFY(stale.setFileTime(QDateTime::currentDateTime().addDays(-8),
+                              QFileDevice::FileModificationTime));
+    const Result result = run({u"tidy"_s, u"--data"_s, u"client"_s});
+    QVERIFY(result.output.contains(u"tidy datatable remove=stale,result=1\n"_s));
+    QVERIFY(result.output.endsWith(u"tidy thread run end\n"_s));
+    QVERIFY(!stale.exists());
+}
+
+void tst_zglobal::demoTellsFailures()
+{
+    copyContent();
+    WorkFolder::write(u"www/app/resources/Doutu"_s, "<html>");
+    const Result result = run({u"demo"_s, u"--content"_s, u"www"_s});
+    QCOMPARE(result.status, 1);
+    QVERIFY(result.output.contains(u"NOT 网络不给力，请重试"_s));
+    QVERIFY(result.output.contains(u"NOT 32 tables lie in res/dataTable/"_s));
+    QVERIFY(result.output.endsWith(u"24 of 28 steps as expected\n"_s));
+}
+
+void tst_zglobal::update()
+{
+    copyContent();
+    const Serving server(u"www"_s);
+    const QStringList json {u"update"_s, u"--json"_s, u"--data"_s, u"updated"_s};
+    const auto outcomes = [&json](const QStringList& more, int status) {
+        const Result result = run(json + more);
+        QMap<QString, QStringList> tables;
+        const QJsonArray all = result.json().array();
+        for (const QJsonValue& table : all)
+            tables[table.toObject().value(u"outcome"_s).toString()].append(
+                table.toObject().value(u"table"_s).toString());
+        return result.status == status ? tables : QMap<QString, QStringList>();
+    };
+    QCOMPARE(outcomes({u"--server"_s, server.address() + u"//"_s}, 0).value(u"new"_s).size(), 33);
+    QCOMPARE(outcomes({}, 0).value(u"current"_s).size(), 33);
+
+    QByteArray versions = WorkFolder::read(u"www/app/versions.json"_s);
+    versions.replace("\"Doutu\": 11", "\"Doutu\": 12").replace("\"PCSkin\": 17", "\"PCSkin\": 18");
+    WorkFolder::write(u"www/app/versions.json"_s, versions);
+    QFile::remove(u"www/app/resources/PCSkin"_s);
+    const auto raised = outcomes({}, 1);
+    QCOMPARE(raised.value(u"new"_s), QStringList {u"Doutu"_s});
+    QCOMPARE(raised.value(u"failed"_s), QStringList {u"PCSkin"_s});
+    QCOMPARE(raised.value(u"current"_s).size(), 31);
+}
+
+void tst_zglobal::serve_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<QByteArray>("status");
+    QTest::addColumn<QByteArray>("body");
+    const QByteArray bytes("a\0b\r\n", 5);
+    QTest::newRow("file") << QByteArray("GET /a/f") << QByteArray("200") << bytes;
+    QTest::newRow("slashes, query")
+        << QByteArray("GET //a///f?x=/..") << QByteArray("200") << bytes;
+    QTest::newRow("encoded") << QByteArray("GET /%61/%66") << QByteArray("200") << bytes;
+    QTest::newRow("head") << QByteArray("HEAD /a/f") << QByteArray("200") << QByteArray();
+    QTest::newRow("folder") << QByteArray("GET /a") << QByteArray("404") << QByteArray();
+    QTest::newRow("missing") << QByteArray("GET /a/g") << QByteArray("404") << QByteArray();
+    QTest::newRow("outside") << QByteArray("GET /../secret") << QByteArray("404") << QByteArray();
+    QTest::newRow("outside, encoded")
+        << QByteArray("GET /a/%2e%2e/%2e%2e/secret") << QByteArray("404") << QByteArray();
+    QTest::newRow("backslash") << QByteArray("GET /a\\..\\..\\secret") << QByteArray("404")
+                               << QByteArray();
+    QTest::newRow("link outside") << QByteArray("GET /link") << QByteArray("404") << QByteArray();
+    QTest::newRow("link inside") << QByteArray("GET /inner") << QByteArray("200") << bytes;
+    QTest::newRow("neighbour by prefix")
+        << QByteArray("GET /../site2/f") << QByteArray("404") << QByteArray();
+    QTest::newRow("not a reading")
+        << QByteArray("DELETE /a/f") << QByteArray("405") << QByteArray();
+}
+
+void tst_zglobal::serve()
+{
+    QFETCH(QByteArray, request);
+    WorkFolder::write(u"site/a/f"_s, QByteArray("a\0b\r\n", 5));
+    WorkFolder::write(u"site2/f"_s, "secret");
+    WorkFolder::write(u"secret"_s, "secret");
+    QFile::link(QFileInfo(u"secret"_s).absoluteFilePath(), u"site/link"_s);
+    QFile::link(QFileInfo(u"site/a/f"_s).absoluteFilePath(), u"site/inner"_s);
+    const QByteArray answer = Serving(u"site"_s).ask(request);
+    QTEST(answer.mid(9, 3), "status");
+    QTEST(answer.mid(answer.indexOf("\r\n\r\n") + 4), "body");
+}
+
+void tst_zglobal::servesUntilTerminated()
+{
+    WorkFolder::write(u"site/f"_s, "x");
+    Serving first(u"site"_s);
+    QVERIFY(!first.address().isEmpty());
+    const QString port = QString::number(QUrl(first.address()).port());
+    const Result second = run({u"serve"_s, u"site"_s, u"--port"_s, port});
+    QCOMPARE(second.status, 1);
+    QCOMPARE(second.errors, u"zglobal: port %1 of 127.0.0.1 cannot be had\n"_s.arg(port));
+#ifndef Q_OS_WIN
+    QVERIFY(first.ask("GET /f").endsWith("x"));
+    first.process().terminate();
+    QVERIFY(first.process().waitForFinished(patience));
+    QCOMPARE(first.process().exitCode(), 0);
+    QVERIFY(first.process().readAllStandardError().contains("stopped after 1 requests"));
+#endif
+}
+
+QTEST_GUILESS_MAIN(tst_zglobal)
+#include "tst_zglobal.moc"
