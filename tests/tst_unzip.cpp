@@ -70,6 +70,8 @@ QStringList listing(const QString& folder)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Entry)
+
 class TestUnzip : public QObject
 {
     Q_OBJECT
@@ -281,8 +283,6 @@ private Q_SLOTS:
         QCOMPARE(listing(QFileInfo(other).path()).size(), 202);
     }
 };
-
-Q_DECLARE_METATYPE(Entry)
 
 QTEST_GUILESS_MAIN(TestUnzip)
 #include "tst_unzip.moc"
