@@ -10,8 +10,11 @@ file(GLOB_RECURSE format_files CONFIGURE_DEPENDS
     "${PROJECT_SOURCE_DIR}/tests/*.h" "${PROJECT_SOURCE_DIR}/tests/*.cpp"
     "${PROJECT_SOURCE_DIR}/bench/*.h" "${PROJECT_SOURCE_DIR}/bench/*.cpp")
 if(CLANG_FORMAT)
+    string(REPLACE ";" "\n" format_list "${format_files}")
+    file(WRITE "${CMAKE_BINARY_DIR}/format-files" "${format_list}\n")
     add_custom_target(format-check
-        COMMAND ${CLANG_FORMAT} --dry-run --Werror ${format_files} COMMENT "clang-format" VERBATIM)
+        COMMAND ${CLANG_FORMAT} --dry-run --Werror "--files=${CMAKE_BINARY_DIR}/format-files"
+        COMMENT "clang-format" VERBATIM)
 endif()
 
 if(CLANG_TIDY)

@@ -35,9 +35,9 @@ public:
 
     /**
      * Reads a table: column names to cell indexes, and the rows. docs/table-format.md says what is
-     * a table, HostLimits how large it may be. The rows are handed over as they stand: an element may be null or no row at all, and
-     * a row may have fewer or more cells than there are columns. On false header and rows are
-     * untouched.
+     * a table, HostLimits how large it may be. The rows are handed over as they stand: an element
+     * may be null or no row at all, and a row may have fewer or more cells than there are columns.
+     * On false header and rows are untouched.
      */
     static bool readTableFile(const QString& path, QHash<QString, int>& header, QJsonArray& rows,
                               QString* error = nullptr);
