@@ -52,6 +52,30 @@ QVector<Sample> load(const QString& path)
 
 const QString dateFormat = u"yyyy-MM-dd HH:mm:ss"_s;
 
+/** The time zone of the process for as long as it lives. */
+class Zone
+{
+public:
+    explicit Zone(const QByteArray& name)
+        : m_wasSet(qEnvironmentVariableIsSet("TZ"))
+        , m_before(qgetenv("TZ"))
+    {
+        qputenv("TZ", name);
+    }
+    ~Zone()
+    {
+        if (m_wasSet)
+            qputenv("TZ", m_before);
+        else
+            qunsetenv("TZ");
+    }
+    Q_DISABLE_COPY(Zone)
+
+private:
+    bool m_wasSet;
+    QByteArray m_before;
+};
+
 /** A date text, most often damaged in one or two places. */
 QString randomDate(std::mt19937& random)
 {
@@ -155,8 +179,7 @@ void tst_columns::datesAreThoseOfQt_data()
 void tst_columns::datesAreThoseOfQt()
 {
     QFETCH(QString, zone);
-    const QByteArray before = qgetenv("TZ");
-    qputenv("TZ", zone.toLatin1());
+    const Zone guard(zone.toLatin1());
     std::mt19937 random(20261121);
     int parsed = 0;
     QStringList differing;
@@ -167,23 +190,20 @@ void tst_columns::datesAreThoseOfQt()
         if (Cells::secondsOfDate(text) != date.toSecsSinceEpoch())
             differing.append(text);
     }
-    qputenv("TZ", before);
     QCOMPARE(differing, QStringList());
     QVERIFY2(parsed > 2000, qPrintable(QString::number(parsed)));
 }
 
 void tst_columns::clockChanges()
 {
-    const QByteArray before = qgetenv("TZ");
-    qputenv("TZ", "America/New_York");
+    const Zone newYork("America/New_York");
     for (const QString& text : {u"2026-03-08 01:59:59"_s, u"2026-03-08 02:30:00"_s,
                                 u"2026-03-08 03:00:00"_s, u"1883-11-18 12:01:00"_s})
         QCOMPARE(Cells::secondsOfDate(text),
                  QDateTime::fromString(text, dateFormat).toSecsSinceEpoch());
-    qputenv("TZ", "UTC");
+    const Zone utc("UTC");
     QCOMPARE(Cells::secondsOfDate(u"2026-11-21 00:00:01"_s), Q_INT64_C(1795219201));
     QCOMPARE(Cells::secondsOfDate(u"2026-02-29 00:00:00"_s), QDateTime().toSecsSinceEpoch());
-    qputenv("TZ", before);
 }
 
 QTEST_GUILESS_MAIN(tst_columns)
