@@ -37,10 +37,16 @@ if(ZGLOBAL_SANITIZE)
     add_link_options(-fsanitize=${ZGLOBAL_SANITIZE})
 endif()
 
-# zglobal_library(NAME SOURCES files... HEADERS exported headers... LINKS targets... PRIVATE_LINKS targets...)
-# declares a shared library with its export header, version, alias and installation.
+# zglobal_library(NAME PAIRS names... SOURCES files... HEADERS exported headers... LINKS targets...
+#     PRIVATE_LINKS targets...)
+# declares a shared library with its export header, version, alias and installation. A pair is a
+# source and the exported header of the same name.
 function(zglobal_library name)
-    cmake_parse_arguments(arg "" "" "SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(arg "" "" "PAIRS;SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
+    foreach(pair IN LISTS arg_PAIRS)
+        list(APPEND arg_SOURCES ${pair}.cpp)
+        list(APPEND arg_HEADERS ${pair}.h)
+    endforeach()
     add_library(${name} SHARED ${arg_SOURCES} ${arg_HEADERS})
     add_library(ZGlobal::${name} ALIAS ${name})
     set_target_properties(${name} PROPERTIES

@@ -76,24 +76,24 @@ void tst_chat::refusals()
     QSignalSpy phrases(&m_phrases, &ZQuickInputMessageMgr::sigUpdateFinished);
     QSignalSpy bubbles(&m_bubbles, &ZBubbleConfigMgr::sigBubbleLoadFinish);
     const LogLines log;
-    const auto check = [this](const QString& columns, auto load, const TableDescription& table) {
-        QCOMPARE(requiredFault(m_folder, columns, load, table.recordCount), QString());
+    const auto check = [this](const QString& columns, auto load, const TableDeclaration& table) {
+        QCOMPARE(requiredFault(m_folder, columns, load, [&] { return table.recordCount(); }), QString());
     };
     check(
         labelColumns, [this](auto& path) { return m_labels.loadListTable(path); },
-        ZGiftLabelMgr::describeTable());
+        ZGiftLabelMgr::declaration());
     check(
         phraseColumns, [this](auto& path) { return m_phrases.loadListTable(path); },
-        ZQuickInputMessageMgr::describeTable());
+        ZQuickInputMessageMgr::declaration());
     check(
         messageColumns, [this](auto& path) { return m_messages.loadMessageListTable(path); },
-        ZMessageMgr::describeTable());
+        ZMessageMgr::declaration());
     check(
         bubbleColumns, [this](auto& path) { return m_bubbles.loadListTable(path); },
-        ZBubbleConfigMgr::describeTable());
+        ZBubbleConfigMgr::declaration());
     check(
         stickerColumns, [this](auto& path) { return m_stickers.loadListTable(path); },
-        ZDoutuMgr::describeTable());
+        ZDoutuMgr::declaration());
     // Each has loaded one table, and said nothing of the refused ones.
     QCOMPARE(LogLines::lines(),
              QStringList({u"礼物标签表加载完毕"_s, u"QuickInputMessage加载完毕"_s,

@@ -1,4 +1,4 @@
-#include "datatable/TableColumns.h"
+#include "datatable/DeclaredTable.h"
 #include "support/Literals.h"
 #include "support/WorkFolder.h"
 
@@ -23,31 +23,43 @@ struct Sample
     QStringList list {u"kept"_s};
 };
 
-const TableColumns<Sample>& sampleColumns()
+/** A manager of samples, reduced to what a declaration needs. */
+struct Samples
 {
-    using namespace Cells;
-    static const TableColumns<Sample> declared {
-        {Required, "text", Text(), Z_FIELD(Sample, text)},
-        {Optional, "integer", Integer(), Z_FIELD(Sample, integer)},
-        {Optional, "flag", Flag(), Z_FIELD(Sample, flag)},
-        {Optional, "number", Number(), Z_FIELD(Sample, number)},
-        {Optional, "truncated", TruncatedNumber(), Z_FIELD(Sample, truncated)},
-        {Optional, "integerText", IntegerAsText(), Z_FIELD(Sample, integerText)},
-        {Optional, "textInteger", TextAsInteger(), Z_FIELD(Sample, textInteger)},
-        {Optional, "textFlag", TextAsFlag(), Z_FIELD(Sample, textFlag)},
-        {Optional, "list", TextList(), Z_FIELD(Sample, list)},
-        {Required, "unread", "never read"},
-    };
-    return declared;
-}
+    static Samples& getInstance()
+    {
+        static Samples instance;
+        return instance;
+    }
+
+    static const TableDeclaration& declaration()
+    {
+        using namespace Cells;
+        static const DeclaredTable<Samples, Sample> table {
+            {
+                {Required, Text(), Z_FIELD(Sample, text)},
+                {Optional, Integer(), Z_FIELD(Sample, integer), RefersTo {EDataTable::Doutu, "id"}},
+                {Optional, Flag(), Z_FIELD(Sample, flag)},
+                {Optional, Number(), Z_FIELD(Sample, number)},
+                {Optional, TruncatedNumber(), Z_FIELD(Sample, truncated)},
+                {Optional, IntegerAsText(), Z_FIELD(Sample, integerText)},
+                {Optional, TextAsInteger(), Z_FIELD(Sample, textInteger)},
+                {Optional, TextAsFlag(), Z_FIELD(Sample, textFlag)},
+                {Optional, "texts", TextList(), Z_FIELD(Sample, list), FileOn {"Server", "/a/"}},
+                {Required, "unread", "never read"},
+            },
+            TableParts::LeftOut {&Sample::flag, "only with it",
+                                 [](const Sample& sample) { return sample.text == u"out"_s; }},
+            TableParts::Listed {&Samples::list, &Sample::text}};
+        return table;
+    }
+
+    QVector<Sample> list;
+};
 
 QVector<Sample> load(const QString& path)
 {
-    QVector<Sample> samples;
-    const auto table = sampleColumns().read(path);
-    if (table)
-        table->forEach([&](const Sample& sample) { samples.append(sample); });
-    return samples;
+    return Samples::declaration().load(path) ? Samples::getInstance().list : QVector<Sample>();
 }
 
 const QString dateFormat = u"yyyy-MM-dd HH:mm:ss"_s;
@@ -106,6 +118,8 @@ class tst_columns : public QObject
 private Q_SLOTS:
     void conversions();
     void refusedAndSkipped();
+    void schema_data();
+    void schema();
     void datesAreThoseOfQt_data();
     void datesAreThoseOfQt();
     void clockChanges();
@@ -114,7 +128,7 @@ private Q_SLOTS:
 void tst_columns::conversions()
 {
     WorkFolder folder;
-    const QStringList all {u"unread"_s,      u"list"_s,      u"textFlag"_s, u"textInteger"_s,
+    const QStringList all {u"unread"_s,      u"texts"_s,     u"textFlag"_s, u"textInteger"_s,
                            u"integerText"_s, u"truncated"_s, u"number"_s,   u"flag"_s,
                            u"integer"_s,     u"text"_s};
     const QVector<Sample> samples = load(folder.writeTable(
@@ -155,18 +169,64 @@ void tst_columns::conversions()
 void tst_columns::refusedAndSkipped()
 {
     WorkFolder folder;
-    QVERIFY(!sampleColumns().read(u"missing"_s));
-    QVERIFY(!sampleColumns().read(folder.writeTable({u"text"_s}, {})));
-    QVERIFY(!sampleColumns().read(folder.writeTable({u"unread"_s, u"integer"_s}, {})));
-
+    const QStringList columns {u"unread"_s, u"text"_s};
     const QVector<Sample> samples = load(folder.writeTable(
-        {u"unread"_s, u"text"_s},
-        {QJsonValue(), QJsonArray {1, u"a"_s}, u"no array"_s, QJsonArray {1, u"b"_s}}));
+        columns, {QJsonValue(), QJsonArray {1, u"a"_s}, u"no array"_s, QJsonArray {1, u"out"_s}}));
     QCOMPARE(samples.size(), 3);
     QCOMPARE(samples.at(0).text, u"a"_s);
     QCOMPARE(samples.at(0).integer, 7); // no such column: the default stays
     QCOMPARE(samples.at(1).text, QString());
-    QCOMPARE(samples.at(2).text, u"b"_s);
+    QCOMPARE(samples.at(2).text, u"out"_s); // the rule's column is not there either
+
+    const TableDeclaration& table = Samples::declaration();
+    QVERIFY(!table.load(u"missing"_s));
+    QVERIFY(!table.load(folder.writeTable({u"text"_s}, {})));
+    QVERIFY(!table.load(folder.writeTable({u"unread"_s, u"integer"_s}, {})));
+    QCOMPARE(table.recordCount(), 3);
+    QCOMPARE(load(folder.writeTable(columns + QStringList {u"flag"_s},
+                                    {QJsonArray {1, u"out"_s}, QJsonArray {1, u"in"_s}}))
+                 .size(),
+             1);
+    QCOMPARE(table.records().first().toObject().value(u"text"_s).toString(), u"in"_s);
+}
+
+/** What a column says of its cells, for whoever checks a table before clients do. */
+void tst_columns::schema_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<QJsonArray>("fitting");
+    QTest::addColumn<QJsonArray>("unfitting");
+    const QJsonValue null;
+    QTest::newRow("text") << u"text"_s << QJsonArray {u""_s, u"a"_s} << QJsonArray {1, true, null};
+    QTest::newRow("integer") << u"integer"_s << QJsonArray {0, -7, 7.0}
+                             << QJsonArray {u"7"_s, 7.5, 3e9, null};
+    QTest::newRow("flag") << u"flag"_s << QJsonArray {true, false} << QJsonArray {1, u"true"_s};
+    QTest::newRow("number") << u"number"_s << QJsonArray {0, 7.5} << QJsonArray {u"7.5"_s, null};
+    QTest::newRow("truncated") << u"truncated"_s << QJsonArray {0, 1e15}
+                               << QJsonArray {7.5, 1e300, u"7"_s};
+    QTest::newRow("integer text") << u"integerText"_s << QJsonArray {12} << QJsonArray {u"12"_s};
+    QTest::newRow("text integer") << u"textInteger"_s << QJsonArray {u"12"_s, u"-1"_s}
+                                  << QJsonArray {12, u"x"_s, u""_s, u"9999999999"_s};
+    QTest::newRow("texts") << u"texts"_s << QJsonArray {u"a,b"_s} << QJsonArray {1};
+}
+
+void tst_columns::schema()
+{
+    QFETCH(QString, column);
+    QFETCH(QJsonArray, fitting);
+    QFETCH(QJsonArray, unfitting);
+    const TableSchema& schema = Samples::declaration().schema();
+    const auto found = std::find_if(schema.columns.begin(), schema.columns.end(),
+                                    [&](const ColumnSchema& one) { return one.name == column; });
+    QVERIFY(found != schema.columns.end());
+    for (const QJsonValue& cell : fitting)
+        QVERIFY2(found->fits(cell), qPrintable(cell.toVariant().toString()));
+    for (const QJsonValue& cell : unfitting)
+        QVERIFY2(!found->fits(cell), qPrintable(cell.toVariant().toString()));
+    QCOMPARE(found->referredTable, column == u"integer"_s ? u"Doutu"_s : QString());
+    QCOMPARE(found->address, column == u"texts"_s ? u"/a/"_s : QString());
+    QCOMPARE(found->remark, column == u"flag"_s ? u"only with it"_s : QString());
+    QCOMPARE(schema.key, u"text"_s);
 }
 
 void tst_columns::datesAreThoseOfQt_data()
@@ -203,7 +263,12 @@ void tst_columns::clockChanges()
                  QDateTime::fromString(text, dateFormat).toSecsSinceEpoch());
     const Zone utc("UTC");
     QCOMPARE(Cells::secondsOfDate(u"2026-11-21 00:00:01"_s), Q_INT64_C(1795219201));
-    QCOMPARE(Cells::secondsOfDate(u"2026-02-29 00:00:00"_s), QDateTime().toSecsSinceEpoch());
+    for (const QString& none : {u"2026-02-29 00:00:00"_s, QString()}) {
+        QCOMPARE(Cells::secondsOfDate(none), QDateTime().toSecsSinceEpoch());
+        QVERIFY(!Cells::isDate(none));
+    }
+    const Zone shanghai("Asia/Shanghai"); // what no date comes to follows the zone as well
+    QCOMPARE(Cells::secondsOfDate(QString()), QDateTime().toSecsSinceEpoch());
 }
 
 QTEST_GUILESS_MAIN(tst_columns)

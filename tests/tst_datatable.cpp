@@ -22,10 +22,10 @@ QMetaEnum catalogue()
     return meta.enumerator(meta.indexOfEnumerator("EDataTableType"));
 }
 
-QStringList requiredColumns(const TableDescription& description)
+QStringList requiredColumns(const TableDeclaration& declaration)
 {
     QStringList columns;
-    for (const ColumnDescription& column : description.columns) {
+    for (const ColumnSchema& column : declaration.schema().columns) {
         if (column.required)
             columns.append(column.name);
     }
@@ -190,7 +190,7 @@ void tst_datatable::brokenGiftTable()
 
 void tst_datatable::fullStart()
 {
-    const QStringList giftColumns = requiredColumns(ZGiftListMgr::describeTable());
+    const QStringList giftColumns = requiredColumns(ZGiftListMgr::declaration());
     WorkFolder::write(pathOf(Table::GroupWelComeWord), WorkFolder::table({u"w"_s}, {}));
     WorkFolder::write(pathOf(Table::CS_GiftList), WorkFolder::table(giftColumns, {}));
     WorkFolder::write(pathOf(Table::FansConfigNew), "not a table");
@@ -201,11 +201,11 @@ void tst_datatable::fullStart()
     QCOMPARE(lines.last(),
              u"守护团配置表加载失败 "_s + m_tables->getTableFileName(Table::FansConfigNew));
     QVERIFY(QFile::exists(pathOf(Table::FansConfigNew)));
-    for (const TableReport& report : m_tables->getTableReports()) {
-        if (report.kind == Table::CS_GiftList)
-            QCOMPARE(report.state, TableReport::Loaded);
-        if (report.kind == Table::FansConfigNew)
-            QCOMPARE(report.state, TableReport::Failed);
+    for (const TableStatus& status : m_tables->getTableStatuses()) {
+        if (status.kind == Table::CS_GiftList)
+            QCOMPARE(status.state, TableStatus::Loaded);
+        if (status.kind == Table::FansConfigNew)
+            QCOMPARE(status.state, TableStatus::Failed);
     }
 
     QStringList titles;

@@ -86,28 +86,28 @@ void tst_decoration::init()
 void tst_decoration::refusals()
 {
     const LogLines log;
-    const auto check = [this](const QString& columns, auto load, const TableDescription& table) {
-        QCOMPARE(requiredFault(m_folder, columns, load, table.recordCount), QString());
+    const auto check = [this](const QString& columns, auto load, const TableDeclaration& table) {
+        QCOMPARE(requiredFault(m_folder, columns, load, [&] { return table.recordCount(); }), QString());
     };
     check(
         levelColumns, [this](auto& path) { return m_levels->loadFunLevelInfoListTable(path); },
-        ZFunLevelMgr::describeTable());
+        ZFunLevelMgr::declaration());
     check(
         frameColumns, [this](auto& path) { return m_frames->loadImageFrameInfoListTable(path); },
-        ZImageFrameInfoListMgr::describeTable());
+        ZImageFrameInfoListMgr::declaration());
     check(
         medalColumns, [this](auto& path) { return m_medals->loadMedalListTable(path); },
-        ZMedalMgr::describeTable());
+        ZMedalMgr::declaration());
     check(
         u"id name animation version"_s,
         [this](auto& path) { return m_cars->loadImageCarInfoListTable(path); },
-        ZImageCarInfoListMgr::describeTable());
+        ZImageCarInfoListMgr::declaration());
     check(
         u"id name"_s, [this](auto& path) { return m_userStamps->loadUserStampTable(path); },
-        ZUserStampMgr::describeTable());
+        ZUserStampMgr::declaration());
     check(
         u"id name picture"_s, [this](auto& path) { return m_funStamps.loadListTable(path); },
-        zFunStampMgr::describeTable());
+        zFunStampMgr::declaration());
     QCOMPARE(LogLines::lines().mid(0, 3),
              QStringList({u"loadFunLevelInfoListTable.json加载完毕"_s,
                           u"ImageFrameInfoListTable.json加载完毕"_s, u"MedalList.json加载完毕"_s}));
@@ -256,9 +256,9 @@ void tst_decoration::framePeriods()
     QVERIFY(m_frames->loadImageFrameInfoListTable(
         table(frameColumns + u" timePeriodConfig"_s, QJsonDocument(QJsonArray {frame}).toJson())));
     const QTime time = QTime::fromString(at, u"HH:mm:ss.zzz"_s);
-    QCOMPARE(m_frames->getEffectiveIconById(0, time), icon);
-    QCOMPARE(m_frames->getEffectiveFlashById(0, time), u"f"_s + icon);
-    QTEST(m_frames->getCurrentPeriodStartTime(0, time).toString(u"HH:mm:ss"_s), "start");
+    QCOMPARE(m_frames->getEffectiveIconAt(0, time), icon);
+    QCOMPARE(m_frames->getEffectiveFlashAt(0, time), u"f"_s + icon);
+    QTEST(m_frames->getPeriodStartTimeAt(0, time).toString(u"HH:mm:ss"_s), "start");
 }
 
 void tst_decoration::frameAddresses()

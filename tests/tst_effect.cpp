@@ -45,7 +45,7 @@ void tst_effect::recreationTypes()
     QCOMPARE(ids(2), u"M1"_s);
     QCOMPARE(ids(3), u"W1"_s);
     QCOMPARE(ids(0), QString());
-    QCOMPARE(ZRecreationMgr::describeTable().recordCount(), 5);
+    QCOMPARE(ZRecreationMgr::declaration().recordCount(), 5);
     QCOMPARE(m_recreations.getRecreationPlayType(u"R1"_s), u"7"_s);
     QCOMPARE(m_recreations.getRecreationPlayType(u"X1"_s), u"5"_s);
 
@@ -103,7 +103,7 @@ void tst_effect::awards()
     ZAwardEffectMgr& awards = ZAwardEffectMgr::getInstance();
     const QString columns = u"id icon sort name flash descs"_s;
     const auto load = [&](const QString& path) { return awards.loadListTable(path); };
-    const auto count = ZAwardEffectMgr::describeTable().recordCount;
+    const auto count = [] { return ZAwardEffectMgr::declaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
 
     QVERIFY(load(tableOf(m_folder, columns,
@@ -127,7 +127,7 @@ void tst_effect::activityAwards()
         return awards.loadListTable(
             tableOf(m_folder, wanted.join(u' '), "[['A1', 'icon', '3600', 60, 'internal']]"));
     };
-    const auto count = ZActivityAwardEffectMgr::describeTable().recordCount;
+    const auto count = [] { return ZActivityAwardEffectMgr::declaration().recordCount(); };
     for (const QString& column : columns) {
         QVERIFY(load(columns) && count() == 1);
         QStringList others = columns;

@@ -11,7 +11,7 @@ namespace {
 QStringList giftColumns(bool optionalToo = true)
 {
     QStringList columns;
-    for (const ColumnDescription& column : ZGiftListMgr::describeTable().columns) {
+    for (const ColumnSchema& column : ZGiftListMgr::declaration().schema().columns) {
         if (column.required || optionalToo)
             columns.append(column.name);
     }

@@ -5,7 +5,7 @@
 #include <QtTest>
 
 /** The server as the bytes of its answers show it, since every other test believes it. */
-class TestHttpServer : public QObject
+class tst_httpserver : public QObject
 {
     Q_OBJECT
 
@@ -68,5 +68,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestHttpServer)
+QTEST_GUILESS_MAIN(tst_httpserver)
 #include "tst_httpserver.moc"

@@ -90,12 +90,12 @@ void tst_presentation::requiredColumns()
     const auto load = [this](const QString& path) {
         return m_banners->loadBannerListTable(path, false);
     };
-    const auto count = ZBannerMgr::describeTable().recordCount;
+    const auto count = [] { return ZBannerMgr::declaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, bannerColumns, load, count), QString());
     const auto loadOther = [this](const QString& path) {
         return m_others->loadOtherBannerListTable(path);
     };
-    const auto otherCount = ZOtherBannerMgr::describeTable().recordCount;
+    const auto otherCount = [] { return ZOtherBannerMgr::declaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, otherColumns, loadOther, otherCount), QString());
 }
 
@@ -337,7 +337,7 @@ void tst_presentation::webAddresses()
     zH5WebConfigMgr& pages = zH5WebConfigMgr::getInstance();
     const auto load = [&](const QString& path) { return pages.loadListTable(path); };
     const QString columns = u"id defaultPath key desc"_s;
-    const auto count = zH5WebConfigMgr::describeTable().recordCount;
+    const auto count = [] { return zH5WebConfigMgr::declaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
 
     QSignalSpy updates(&pages, &zH5WebConfigMgr::sigUpdate);
@@ -356,7 +356,7 @@ void tst_presentation::publicSettings()
     ZPublicConfigMgr& settings = ZPublicConfigMgr::getInstance();
     const auto load = [&](const QString& path) { return settings.loadListTable(path); };
     const QString columns = u"id value desc"_s;
-    const auto count = ZPublicConfigMgr::describeTable().recordCount;
+    const auto count = [] { return ZPublicConfigMgr::declaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
     QVERIFY(load(tableOf(m_folder, columns, "[['3', 'plain'], ['03', 'padded'], ['4', 1]]")));
     QCOMPARE(settings.getInfoByDefine(ZPublicConfigMgr::E_PublicChatInterval).value, u"plain"_s);
@@ -371,7 +371,7 @@ void tst_presentation::systemSettings()
     QSignalSpy changes(&settings, &ZSystemConfigMgr::sigChangeSystemConfigData);
     const auto load = [&](const QString& path) { return settings.loadListTable(path); };
     const QString columns = u"id configKey configValue params desc"_s;
-    const auto count = ZSystemConfigMgr::describeTable().recordCount;
+    const auto count = [] { return ZSystemConfigMgr::declaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
     QCOMPARE(changes.size(), 1);
     QVERIFY(load(tableOf(m_folder, columns,

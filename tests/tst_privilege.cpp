@@ -40,7 +40,7 @@ void tst_privilege::prices()
     const QString columns =
         u"nobleId nobleName upgradeReturnDiamond time renewReturnDiamond blackBean returnDiamond"_s
         u" renewBlackBean"_s;
-    const auto count = ZNobilityListMgr::describeConsumeTable().recordCount;
+    const auto count = [] { return ZNobilityListMgr::consumeDeclaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
     QCOMPARE(m_nobility->getListNobleId(), QVector<int> {0});
 
@@ -79,7 +79,7 @@ void tst_privilege::exclusive()
         return m_nobility->loadNobleConfigInfoListTable(path);
     };
     const QString columns = u"nobleId exclusiveCar customCar headFrameId chatSkinList"_s;
-    const auto count = ZNobilityListMgr::describeConfigTable().recordCount;
+    const auto count = [] { return ZNobilityListMgr::configDeclaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
     QVERIFY(load(tableOf(m_folder, columns,
                          "[['1', '', '1'], ['2', 'car_9', '2'], "
@@ -94,7 +94,7 @@ void tst_privilege::privileges()
     zNoblePrivilegeMgr& privileges = zNoblePrivilegeMgr::getInstance();
     const auto load = [&](const QString& path) { return privileges.loadListTable(path); };
     const QString columns = u"id nobleId name"_s;
-    const auto count = zNoblePrivilegeMgr::describeTable().recordCount;
+    const auto count = [] { return zNoblePrivilegeMgr::declaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
 
     QVERIFY(
@@ -119,7 +119,7 @@ void tst_privilege::boxes()
     zFirstRechargeBox& boxes = zFirstRechargeBox::getInstance();
     const auto load = [&](const QString& path) { return boxes.loadListTable(path); };
     const QString columns = u"id amount name"_s;
-    const auto count = zFirstRechargeBox::describeTable().recordCount;
+    const auto count = [] { return zFirstRechargeBox::declaration().recordCount(); };
     QCOMPARE(requiredFault(m_folder, columns, load, count), QString());
     QVERIFY(boxes.getInfoById(QString()).rewards.isEmpty());
 

@@ -61,7 +61,7 @@ void configureFlash()
 QString configureGift(const QString& animation)
 {
     QStringList columns;
-    for (const ColumnDescription& column : ZGiftListMgr::describeTable().columns)
+    for (const ColumnSchema& column : ZGiftListMgr::declaration().schema().columns)
         columns.append(column.name);
     const QJsonArray row = WorkFolder::row(columns,
                                            {{u"giftId"_s, u"G"_s},

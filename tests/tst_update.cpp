@@ -35,7 +35,7 @@ QString outcome(const QPromise<Value>& promise)
 QByteArray giftTable(const QString& name)
 {
     QStringList columns;
-    for (const ColumnDescription& column : ZGiftListMgr::describeTable().columns)
+    for (const ColumnSchema& column : ZGiftListMgr::declaration().schema().columns)
         columns.append(column.name);
     const QJsonObject gift {{u"giftId"_s, u"G1"_s}, {u"valid"_s, true}, {u"giftName"_s, name}};
     return WorkFolder::table(columns, {WorkFolder::row(columns, gift)});

@@ -206,8 +206,8 @@ private Q_SLOTS:
         const QString number = m_folder.writeTable({u"key"_s}, {QJsonArray {7}});
         QVERIFY(m_manager->loadNewSensitiveWordsInfoListTable(number));
         QCOMPARE(m_manager->sensitiveWordsCheck(u"two"_s), u"*t*w*o*"_s);
-        QCOMPARE(ZSensitiveWordsInfoListMgr::describeTable().recordCount(), 0);
-        QCOMPARE(ZSensitiveWordsInfoListMgr::describeNewTable().recordCount(), 1);
+        QCOMPARE(ZSensitiveWordsInfoListMgr::declaration().recordCount(), 0);
+        QCOMPARE(ZSensitiveWordsInfoListMgr::newDeclaration().recordCount(), 1);
     }
 
     void explainsInTermsOfTheOriginal()

@@ -12,19 +12,37 @@ QString code(const QString& text)
     return QStringLiteral("`%1`").arg(text);
 }
 
-void printColumns(QTextStream& out, const QVector<ColumnDescription>& columns)
+QStringList notes(const ColumnSchema& column)
+{
+    QStringList notes;
+    if (!column.remark.isEmpty())
+        notes.append(column.remark);
+    if (!column.referredTable.isEmpty())
+        notes.append(
+            QStringLiteral("names a `%1` of %2").arg(column.referredColumn, column.referredTable));
+    if (!column.server.isEmpty())
+        notes.append(QStringLiteral("a file on `%1`%2")
+                         .arg(column.server,
+                              column.address.isEmpty()
+                                  ? QString()
+                                  : QStringLiteral(", behind `%1`").arg(column.address)));
+    return notes;
+}
+
+void printColumns(QTextStream& out, const QVector<ColumnSchema>& columns)
 {
     out << "\n| column | | read as | otherwise | field | |\n|---|---|---|---|---|---|\n";
-    for (const ColumnDescription& column : columns) {
+    for (const ColumnSchema& column : columns) {
         const QString need =
             column.required ? QStringLiteral("required") : QStringLiteral("optional");
         const QString field = column.field.isEmpty() ? QString() : code(column.field);
         out << "| " << code(column.name) << " | " << need << " | " << column.conversion << " | "
-            << column.otherwise << " | " << field << " | " << column.remark << " |\n";
+            << column.otherwise << " | " << field << " | "
+            << notes(column).join(QStringLiteral("; ")) << " |\n";
     }
 }
 
-void printTable(QTextStream& out, const TableReport& report)
+void printTable(QTextStream& out, const TableStatus& report)
 {
     out << "\n## " << report.table << "\n\n";
     if (report.kind < 0)
@@ -35,13 +53,12 @@ void printTable(QTextStream& out, const TableReport& report)
         out << ". No manager reads it; it is versioned, downloaded and kept like every table.\n";
         return;
     }
-    const TableDescription& table = report.description;
+    const TableSchema& table = report.declaration->schema();
     out << ". Read by " << code(report.manager + QStringLiteral("::") + report.loader)
         << (report.loadedAtStart ? ", at start-up.\n\n" : ", when the program asks for it.\n\n");
     if (!table.key.isEmpty())
         out << "- Key: " << code(table.key) << "\n";
     out << "- Rows of one key: " << table.duplicates << "\n";
-    out << "- Null rows: " << table.nullRows << "\n";
     if (!table.columns.isEmpty())
         printColumns(out, table.columns);
 }
@@ -60,7 +77,7 @@ int main(int argc, char** argv)
            "*Otherwise* is what a cell of another type, or one beyond the row's end, becomes. An "
            "optional column that a\ntable lacks leaves the record's default. A table that lacks a "
            "required column is refused whole.\n";
-    for (const TableReport& report : ZDataTableMgr::getInstance()->getTableReports())
+    for (const TableStatus& report : ZDataTableMgr::getInstance()->getTableStatuses())
         printTable(out, report);
     return 0;
 }

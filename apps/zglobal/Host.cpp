@@ -235,15 +235,15 @@ Host::TableFile Host::fileOf(EDataTable::EDataTableType type)
 QVector<Host::TableFile> Host::tableFiles()
 {
     QVector<TableFile> files;
-    const QVector<TableReport> reports = ZDataTableMgr::getInstance()->getTableReports();
-    for (const TableReport& report : reports) {
+    const QVector<TableStatus> reports = ZDataTableMgr::getInstance()->getTableStatuses();
+    for (const TableStatus& report : reports) {
         if (report.kind < 0)
             continue;
         files.append(fileOf(static_cast<EDataTable::EDataTableType>(report.kind)));
         files.last().report = report;
         if (ownLoads().contains(report.kind))
             files.last().report.state =
-                ownLoads().value(report.kind) ? TableReport::Loaded : TableReport::Failed;
+                ownLoads().value(report.kind) ? TableStatus::Loaded : TableStatus::Failed;
     }
     return files;
 }

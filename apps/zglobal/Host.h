@@ -1,7 +1,7 @@
 #pragma once
 
 #include "datatable/EDataTable.h"
-#include "datatable/TableReport.h"
+#include "datatable/TableStatus.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
@@ -76,7 +76,7 @@ Updated updateTables();
 /** A table's file in its current version. */
 struct TableFile
 {
-    TableReport report; ///< filled by tableFiles() only
+    TableStatus report; ///< filled by tableFiles() only
     int version = 0;
     QString path;
     qint64 size = 0; ///< 0 when it is missing

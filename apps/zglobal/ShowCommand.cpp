@@ -34,10 +34,10 @@ QString textOf(const QJsonValue& value)
     return value.toVariant().toString();
 }
 
-TableReport reportOf(const QString& name)
+TableStatus reportOf(const QString& name)
 {
-    const QVector<TableReport> reports = ZDataTableMgr::getInstance()->getTableReports();
-    for (const TableReport& report : reports) {
+    const QVector<TableStatus> reports = ZDataTableMgr::getInstance()->getTableStatuses();
+    for (const TableStatus& report : reports) {
         const bool byKind = report.kind >= 0 && QString::number(report.kind) == name;
         if (byKind || report.table.compare(name, Qt::CaseInsensitive) == 0)
             return report;
@@ -45,14 +45,14 @@ TableReport reportOf(const QString& name)
     throw Failure {u"there is no table \"%1\"; \"zglobal status\" lists them"_s.arg(name)};
 }
 
-Records held(const TableReport& report)
+Records held(const TableStatus& report)
 {
     Records records;
-    records.key = report.description.key;
-    records.rows = report.description.records();
+    records.key = report.declaration->schema().key;
+    records.rows = report.declaration->records();
     if (records.rows.isEmpty() && !QFileInfo::exists(u"res"_s))
         throw Failure {u"nothing has been downloaded yet; \"zglobal update\" does"_s};
-    for (const ColumnDescription& column : report.description.columns) {
+    for (const ColumnSchema& column : report.declaration->schema().columns) {
         if (!column.field.isEmpty())
             records.columns.append(column.name);
     }
@@ -60,7 +60,7 @@ Records held(const TableReport& report)
 }
 
 /** Of the table's file, as it stands there. */
-Records inFile(const TableReport& report)
+Records inFile(const TableStatus& report)
 {
     const auto type = static_cast<EDataTable::EDataTableType>(report.kind);
     QHash<QString, int> header;
@@ -86,7 +86,7 @@ Records inFile(const TableReport& report)
 }
 
 /** Managers keep records by id; people know the order of the table. */
-void putInTableOrder(Records& records, const TableReport& report)
+void putInTableOrder(Records& records, const TableStatus& report)
 {
     if (records.key.isEmpty() || report.kind < 0)
         return;
@@ -174,7 +174,7 @@ int run(const QCommandLineParser& line)
     const QStringList arguments = line.positionalArguments();
     Host::enter(line);
     Host::load();
-    const TableReport report = reportOf(arguments.constFirst());
+    const TableStatus report = reportOf(arguments.constFirst());
     Records records = report.manager.isEmpty() ? inFile(report) : held(report);
     putInTableOrder(records, report);
     const bool one = arguments.size() > 1;

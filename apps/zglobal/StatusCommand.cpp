@@ -12,14 +12,14 @@
 
 namespace {
 
-QString stateOf(const TableReport& report)
+QString stateOf(const TableStatus& report)
 {
     switch (report.state) {
-    case TableReport::Loaded:
+    case TableStatus::Loaded:
         return report.loadedAtStart ? u"loaded"_s : u"by host"_s;
-    case TableReport::Failed:
+    case TableStatus::Failed:
         return u"failed"_s;
-    case TableReport::NotLoaded:
+    case TableStatus::NotLoaded:
         break;
     }
     return u"no"_s;
@@ -29,16 +29,18 @@ void printJson(const QVector<Host::TableFile>& files)
 {
     QJsonArray tables;
     for (const Host::TableFile& file : files)
-        tables.append(QJsonObject {{u"table"_s, file.report.table},
-                                   {u"kind"_s, file.report.kind},
-                                   {u"version"_s, file.version},
-                                   {u"file"_s, file.path},
-                                   {u"bytes"_s, file.size},
-                                   {u"manager"_s, file.report.manager},
-                                   {u"loader"_s, file.report.loader},
-                                   {u"loadedAtStart"_s, file.report.loadedAtStart},
-                                   {u"state"_s, stateOf(file.report)},
-                                   {u"records"_s, file.report.description.recordCount()}});
+        tables.append(QJsonObject {
+            {u"table"_s, file.report.table},
+            {u"kind"_s, file.report.kind},
+            {u"version"_s, file.version},
+            {u"file"_s, file.path},
+            {u"bytes"_s, file.size},
+            {u"manager"_s, file.report.manager},
+            {u"loader"_s, file.report.loader},
+            {u"loadedAtStart"_s, file.report.loadedAtStart},
+            {u"state"_s, stateOf(file.report)},
+            {u"records"_s,
+             file.report.declaration == nullptr ? 0 : file.report.declaration->recordCount()}});
     Json::print({{u"server"_s, ZGlobalConfig::getInstance().getConfig(u"cmsServer"_s)},
                  {u"folder"_s, QDir::currentPath()},
                  {u"tables"_s, tables}});
@@ -54,7 +56,7 @@ void printText(const QVector<Host::TableFile>& files)
                    QString::number(file.version),
                    file.size > 0 ? Words::size(file.size) : u"missing"_s, stateOf(file.report),
                    hasManager ? file.report.manager : u"-"_s,
-                   hasManager ? QString::number(file.report.description.recordCount()) : u"-"_s});
+                   hasManager ? QString::number(file.report.declaration->recordCount()) : u"-"_s});
     }
     table.print();
 }

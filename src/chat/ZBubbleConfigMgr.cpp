@@ -1,29 +1,11 @@
 #include "chat/ZBubbleConfigMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "datatable/ZDataTableMgr.h"
 
-#include <QDebug>
-
 namespace {
-
-const TableColumns<ZBubbleConfigInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZBubbleConfigInfo> declared {
-        {Required, "bubbleId", IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleId)},
-        {Required, "bubbleType", IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleType)},
-        {Required, "name", Text(), Z_FIELD(ZBubbleConfigInfo, name)},
-        {Required, "descs", Text(), Z_FIELD(ZBubbleConfigInfo, descs)},
-        {Optional, "borderWidths", Text(), Z_FIELD(ZBubbleConfigInfo, borderWidths),
-         "\"17\" without the column"},
-        {Optional, "paddings", Text(), Z_FIELD(ZBubbleConfigInfo, paddings),
-         "\"-10\" without the column"},
-    };
-    return declared;
-}
 
 QString tableVersion()
 {
@@ -35,7 +17,7 @@ QString ninePatchUrl(const QString& form, const QString& id, const QString& rend
     if (id.isEmpty())
         return {};
     return QStringLiteral("%1/app/images/nineImage/bubble_%2_%3.9.png%4/%5")
-        .arg(ResourceServer::images(), form, id, rendition, tableVersion());
+        .arg(ResourceServer::imageRes(), form, id, rendition, tableVersion());
 }
 
 } // namespace
@@ -46,19 +28,30 @@ ZBubbleConfigMgr& ZBubbleConfigMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZBubbleConfigMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZBubbleConfigMgr, ZBubbleConfigInfo> table {
+        {
+            {Required, IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleId)},
+            {Required, IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleType)},
+            {Required, Text(), Z_FIELD(ZBubbleConfigInfo, name)},
+            {Required, Text(), Z_FIELD(ZBubbleConfigInfo, descs)},
+            {Optional, Text(), Z_FIELD(ZBubbleConfigInfo, borderWidths),
+             "\"17\" without the column"},
+            {Optional, Text(), Z_FIELD(ZBubbleConfigInfo, paddings), "\"-10\" without the column"},
+        },
+        KeyedBy {&ZBubbleConfigInfo::bubbleId, &ZBubbleConfigMgr::m_bubbleMap},
+        Listed {&ZBubbleConfigMgr::m_bubbleList},
+        Logs {"BubbleConfig加载完毕"},
+        Afterwards {&ZBubbleConfigMgr::sigBubbleLoadFinish}};
+    return table;
+}
+
 bool ZBubbleConfigMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZBubbleConfigInfo& info) {
-        m_bubbleMap.insert(info.bubbleId, info);
-        m_bubbleList.append(info);
-    });
-    qDebug().noquote() << QStringLiteral("BubbleConfig加载完毕");
-    Q_EMIT sigBubbleLoadFinish();
-    return true;
+    return declaration().load(path);
 }
 
 void ZBubbleConfigMgr::clear()
@@ -93,7 +86,7 @@ QString ZBubbleConfigMgr::getThumbEnableUrlById(const QString& id)
     if (id.isEmpty())
         return {};
     return QStringLiteral("%1/app/images/nobility/bubble_small_%2.png?%3")
-        .arg(ResourceServer::images(), id, tableVersion());
+        .arg(ResourceServer::imageRes(), id, tableVersion());
 }
 
 QString ZBubbleConfigMgr::getImagePathById(const QString& id)
@@ -122,11 +115,4 @@ ZBubbleConfigMgr::getThumbEnableImagePathAndDownloadById(const QString& id)
 {
     return ZDataTableMgr::getInstance()->downloadFile(getThumbEnableImagePathById(id),
                                                       getThumbEnableUrlById(id), true);
-}
-
-TableDescription ZBubbleConfigMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("bubbleId"),
-                              QStringLiteral("the map holds the later row, the list both"),
-                              [] { return getInstance().m_bubbleList; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -28,7 +28,7 @@ struct ZBubbleConfigInfo
  *
  * Every address carries the table's version, so a new table fetches new pictures. Addresses and
  * paths are made for any id, known or not; unless said otherwise an empty id gives an empty text.
- * Paths are in "res/images/". GUI thread only.
+ * Paths are in "res/images/".
  */
 class ZGLOBAL_EXPORT ZBubbleConfigMgr : public QObject
 {
@@ -36,8 +36,8 @@ class ZGLOBAL_EXPORT ZBubbleConfigMgr : public QObject
 
 public:
     static ZBubbleConfigMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the styles; false, with the styles kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -68,8 +68,6 @@ public:
      */
     QtPromise::QPromise<QString> getImagePathAndDownloadById(const QString& id);
     QtPromise::QPromise<QString> getThumbEnableImagePathAndDownloadById(const QString& id);
-
-    static TableDescription describeTable();
 
 Q_SIGNALS:
     /** The styles have been loaded anew. */

@@ -1,25 +1,13 @@
 #include "chat/ZDoutuMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "datatable/ZDataTableMgr.h"
-
-#include <QDebug>
 
 namespace {
 
-const TableColumns<ZDoutuInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZDoutuInfo> declared {
-        {Required, "name", Text(), Z_FIELD(ZDoutuInfo, name)},
-        {Required, "version", TextAsInteger(), Z_FIELD(ZDoutuInfo, version)},
-        {Required, "group", TextAsInteger(), Z_FIELD(ZDoutuInfo, group),
-         "a row with a negative one is left out"},
-    };
-    return declared;
-}
+constexpr char stickerFolder[] = "/app/images/doutu/";
 
 } // namespace
 
@@ -29,18 +17,26 @@ ZDoutuMgr& ZDoutuMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZDoutuMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZDoutuMgr, ZDoutuInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZDoutuInfo, name), FileOn {"ImageResServer", stickerFolder}},
+            {Required, TextAsInteger(), Z_FIELD(ZDoutuInfo, version)},
+            {Required, TextAsInteger(), Z_FIELD(ZDoutuInfo, group)},
+        },
+        LeftOut {&ZDoutuInfo::group, "a row with a negative one is left out",
+                 [](const ZDoutuInfo& info) { return info.group < 0; }},
+        GroupedBy {&ZDoutuInfo::group, &ZDoutuMgr::m_groups},
+        Logs {"Doutu加载完毕"}};
+    return table;
+}
+
 bool ZDoutuMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZDoutuInfo& info) {
-        if (info.group >= 0)
-            m_groups[info.group].append(info);
-    });
-    qDebug().noquote() << QStringLiteral("Doutu加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZDoutuMgr::clear()
@@ -59,8 +55,9 @@ QString ZDoutuMgr::getImageUrlById(int group, int index)
     if (index < 0 || index >= stickers.size())
         return {};
     const ZDoutuInfo& sticker = stickers.at(index);
-    return QStringLiteral("%1/app/images/doutu/%2?imageView2/0/w/256/h/256&%3")
-        .arg(ResourceServer::images(), sticker.name, QString::number(sticker.version));
+    const QString rendition = QStringLiteral("imageView2/0/w/256/h/256&");
+    return ResourceServer::versionedImage(stickerFolder, sticker.name,
+                                          rendition + QString::number(sticker.version));
 }
 
 QString ZDoutuMgr::getImagePathById(int group, int index)
@@ -72,15 +69,4 @@ QtPromise::QPromise<QString> ZDoutuMgr::getImagePathAndDownloadById(int group, i
 {
     return ZDataTableMgr::getInstance()->downloadFile(getImagePathById(group, index),
                                                       getImageUrlById(group, index), true);
-}
-
-TableDescription ZDoutuMgr::describeTable()
-{
-    return columns().describe(
-        QString(), QStringLiteral("all are kept, in table order within their group"), [] {
-            QVector<ZDoutuInfo> stickers;
-            for (const auto& group : qAsConst(getInstance().m_groups))
-                stickers += group;
-            return stickers;
-        });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -21,7 +21,7 @@ struct ZDoutuInfo
  * The sticker pictures of table Doutu: numbered groups, in each the stickers in table order.
  *
  * A sticker is named by its group and its position in it, counted from 0; where there is none,
- * address and path are empty. GUI thread only.
+ * address and path are empty.
  */
 class ZGLOBAL_EXPORT ZDoutuMgr : public QObject
 {
@@ -29,9 +29,8 @@ class ZGLOBAL_EXPORT ZDoutuMgr : public QObject
 
 public:
     static ZDoutuMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the stickers; false, with the stickers kept, when the table or a column is missing.
-     */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -49,8 +48,6 @@ public:
      * cannot be written.
      */
     QtPromise::QPromise<QString> getImagePathAndDownloadById(int group, int index);
-
-    static TableDescription describeTable();
 
 private:
     ZDoutuMgr() = default;

@@ -15,6 +15,35 @@ int draw()
 QT_WARNING_POP
 // clang-format on
 
+/** The one table without columns: whatever cell holds a text is a phrase. */
+class PhraseTable final : public TableDeclaration
+{
+public:
+    PhraseTable()
+    {
+        m_schema.duplicates = QStringLiteral("every text cell is a phrase, all are kept");
+    }
+
+    bool load(const QString& path) const override
+    {
+        return ZGroupWelcomelMgr::getInstance()->loadGroupWelcomeTable(path);
+    }
+    int recordCount() const override { return phrases().size(); }
+    QJsonArray records() const override
+    {
+        QJsonArray records;
+        for (const QString& phrase : phrases())
+            records.append(phrase);
+        return records;
+    }
+
+private:
+    static const QVector<QString>& phrases()
+    {
+        return ZGroupWelcomelMgr::getInstance()->getWelcomeList();
+    }
+};
+
 } // namespace
 
 QSharedPointer<ZGroupWelcomelMgr> ZGroupWelcomelMgr::m_instance;
@@ -24,6 +53,12 @@ ZGroupWelcomelMgr* ZGroupWelcomelMgr::getInstance()
     if (m_instance.isNull())
         m_instance = QSharedPointer<ZGroupWelcomelMgr>(new ZGroupWelcomelMgr);
     return m_instance.data();
+}
+
+const TableDeclaration& ZGroupWelcomelMgr::declaration()
+{
+    static const PhraseTable table;
+    return table;
 }
 
 bool ZGroupWelcomelMgr::loadGroupWelcomeTable(const QString& path)
@@ -42,6 +77,11 @@ bool ZGroupWelcomelMgr::loadGroupWelcomeTable(const QString& path)
     return true;
 }
 
+void ZGroupWelcomelMgr::clear()
+{
+    m_phrases.clear();
+}
+
 QString ZGroupWelcomelMgr::getRandWelcome()
 {
     if (m_phrases.isEmpty())
@@ -52,18 +92,4 @@ QString ZGroupWelcomelMgr::getRandWelcome()
 const QVector<QString>& ZGroupWelcomelMgr::getWelcomeList() const
 {
     return m_phrases;
-}
-
-TableDescription ZGroupWelcomelMgr::describeTable()
-{
-    TableDescription description;
-    description.duplicates = QStringLiteral("every text cell is a phrase, all are kept");
-    description.recordCount = [] { return getInstance()->m_phrases.size(); };
-    description.records = [] {
-        QJsonArray phrases;
-        for (const QString& phrase : getInstance()->m_phrases)
-            phrases.append(phrase);
-        return phrases;
-    };
-    return description;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QObject>
 #include <QSharedPointer>
@@ -11,7 +11,7 @@
 /**
  * The phrases with which a group greets a newcomer, from table GroupWelComeWord.
  *
- * Every cell that holds a text is a phrase, whatever its column is called. GUI thread only.
+ * Every cell that holds a text is a phrase, whatever its column is called.
  */
 class ZGLOBAL_EXPORT ZGroupWelcomelMgr : public QObject
 {
@@ -19,10 +19,12 @@ class ZGLOBAL_EXPORT ZGroupWelcomelMgr : public QObject
 
 public:
     static ZGroupWelcomelMgr* getInstance();
+    static const TableDeclaration& declaration();
 
     /** Replaces the phrases; a table that cannot be read leaves none, unlike with other managers.
      */
     bool loadGroupWelcomeTable(const QString& path);
+    void clear();
 
     /**
      * One phrase, drawn with qrand(), which is the program's to seed; empty when there is none.
@@ -31,8 +33,6 @@ public:
 
     /** The phrases in table order. */
     const QVector<QString>& getWelcomeList() const;
-
-    static TableDescription describeTable();
 
 protected:
     ZGroupWelcomelMgr() = default;

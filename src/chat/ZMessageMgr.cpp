@@ -1,27 +1,6 @@
 #include "chat/ZMessageMgr.h"
 
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
-
-namespace {
-
-const TableColumns<ZMessageInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZMessageInfo> declared {
-        {Required, "id", IntegerAsText(), Z_FIELD(ZMessageInfo, id)},
-        {Required, "tabType", Integer(), Z_FIELD(ZMessageInfo, tabType)},
-        {Required, "handleType", Integer(), Z_FIELD(ZMessageInfo, handleType)},
-        {Required, "randomId", Text(), Z_FIELD(ZMessageInfo, randomId)},
-        {Required, "zh_cn", Text(), Z_FIELD(ZMessageInfo, zh_cn)},
-        {Required, "opt", Text(), Z_FIELD(ZMessageInfo, opt)},
-        {Optional, "jumpUrl", Text(), Z_FIELD(ZMessageInfo, jumpUrl)},
-    };
-    return declared;
-}
-
-} // namespace
+#include "datatable/DeclaredTable.h"
 
 ZMessageMgr& ZMessageMgr::getInstance()
 {
@@ -29,18 +8,29 @@ ZMessageMgr& ZMessageMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZMessageMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZMessageMgr, ZMessageInfo> table {
+        {
+            {Required, IntegerAsText(), Z_FIELD(ZMessageInfo, id)},
+            {Required, Integer(), Z_FIELD(ZMessageInfo, tabType)},
+            {Required, Integer(), Z_FIELD(ZMessageInfo, handleType)},
+            {Required, Text(), Z_FIELD(ZMessageInfo, randomId)},
+            {Required, Text(), Z_FIELD(ZMessageInfo, zh_cn)},
+            {Required, Text(), Z_FIELD(ZMessageInfo, opt)},
+            {Optional, Text(), Z_FIELD(ZMessageInfo, jumpUrl)},
+        },
+        KeyedBy {&ZMessageInfo::id, &ZMessageMgr::m_messageMap},
+        Listed {&ZMessageMgr::m_messageList},
+        Logs {"Message加载完毕"}};
+    return table;
+}
+
 bool ZMessageMgr::loadMessageListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZMessageInfo& info) {
-        m_messageMap.insert(info.id, info);
-        m_messageList.append(info);
-    });
-    qDebug().noquote() << QStringLiteral("Message加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZMessageMgr::clear()
@@ -67,11 +57,4 @@ ZMessageInfo ZMessageMgr::getMessageInfoById(QString id)
 int ZMessageMgr::getMessageTabType(QString id)
 {
     return getMessageInfoById(id).tabType;
-}
-
-TableDescription ZMessageMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"),
-                              QStringLiteral("the map holds the later row, the list both"),
-                              [] { return getInstance().m_messageList; });
 }

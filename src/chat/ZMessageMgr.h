@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QHash>
 #include <QObject>
@@ -32,9 +32,8 @@ class ZGLOBAL_EXPORT ZMessageMgr : public QObject
 
 public:
     static ZMessageMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the messages; false, with the messages kept, when the table or a column is missing.
-     */
     bool loadMessageListTable(const QString& path);
     void clear();
 
@@ -47,8 +46,6 @@ public:
     ZMessageInfo getMessageInfoById(QString id);
     /** 0 for an unknown id. */
     int getMessageTabType(QString id);
-
-    static TableDescription describeTable();
 
 private:
     ZMessageMgr() = default;

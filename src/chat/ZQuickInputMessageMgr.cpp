@@ -1,21 +1,6 @@
 #include "chat/ZQuickInputMessageMgr.h"
 
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
-
-namespace {
-
-const TableColumns<ZQuickInputMessageInfo>& columns()
-{
-    static const TableColumns<ZQuickInputMessageInfo> declared {
-        {Required, "id", Cells::Text(), Z_FIELD(ZQuickInputMessageInfo, id)},
-        {Required, "item", Cells::Text(), Z_FIELD(ZQuickInputMessageInfo, item)},
-    };
-    return declared;
-}
-
-} // namespace
+#include "datatable/DeclaredTable.h"
 
 ZQuickInputMessageMgr& ZQuickInputMessageMgr::getInstance()
 {
@@ -23,16 +8,24 @@ ZQuickInputMessageMgr& ZQuickInputMessageMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZQuickInputMessageMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZQuickInputMessageMgr, ZQuickInputMessageInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZQuickInputMessageInfo, id)},
+            {Required, Text(), Z_FIELD(ZQuickInputMessageInfo, item)},
+        },
+        Listed {&ZQuickInputMessageMgr::m_phrases},
+        Logs {"QuickInputMessage加载完毕"},
+        Afterwards {&ZQuickInputMessageMgr::sigUpdateFinished}};
+    return table;
+}
+
 bool ZQuickInputMessageMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZQuickInputMessageInfo& info) { m_phrases.append(info); });
-    qDebug().noquote() << QStringLiteral("QuickInputMessage加载完毕");
-    Q_EMIT sigUpdateFinished();
-    return true;
+    return declaration().load(path);
 }
 
 void ZQuickInputMessageMgr::clear()
@@ -43,10 +36,4 @@ void ZQuickInputMessageMgr::clear()
 QVector<ZQuickInputMessageInfo>& ZQuickInputMessageMgr::getQuickInputMessages()
 {
     return m_phrases;
-}
-
-TableDescription ZQuickInputMessageMgr::describeTable()
-{
-    return columns().describe(QString(), QStringLiteral("all are kept, in table order"),
-                              [] { return getInstance().m_phrases; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QObject>
 #include <QString>
@@ -14,16 +14,15 @@ struct ZQuickInputMessageInfo
     QString item; ///< the phrase
 };
 
-/** The ready-made chat phrases of table QuickInputMessage, in table order. GUI thread only. */
+/** The ready-made chat phrases of table QuickInputMessage, in table order. */
 class ZGLOBAL_EXPORT ZQuickInputMessageMgr : public QObject
 {
     Q_OBJECT
 
 public:
     static ZQuickInputMessageMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the phrases; false, with the phrases kept, when the table or a column is missing.
-     */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -32,8 +31,6 @@ public:
      * the next load undoes that.
      */
     QVector<ZQuickInputMessageInfo>& getQuickInputMessages();
-
-    static TableDescription describeTable();
 
 Q_SIGNALS:
     /** The phrases have been loaded anew. */

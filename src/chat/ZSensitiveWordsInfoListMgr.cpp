@@ -1,38 +1,7 @@
 #include "chat/ZSensitiveWordsInfoListMgr.h"
 
 #include "chat/WordFilter.h"
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
-
-namespace {
-
-template <class Info>
-const TableColumns<Info>& columns()
-{
-    static const TableColumns<Info> declared {
-        {Required, "key", Cells::Text(), Z_FIELD(Info, word), "a part of a pattern, not escaped"},
-    };
-    return declared;
-}
-
-template <class Info>
-bool load(const QString& path, QHash<QString, Info>& words)
-{
-    const auto table = columns<Info>().read(path);
-    if (!table)
-        return false;
-    words.clear();
-    table->forEach([&](const Info& info) { words.insert(info.word, info); });
-    return true;
-}
-
-QString duplicates()
-{
-    return QStringLiteral("kept once");
-}
-
-} // namespace
+#include "datatable/DeclaredTable.h"
 
 QSharedPointer<ZSensitiveWordsInfoListMgr> ZSensitiveWordsInfoListMgr::m_instance;
 
@@ -52,22 +21,44 @@ ZSensitiveWordsInfoListMgr* ZSensitiveWordsInfoListMgr::getInstance()
     return m_instance.data();
 }
 
+const TableDeclaration& ZSensitiveWordsInfoListMgr::declaration()
+{
+    using namespace TableParts;
+    static const DeclaredTable<ZSensitiveWordsInfoListMgr, ZSensitiveWordsInfo> table {
+        {
+            {Required, "key", Cells::Text(), Z_FIELD(ZSensitiveWordsInfo, word),
+             "a part of a pattern, not escaped"},
+        },
+        KeyedBy {&ZSensitiveWordsInfo::word, &ZSensitiveWordsInfoListMgr::m_words},
+        Duplicates {"kept once"},
+        Afterwards {&ZSensitiveWordsInfoListMgr::prepare},
+        Logs {"SensitiveWordsInfoList.json加载完毕"}};
+    return table;
+}
+
+const TableDeclaration& ZSensitiveWordsInfoListMgr::newDeclaration()
+{
+    using namespace TableParts;
+    static const DeclaredTable<ZSensitiveWordsInfoListMgr, ZNewSensitiveWordsInfo> table {
+        {
+            {Required, "key", Cells::Text(), Z_FIELD(ZNewSensitiveWordsInfo, word),
+             "a part of a pattern, not escaped"},
+        },
+        KeyedBy {&ZNewSensitiveWordsInfo::word, &ZSensitiveWordsInfoListMgr::m_newWords},
+        Duplicates {"kept once"},
+        Afterwards {&ZSensitiveWordsInfoListMgr::prepare},
+        Logs {"NewSensitiveWordsInfoList.json加载完毕"}};
+    return table;
+}
+
 bool ZSensitiveWordsInfoListMgr::loadSensitiveWordsInfoListTable(const QString& path)
 {
-    if (!load(path, m_words))
-        return false;
-    prepare();
-    qDebug().noquote() << QStringLiteral("SensitiveWordsInfoList.json加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 bool ZSensitiveWordsInfoListMgr::loadNewSensitiveWordsInfoListTable(const QString& path)
 {
-    if (!load(path, m_newWords))
-        return false;
-    prepare();
-    qDebug().noquote() << QStringLiteral("NewSensitiveWordsInfoList.json加载完毕");
-    return true;
+    return newDeclaration().load(path);
 }
 
 void ZSensitiveWordsInfoListMgr::clear()
@@ -105,18 +96,6 @@ QVector<stWordMask> ZSensitiveWordsInfoListMgr::explainSensitiveWords(const QStr
             {m_filter->words().at(mask.rank), list, mask.covered.start, mask.covered.length});
     }
     return masks;
-}
-
-TableDescription ZSensitiveWordsInfoListMgr::describeTable()
-{
-    return columns<ZSensitiveWordsInfo>().describe(QStringLiteral("key"), duplicates(),
-                                                   [] { return getInstance()->m_words; });
-}
-
-TableDescription ZSensitiveWordsInfoListMgr::describeNewTable()
-{
-    return columns<ZNewSensitiveWordsInfo>().describe(QStringLiteral("key"), duplicates(),
-                                                      [] { return getInstance()->m_newWords; });
 }
 
 void ZSensitiveWordsInfoListMgr::prepare()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QHash>
 #include <QObject>
@@ -55,10 +55,12 @@ public:
     ~ZSensitiveWordsInfoListMgr() override;
 
     static ZSensitiveWordsInfoListMgr* getInstance();
+    static const TableDeclaration& declaration();    ///< the older list
+    static const TableDeclaration& newDeclaration(); ///< the newer list
 
-    /** Replaces the older list; false, with the list kept, when table or column is missing. */
+    /** The older list. */
     bool loadSensitiveWordsInfoListTable(const QString& path);
-    /** The same for the newer list. */
+    /** The newer list. */
     bool loadNewSensitiveWordsInfoListTable(const QString& path);
 
     /** Empties the older list only; the newer one goes when its own loader replaces it. */
@@ -83,9 +85,6 @@ public:
      * swallows earlier asterisks covers what they cover too.
      */
     QVector<stWordMask> explainSensitiveWords(const QString& text);
-
-    static TableDescription describeTable();    ///< the older list
-    static TableDescription describeNewTable(); ///< the newer list
 
 protected:
     explicit ZSensitiveWordsInfoListMgr(QObject* parent);

@@ -1,5 +1,7 @@
 #include "datatable/CacheNames.h"
 
+#include "datatable/CacheFolders.h"
+
 #include <QCryptographicHash>
 
 QString CacheNames::ofAddress(const QString& address)
@@ -12,7 +14,7 @@ QString CacheNames::imagePath(const QString& address)
 {
     if (address.isEmpty())
         return {};
-    return QStringLiteral("res/images/") + ofAddress(address);
+    return CacheFolders::images() + ofAddress(address);
 }
 
 QString CacheNames::withoutExtension(const QString& fileName)
@@ -27,4 +29,14 @@ CacheNames::VersionedName CacheNames::VersionedName::split(const QString& folder
     if (separator < 1 || separator >= folderName.size() - 1)
         return {};
     return {folderName.left(separator), folderName.mid(separator + 1)};
+}
+
+QString CacheNames::VersionedName::whole() const
+{
+    return QStringLiteral("%1_%2").arg(name, version);
+}
+
+QString CacheNames::VersionedName::in(const QString& folder) const
+{
+    return QStringLiteral("%1/%2_%3").arg(folder, name, version);
 }

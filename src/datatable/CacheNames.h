@@ -14,7 +14,7 @@ QString imagePath(const QString& address);
 /** A name without its extension: cut before the first "." unless that begins the name. */
 QString withoutExtension(const QString& fileName);
 
-/** A resource folder's name taken apart: what stands before and after the last "_". */
+/** A resource folder's name: what stands before and after its last "_". */
 struct VersionedName
 {
     QString name;
@@ -23,6 +23,11 @@ struct VersionedName
     /** Both are empty unless neither part would be. */
     static VersionedName split(const QString& folderName);
     bool isValid() const { return !name.isEmpty(); }
+
+    /** The folder's name. */
+    QString whole() const;
+    /** Its path in a folder, with a slash between the two whatever the folder ends in. */
+    QString in(const QString& folder) const;
 };
 
 } // namespace CacheNames

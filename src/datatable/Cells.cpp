@@ -25,6 +25,12 @@ int digits(const QChar* first, int count)
     return number;
 }
 
+LocalClock& clockOfThread()
+{
+    static thread_local LocalClock clock;
+    return clock;
+}
+
 /** The seconds of a text in exactly the documented form; nothing for any other. */
 std::optional<qint64> plainDate(const QString& text)
 {
@@ -40,21 +46,29 @@ std::optional<qint64> plainDate(const QString& text)
     const QTime time(digits(at + 11, 2), digits(at + 14, 2), digits(at + 17, 2));
     if (!date.isValid() || !time.isValid())
         return std::nullopt;
-    static thread_local LocalClock clock;
-    return clock.secondsOf(date, time);
+    return clockOfThread().secondsOf(date, time);
+}
+
+QDateTime parsedByQt(const QString& date)
+{
+    return QDateTime::fromString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
 } // namespace
 
 qint64 Cells::secondsOfDate(const QString& date)
 {
-    static const qint64 invalid = QDateTime().toSecsSinceEpoch();
     if (date.isEmpty())
-        return invalid;
+        return clockOfThread().secondsOfNoDate();
     if (const std::optional<qint64> seconds = plainDate(date))
         return *seconds;
     // Whatever is not plainly a date, a time skipped by a clock change included, is left to Qt.
-    return QDateTime::fromString(date, QStringLiteral("yyyy-MM-dd HH:mm:ss")).toSecsSinceEpoch();
+    return parsedByQt(date).toSecsSinceEpoch();
+}
+
+bool Cells::isDate(const QString& date)
+{
+    return plainDate(date).has_value() || parsedByQt(date).isValid();
 }
 
 Cells::TruncatedNumber::Value Cells::TruncatedNumber::read(const QJsonValue& cell)
@@ -69,4 +83,9 @@ Cells::TruncatedNumber::Value Cells::TruncatedNumber::read(const QJsonValue& cel
     if (number < -limit)
         return std::numeric_limits<qint64>::min();
     return static_cast<qint64>(number);
+}
+
+bool Cells::TruncatedNumber::fits(const QJsonValue& cell)
+{
+    return cell.isDouble() && static_cast<double>(read(cell)) == cell.toDouble();
 }

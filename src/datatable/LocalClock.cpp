@@ -33,12 +33,21 @@ std::optional<qint64> LocalClock::secondsOf(const QDate& date, const QTime& time
     return seconds;
 }
 
+qint64 LocalClock::secondsOfNoDate()
+{
+    forgetWhenOld();
+    if (!m_noDate)
+        m_noDate = QDateTime().toSecsSinceEpoch();
+    return *m_noDate;
+}
+
 void LocalClock::forgetWhenOld()
 {
     const QByteArray zone = qgetenv("TZ");
     if (m_age.isValid() && m_age.elapsed() < maxAge && zone == m_zone)
         return;
     m_stretches.clear();
+    m_noDate.reset();
     m_zone = zone;
     m_age.start();
 }

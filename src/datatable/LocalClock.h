@@ -21,6 +21,9 @@ public:
     /** Nothing for a time that a change of clocks skipped. Date and time must be valid. */
     std::optional<qint64> secondsOf(const QDate& date, const QTime& time);
 
+    /** What QDateTime makes of no date at all, which depends on the time zone too. */
+    qint64 secondsOfNoDate();
+
 private:
     struct Stretch
     {
@@ -32,6 +35,7 @@ private:
     void remember(qint64 local, qint64 offset);
 
     std::map<qint64, Stretch> m_stretches; // by their first second, which like the last is local
+    std::optional<qint64> m_noDate;
     QByteArray m_zone;
     QElapsedTimer m_age;
 };

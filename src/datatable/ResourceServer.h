@@ -2,13 +2,17 @@
 
 #include <QString>
 
-/** Where the addresses of resources begin, as the host's configuration says at the moment. */
+/** The servers of resources, as the host's configuration names them at the moment. */
 namespace ResourceServer {
 
 /** "ImageResServer"; what follows it begins with a slash unless a manager says otherwise. */
-QString images();
+QString imageRes();
 
 /** "ZZResServer", which ends in a slash. */
-QString others();
+QString zzRes();
+
+/** Where a file lies on "ImageResServer": folder, name, "?" and version behind the server. */
+QString versionedImage(const char* folder, const QString& name, const QString& version);
+QString versionedImage(const char* folder, const QString& name, int version);
 
 } // namespace ResourceServer

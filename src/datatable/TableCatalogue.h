@@ -1,17 +1,18 @@
 #pragma once
 
+#include "ZGlobalExport.h"
 #include "datatable/EDataTable.h"
 
 #include <QString>
 #include <QVector>
 
-/** The catalogue's enumeration at run time. */
+/** The catalogue's enumeration at run time. Any thread. */
 namespace TableCatalogue {
 
 /** Every kind, in the order of declaration. */
-QVector<EDataTable::EDataTableType> types();
+ZGLOBAL_EXPORT QVector<EDataTable::EDataTableType> types();
 
 /** The kind's key name; empty for a value that is no kind. */
-QString name(EDataTable::EDataTableType type);
+ZGLOBAL_EXPORT QString name(EDataTable::EDataTableType type);
 
 } // namespace TableCatalogue

@@ -1,21 +1,38 @@
 #pragma once
 
 #include "datatable/Cells.h"
-#include "datatable/TableDescription.h"
+#include "datatable/EDataTable.h"
+#include "datatable/TableCatalogue.h"
 #include "datatable/TableRows.h"
+#include "datatable/TableSchema.h"
 
 #include <QJsonObject>
 
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <type_traits>
 
-/** A field of a record as a column declaration wants it: where it is, and its name for people. */
+/** A field of a record as a column declaration wants it: where it is, and what it is called. */
 #define Z_FIELD(owner, field) &owner::field, #field
 
 enum ColumnNeed {
     Required, ///< a table without the column is refused
     Optional, ///< without the column the field keeps its default
+};
+
+/** Said of a column: its cells name a record of another table. */
+struct RefersTo
+{
+    EDataTable::EDataTableType table;
+    const char* column;
+};
+
+/** Said of a column: its cells name a file on a server, behind a part of the address. */
+struct FileOn
+{
+    const char* server; ///< configuration key
+    const char* address;
 };
 
 inline QJsonValue jsonOf(qint64 value)
@@ -33,7 +50,8 @@ QJsonValue jsonOf(const Value& value)
 }
 
 /**
- * One column: its name, whether a table must have it, how its cells are read, the field it fills.
+ * One column: whether a table must have it, its name where the field has another, how its cells are
+ * read, the field it fills, and what else is to be said of it (a remark, RefersTo, FileOn).
  *
  * Row is what a row is read into; Record, of which Row may be a subclass with fields for the
  * loader's own use, is what the manager keeps.
@@ -42,39 +60,64 @@ template <class Row, class Record>
 class Column
 {
 public:
-    template <class Conversion, class Owner>
+    template <class Conversion, class Owner, class... Notes>
     Column(ColumnNeed need, const char* name, Conversion, typename Conversion::Value Owner::*field,
-           const char* fieldName, const char* remark = "")
-        : description {QString::fromUtf8(name),
-                       need == Required,
-                       QString::fromUtf8(Conversion::name),
-                       QString::fromUtf8(Conversion::otherwise),
-                       std::is_base_of_v<Owner, Record> ? QString::fromUtf8(fieldName) : QString(),
-                       QString::fromUtf8(remark)}
-        , read([field](const QJsonValue& cell, Row& row) { row.*field = Conversion::read(cell); })
+           const char* fieldName, const Notes&... notes)
+        : read([field](const QJsonValue& cell, Row& row) { row.*field = Conversion::read(cell); })
+        , place([field](const Row& row) -> const void* { return &(row.*field); })
     {
-        if constexpr (std::is_base_of_v<Owner, Record>)
+        schema.name = QString::fromUtf8(name);
+        schema.required = need == Required;
+        schema.conversion = QString::fromUtf8(Conversion::name);
+        schema.otherwise = QString::fromUtf8(Conversion::otherwise);
+        schema.fits = &Conversion::fits;
+        if constexpr (std::is_base_of_v<Owner, Record>) {
+            schema.field = QString::fromUtf8(fieldName);
             show = [field](const Record& record) { return jsonOf(record.*field); };
+        }
+        (note(notes), ...);
+    }
+
+    template <class Conversion, class Owner, class... Notes>
+    Column(ColumnNeed need, Conversion conversion, typename Conversion::Value Owner::*field,
+           const char* fieldName, const Notes&... notes)
+        : Column(need, fieldName, conversion, field, fieldName, notes...)
+    {
     }
 
     /** A column that must be there and is never read. */
     Column(ColumnNeed need, const char* name, const char* remark)
-        : description {QString::fromUtf8(name),  need == Required, {}, {}, {},
-                       QString::fromUtf8(remark)}
     {
+        schema.name = QString::fromUtf8(name);
+        schema.required = need == Required;
+        note(remark);
     }
 
-    ColumnDescription description;
+    ColumnSchema schema;
     std::function<void(const QJsonValue&, Row&)> read;
     std::function<QJsonValue(const Record&)> show;
+    std::function<const void*(const Row&)> place; ///< the field inside a row, to know it again
+
+private:
+    void note(const char* remark) { schema.remark = QString::fromUtf8(remark); }
+    void note(const RefersTo& reference)
+    {
+        schema.referredTable = TableCatalogue::name(reference.table);
+        schema.referredColumn = QString::fromUtf8(reference.column);
+    }
+    void note(const FileOn& file)
+    {
+        schema.server = QString::fromUtf8(file.server);
+        schema.address = QString::fromUtf8(file.address);
+    }
 };
 
-/** The rows of one table file, with the declared columns found in its header. */
+/** The rows of a table, with the declared columns found in its header. */
 template <class Row, class Record>
 class BoundTable
 {
 public:
-    /** Calls use(Row&&) or use(Row&&, const QJsonArray& cells) for every row, in table order. */
+    /** Calls use(Row&&, const QJsonArray& cells) for every row, in table order. */
     template <class Use>
     void forEach(Use&& use) const
     {
@@ -82,10 +125,7 @@ public:
             Row row;
             for (const Place& place : m_places)
                 place.column->read(cells.at(place.index), row);
-            if constexpr (std::is_invocable_v<Use, Row&&, const QJsonArray&>)
-                use(std::move(row), cells);
-            else
-                use(std::move(row));
+            use(std::move(row), cells);
         });
     }
 
@@ -103,10 +143,7 @@ private:
     QVector<Place> m_places;
 };
 
-/**
- * The columns that a manager wants of its table, in the order of the record's fields. Loading, the
- * printing of records and the column reference all run off this one declaration.
- */
+/** The columns that a manager wants of its table, in the order of the record's fields. */
 template <class Row, class Record = Row>
 class TableColumns
 {
@@ -115,26 +152,14 @@ public:
         : m_columns(columns)
     {
     }
-    // Tables bound to the columns point into them.
-    TableColumns(const TableColumns&) = delete;
-    TableColumns& operator=(const TableColumns&) = delete;
 
-    /** The rows of the file; nothing when it is no table or lacks a required column. */
-    std::optional<BoundTable<Row, Record>> read(const QString& path) const
-    {
-        TableRows rows;
-        if (!rows.read(path))
-            return std::nullopt;
-        return bind(rows);
-    }
-
-    /** The same for rows that have been read already. */
+    /** Nothing when a required column is missing. What is bound points into these columns. */
     std::optional<BoundTable<Row, Record>> bind(const TableRows& rows) const
     {
         BoundTable<Row, Record> table;
         for (const auto& column : m_columns) {
-            const int index = rows.header.value(column.description.name, -1);
-            if (index < 0 && column.description.required)
+            const int index = rows.header.value(column.schema.name, -1);
+            if (index < 0 && column.schema.required)
                 return std::nullopt;
             if (index >= 0 && column.read)
                 table.m_places.append({&column, index});
@@ -143,45 +168,36 @@ public:
         return table;
     }
 
-    /**
-     * The declaration in words, with a view of the records: held() answers the container that the
-     * manager keeps them in.
-     */
-    template <class Held>
-    TableDescription describe(const QString& key, const QString& duplicates, Held held) const
+    QVector<ColumnSchema> schemas() const
     {
-        TableDescription description;
-        description.key = key;
-        description.duplicates = duplicates;
+        QVector<ColumnSchema> schemas;
         for (const auto& column : m_columns)
-            description.columns.append(column.description);
-        description.recordCount = [held] { return static_cast<int>(held().size()); };
-        description.records = [this, held] {
-            QJsonArray records;
-            const auto& container = held();
-            for (const Record& record : container)
-                records.append(shown(record));
-            return records;
-        };
-        return description;
+            schemas.append(column.schema);
+        return schemas;
     }
 
-private:
+    /** The place among the columns of the one that fills a field; -1 when none does. */
+    template <class Value, class Owner>
+    int indexOf(Value Owner::*field) const
+    {
+        const Row sample {};
+        for (int i = 0; i < m_columns.size(); ++i) {
+            if (m_columns.at(i).place && m_columns.at(i).place(sample) == &(sample.*field))
+                return i;
+        }
+        return -1;
+    }
+
     QJsonObject shown(const Record& record) const
     {
         QJsonObject object;
         for (const auto& column : m_columns) {
             if (column.show)
-                object.insert(column.description.name, column.show(record));
+                object.insert(column.schema.name, column.show(record));
         }
         return object;
     }
 
+private:
     QVector<Column<Row, Record>> m_columns;
 };
-
-/** What most managers do with two rows of one key. */
-inline QString laterRowWins()
-{
-    return QStringLiteral("the later row replaces the earlier");
-}

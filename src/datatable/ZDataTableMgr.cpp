@@ -1,5 +1,6 @@
 #include "datatable/ZDataTableMgr.h"
 
+#include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
 #include "datatable/TableCatalogue.h"
 #include "host/ZGlobalConfig.h"
@@ -44,7 +45,7 @@ ZDataTableMgr* ZDataTableMgr::getInstance()
 ZDataTableMgr::ZDataTableMgr(QObject* parent)
     : QObject(parent)
 {
-    QDir().mkdir(QStringLiteral("res/screen/"));
+    QDir().mkdir(CacheFolders::screens());
     m_saveTimer.setSingleShot(true);
     m_saveTimer.setInterval(saveDelay);
     connect(&m_saveTimer, &QTimer::timeout, this, &ZDataTableMgr::writeLocalVersion);
@@ -88,6 +89,8 @@ void ZDataTableMgr::writeLocalVersion()
         if (!key.isEmpty())
             file.settings.setValue(key, entry.value());
     }
+    file.settings.sync();
+    Q_EMIT sigVersionsSaved(file.settings.status() == QSettings::NoError);
 }
 
 void ZDataTableMgr::clearTables()
@@ -95,27 +98,36 @@ void ZDataTableMgr::clearTables()
     m_versions.clear();
 }
 
-QString ZDataTableMgr::getDataTableUrl(EDataTable::EDataTableType type)
+QString ZDataTableMgr::urlOf(EDataTable::EDataTableType type, int version)
 {
     const QString server = ZGlobalConfig::getInstance().getConfig(QStringLiteral("cmsServer"));
-    // The lookup that inserts is meant: whoever is named has a version from then on.
-    const int version = m_versions[type];
     return server + QStringLiteral("app/resources/") + TableCatalogue::name(type) + QLatin1Char('?')
         + QString::number(version);
 }
 
-QString ZDataTableMgr::getTableFileName(EDataTable::EDataTableType type)
+QString ZDataTableMgr::fileNameOf(const QString& url)
 {
-    QString name = CacheNames::ofAddress(getDataTableUrl(type));
+    const QString name = CacheNames::ofAddress(url);
     const QString serverType = ZGlobalConfig::getInstance().getConfig(QStringLiteral("ServerType"));
     if (serverType.toInt() == unprefixedServerType)
         return name;
     return serverType + QLatin1Char('-') + name;
 }
 
+QString ZDataTableMgr::getDataTableUrl(EDataTable::EDataTableType type)
+{
+    // The lookup that inserts is meant: whoever is named has a version from then on.
+    return urlOf(type, m_versions[type]);
+}
+
+QString ZDataTableMgr::getTableFileName(EDataTable::EDataTableType type)
+{
+    return fileNameOf(getDataTableUrl(type));
+}
+
 QString ZDataTableMgr::getTablePath(EDataTable::EDataTableType type)
 {
-    return QStringLiteral("res/dataTable/") + getTableFileName(type);
+    return CacheFolders::tables() + getTableFileName(type);
 }
 
 QStringList ZDataTableMgr::getAllTableName()

@@ -2,7 +2,7 @@
 
 #include "ZGlobalExport.h"
 #include "datatable/EDataTable.h"
-#include "datatable/TableReport.h"
+#include "datatable/TableStatus.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -13,6 +13,8 @@
 #include <QTimer>
 #include <QVector>
 #include <QtPromise>
+
+struct TableEntry;
 
 /**
  * The tables' versions, names and files, and the one door through which the host loads and updates
@@ -70,10 +72,24 @@ public:
 
     /**
      * Hands every table file to its manager. False when one of the two essential tables (welcome
-     * words, gifts) fails: its file is deleted and nothing after it is loaded. Any other failure is
-     * logged only.
+     * words, gifts) fails: nothing after it is loaded. Any other failure is logged only.
      */
     bool loadAllTables();
+
+    /**
+     * Hands one table's file to its manager, as loadAllTables() does, and remembers the outcome. It
+     * stays with the one table: the banner map, which two of them share, is not emptied.
+     *
+     * False when the load fails, and for a kind that no manager reads. An essential table that
+     * fails loses its file, so that the next update fetches it anew.
+     */
+    bool loadTable(EDataTable::EDataTableType type);
+
+    /**
+     * The same for a table outside the catalogue, such as "ActivityAwardEffect", which lies where
+     * the program keeps it. False also for a name that is not known.
+     */
+    bool loadUnversionedTable(const QString& table, const QString& path);
 
     /**
      * Downloads the table unless the file of its current version is there.
@@ -109,17 +125,29 @@ public:
                                               bool reuseExisting);
 
     /**
-     * Every table of the catalogue, in its order, then the tables outside it: who reads it, how,
-     * and what is loaded.
+     * Every table of the catalogue, in its order, then those outside it: who reads it, its file and
+     * what became of its last load.
      */
-    QVector<TableReport> getTableReports() const;
+    QVector<TableStatus> getTableStatuses() const;
+    /** The same for one table; only the kind is set for a value that is no kind. */
+    TableStatus getTableStatus(EDataTable::EDataTableType type) const;
+
+Q_SIGNALS:
+    /** "common.ini" has been written, or not: the versions that were to be saved. */
+    void sigVersionsSaved(bool ok);
+
+private Q_SLOTS:
+    void writeLocalVersion();
 
 private:
     explicit ZDataTableMgr(QObject* parent);
 
-    void writeLocalVersion();
+    static QString urlOf(EDataTable::EDataTableType type, int version);
+    static QString fileNameOf(const QString& url);
     QString getDataTableUrl(EDataTable::EDataTableType type);
     QString getTablePath(EDataTable::EDataTableType type);
+
+    bool load(const TableEntry& entry, const QString& path);
 
     struct TableDownload;
     TableDownload startDownload(EDataTable::EDataTableType type);
@@ -129,5 +157,5 @@ private:
     QMap<int, int> m_versions;
     QTimer m_saveTimer;
     QByteArray m_lastGiftTable;
-    QMap<int, bool> m_loadResults;
+    QMap<QString, bool> m_loadResults; // by the table's name
 };

@@ -1,3 +1,4 @@
+#include "datatable/CacheFolders.h"
 #include "datatable/TableCatalogue.h"
 #include "datatable/TableRows.h"
 #include "datatable/ZDataTableMgr.h"
@@ -117,7 +118,7 @@ QPromise<void> ZDataTableMgr::updateDataTable(EDataTable::EDataTableType type)
 
 QPromise<void> ZDataTableMgr::updateAllDataTable()
 {
-    QDir().mkpath(QStringLiteral("res/dataTable/"));
+    QDir().mkpath(CacheFolders::tables());
     QVector<QPromise<void>> awaited;
     for (const EDataTable::EDataTableType type : TableCatalogue::types()) {
         const QPromise<void> update = updateDataTable(type);
@@ -164,7 +165,7 @@ QPromise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString
         unnamed.arg(address.toString(QUrl::RemoveQuery | QUrl::RemoveUserInfo)), 0);
     return ZHttpComm::getInstance()
         ->get(address)
-        .tapFail([error](const zErrorInfo& cause) { *error = cause; })
+        .tapFail([error](const zErrorInfo& cause) { *error = zErrorInfo(cause.message(), 0); })
         .then([path](const QByteArray& body) { return writeFile(path, body); },
               [error] { return QPromise<QString>::reject(*error); });
 }

@@ -1,11 +1,10 @@
 #include "decoration/ZFunLevelMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "host/ZGlobalConfig.h"
 
-#include <QDebug>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -13,27 +12,7 @@
 
 namespace {
 
-const TableColumns<stFunLevelItem>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<stFunLevelItem> declared {
-        {Required, "level", Integer(), Z_FIELD(stFunLevelItem, level)},
-        {Required, "exp", Integer(), Z_FIELD(stFunLevelItem, exp)},
-        {Required, "ingots", Integer(), Z_FIELD(stFunLevelItem, ingots)},
-        {Required, "levelName", Text(), Z_FIELD(stFunLevelItem, levelName)},
-        {Required, "carId", Text(), Z_FIELD(stFunLevelItem, carId)},
-        {Required, "upgradeType", Integer(), Z_FIELD(stFunLevelItem, upgradeType)},
-        {Required, "iconName", Text(), Z_FIELD(stFunLevelItem, iconName)},
-        {Required, "bigIconName", Text(), Z_FIELD(stFunLevelItem, bigIconName)},
-        {Optional, "name", Text(), Z_FIELD(stFunLevelItem, name)},
-        {Optional, "iconFlashName", Text(), Z_FIELD(stFunLevelItem, iconFlashName)},
-        {Optional, "levelBackgroundColor", Text(), Z_FIELD(stFunLevelItem, levelBackgroundColor)},
-        {Optional, "levelBorderColor", Text(), Z_FIELD(stFunLevelItem, levelBorderColor)},
-        {Optional, "bcFlashName", Text(), Z_FIELD(stFunLevelItem, bcFlashName)},
-        {Optional, "enterFlashName", Text(), Z_FIELD(stFunLevelItem, enterFlashName)},
-    };
-    return declared;
-}
+constexpr char badgeFolder[] = "rn/level/funlevel/";
 
 constexpr int maxLevelWithoutTable = 200;
 
@@ -100,15 +79,37 @@ ZFunLevelMgr* ZFunLevelMgr::getInstance()
     return m_instance.data();
 }
 
+const TableDeclaration& ZFunLevelMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZFunLevelMgr, stFunLevelItem> table {
+        {
+            {Required, Integer(), Z_FIELD(stFunLevelItem, level)},
+            {Required, Integer(), Z_FIELD(stFunLevelItem, exp)},
+            {Required, Integer(), Z_FIELD(stFunLevelItem, ingots)},
+            {Required, Text(), Z_FIELD(stFunLevelItem, levelName)},
+            {Required, Text(), Z_FIELD(stFunLevelItem, carId),
+             RefersTo {EDataTable::CS_CarList, "id"}},
+            {Required, Integer(), Z_FIELD(stFunLevelItem, upgradeType)},
+            {Required, Text(), Z_FIELD(stFunLevelItem, iconName)},
+            {Required, Text(), Z_FIELD(stFunLevelItem, bigIconName),
+             FileOn {"ImageResServer", badgeFolder}},
+            {Optional, Text(), Z_FIELD(stFunLevelItem, name)},
+            {Optional, Text(), Z_FIELD(stFunLevelItem, iconFlashName)},
+            {Optional, Text(), Z_FIELD(stFunLevelItem, levelBackgroundColor)},
+            {Optional, Text(), Z_FIELD(stFunLevelItem, levelBorderColor)},
+            {Optional, Text(), Z_FIELD(stFunLevelItem, bcFlashName)},
+            {Optional, Text(), Z_FIELD(stFunLevelItem, enterFlashName)},
+        },
+        KeyedBy {&stFunLevelItem::level, &ZFunLevelMgr::m_levels},
+        Logs {"loadFunLevelInfoListTable.json加载完毕"}};
+    return table;
+}
+
 bool ZFunLevelMgr::loadFunLevelInfoListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const stFunLevelItem& item) { m_levels.insert(item.level, item); });
-    qDebug().noquote() << QStringLiteral("loadFunLevelInfoListTable.json加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZFunLevelMgr::clear()
@@ -123,7 +124,7 @@ stFunLevelItem ZFunLevelMgr::getFunLevelItem(int level) const
 
 QString ZFunLevelMgr::getLevelNameByLevel(int level, bool stripNumber)
 {
-    static const QRegularExpression number(QStringLiteral("[0-9]+$"));
+    static const QRegularExpression number(QStringLiteral("[0-9]+\\z"));
     if (m_levels.isEmpty())
         return {};
     const int nearest = qBound(m_levels.firstKey(), level, m_levels.lastKey());
@@ -160,7 +161,7 @@ QString ZFunLevelMgr::getLocalFunLevelImagePathById(int level)
     const QString icon = getFunLevelItem(level).bigIconName;
     if (icon.isEmpty())
         return folder;
-    return QStringLiteral("%1rn/level/funlevel/").arg(ResourceServer::images()) + icon;
+    return ResourceServer::imageRes() + QLatin1String(badgeFolder) + icon;
 }
 
 QString ZFunLevelMgr::getLocalFunLevelNumberPathById(int level)
@@ -196,13 +197,7 @@ QString ZFunLevelMgr::getFunLevelFlashUrlById(int level)
         animation = QString::fromUtf8(rank->animation);
     if (animation.isEmpty())
         return {};
-    return QStringLiteral("%1/app/logo/flash/%2").arg(ResourceServer::others(), animation);
-}
-
-TableDescription ZFunLevelMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("level"), laterRowWins(),
-                              [] { return getInstance()->m_levels; });
+    return QStringLiteral("%1/app/logo/flash/%2").arg(ResourceServer::zzRes(), animation);
 }
 
 QString ZFunLevelMgr::getFunLevelImageUrlById(int level)
@@ -210,5 +205,5 @@ QString ZFunLevelMgr::getFunLevelImageUrlById(int level)
     if (getFunLevelItem(level).iconName.isEmpty())
         return {};
     return QStringLiteral("%1app/images/newzz/funlevel/lv%2.png")
-        .arg(ResourceServer::others(), QString::number(level));
+        .arg(ResourceServer::zzRes(), QString::number(level));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -32,7 +32,7 @@ struct stFunLevelItem
  * for the levels up to 190, which is there before any table and does not depend on it.
  *
  * A level below 1 belongs to the ladder's first rank. Unless said otherwise a level that the table
- * does not hold counts as one whose fields are empty. GUI thread only.
+ * does not hold counts as one whose fields are empty.
  */
 class ZGLOBAL_EXPORT ZFunLevelMgr : public QObject
 {
@@ -40,8 +40,8 @@ class ZGLOBAL_EXPORT ZFunLevelMgr : public QObject
 
 public:
     static ZFunLevelMgr* getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the levels; false, with the levels kept, when the table or a column is missing. */
     bool loadFunLevelInfoListTable(const QString& path);
     void clear();
 
@@ -86,8 +86,6 @@ public:
      * the ladder's rank. Empty where the rank has none: up to level 50 and from 171 on.
      */
     QString getFunLevelFlashUrlById(int level);
-
-    static TableDescription describeTable();
 
 protected:
     ZFunLevelMgr() = default;

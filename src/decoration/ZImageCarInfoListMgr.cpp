@@ -1,29 +1,14 @@
 #include "decoration/ZImageCarInfoListMgr.h"
 
+#include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
 
 namespace {
 
-const TableColumns<ZImageCarInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZImageCarInfo> declared {
-        {Required, "id", Text(), Z_FIELD(ZImageCarInfo, id)},
-        {Required, "name", Text(), Z_FIELD(ZImageCarInfo, name)},
-        {Optional, "description", Text(), Z_FIELD(ZImageCarInfo, description)},
-        {Optional, "price", Integer(), Z_FIELD(ZImageCarInfo, price)},
-        {Required, "animation", Text(), Z_FIELD(ZImageCarInfo, animation)},
-        {Optional, "picture", Text(), Z_FIELD(ZImageCarInfo, picture)},
-        {Required, "version", Integer(), Z_FIELD(ZImageCarInfo, version)},
-        {Optional, "startTime", Date(), Z_FIELD(ZImageCarInfo, startTime)},
-        {Optional, "endTime", Date(), Z_FIELD(ZImageCarInfo, endTime)},
-    };
-    return declared;
-}
+constexpr char pictureFolder[] = "/app/logo/car/";
+constexpr char animationFolder[] = "/app/logo/caranimation/";
 
 } // namespace
 
@@ -36,15 +21,32 @@ ZImageCarInfoListMgr* ZImageCarInfoListMgr::getInstance()
     return m_instance.data();
 }
 
+const TableDeclaration& ZImageCarInfoListMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZImageCarInfoListMgr, ZImageCarInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZImageCarInfo, id)},
+            {Required, Text(), Z_FIELD(ZImageCarInfo, name)},
+            {Optional, Text(), Z_FIELD(ZImageCarInfo, description)},
+            {Optional, Integer(), Z_FIELD(ZImageCarInfo, price)},
+            {Required, Text(), Z_FIELD(ZImageCarInfo, animation),
+             FileOn {"ImageResServer", animationFolder}},
+            {Optional, Text(), Z_FIELD(ZImageCarInfo, picture),
+             FileOn {"ImageResServer", pictureFolder}},
+            {Required, Integer(), Z_FIELD(ZImageCarInfo, version)},
+            {Optional, Date(), Z_FIELD(ZImageCarInfo, startTime)},
+            {Optional, Date(), Z_FIELD(ZImageCarInfo, endTime)},
+        },
+        KeyedBy {&ZImageCarInfo::id, &ZImageCarInfoListMgr::m_cars},
+        Logs {"CarList加载完毕"}};
+    return table;
+}
+
 bool ZImageCarInfoListMgr::loadImageCarInfoListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZImageCarInfo& info) { m_cars.insert(info.id, info); });
-    qDebug().noquote() << QStringLiteral("CarList加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZImageCarInfoListMgr::clear()
@@ -67,8 +69,7 @@ QString ZImageCarInfoListMgr::getCarImageUrlById(const QString& id)
     const ZImageCarInfo car = getInfoById(id);
     if (car.picture.isEmpty())
         return {};
-    return QStringLiteral("%1/app/logo/car/%2?%3")
-        .arg(ResourceServer::images(), car.picture, QString::number(car.version));
+    return ResourceServer::versionedImage(pictureFolder, car.picture, car.version);
 }
 
 QString ZImageCarInfoListMgr::getCarImagePathById(const QString& id)
@@ -81,8 +82,7 @@ QString ZImageCarInfoListMgr::getCarAnimationUrlById(const QString& id)
     const ZImageCarInfo car = getInfoById(id);
     if (car.animation.isEmpty())
         return {};
-    return QStringLiteral("%1/app/logo/caranimation/%2?%3")
-        .arg(ResourceServer::images(), car.animation, QString::number(car.version));
+    return ResourceServer::versionedImage(animationFolder, car.animation, car.version);
 }
 
 QString ZImageCarInfoListMgr::getCarAnimationPathById(const QString& id)
@@ -90,13 +90,7 @@ QString ZImageCarInfoListMgr::getCarAnimationPathById(const QString& id)
     const ZImageCarInfo car = getInfoById(id);
     if (car.animation.isEmpty())
         return {};
-    return QStringLiteral("%1/%2_%3")
-        .arg(QStringLiteral("res/flashext"), CacheNames::withoutExtension(car.animation),
-             QString::number(car.version));
-}
-
-TableDescription ZImageCarInfoListMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance()->m_cars; });
+    const QString name = CacheNames::withoutExtension(car.animation);
+    return CacheNames::VersionedName {name, QString::number(car.version)}.in(
+        CacheFolders::extendedFlashes());
 }

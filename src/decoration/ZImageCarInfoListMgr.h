@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -28,8 +28,6 @@ struct ZImageCarInfo
  * A car needs an id, a name, an animation and the version of its resources; the columns for
  * description, price, picture and period may be missing. Every address and path carries the
  * record's version. An unknown id, and an empty field that names the resource, give an empty text.
- *
- * GUI thread only.
  */
 class ZGLOBAL_EXPORT ZImageCarInfoListMgr : public QObject
 {
@@ -37,8 +35,8 @@ class ZGLOBAL_EXPORT ZImageCarInfoListMgr : public QObject
 
 public:
     static ZImageCarInfoListMgr* getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the cars; false, with the cars kept, when the table or a column is missing. */
     bool loadImageCarInfoListTable(const QString& path);
     void clear();
 
@@ -59,8 +57,6 @@ public:
      */
     QString getCarAnimationUrlById(const QString& id);
     QString getCarAnimationPathById(const QString& id);
-
-    static TableDescription describeTable();
 
 protected:
     ZImageCarInfoListMgr() = default;

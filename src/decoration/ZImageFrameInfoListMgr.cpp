@@ -1,30 +1,14 @@
 #include "decoration/ZImageFrameInfoListMgr.h"
 
+#include "datatable/CacheFolders.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 
-#include <QDebug>
 #include <QJsonDocument>
 
 namespace {
 
-const TableColumns<ZImageFrameInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZImageFrameInfo> declared {
-        {Required, "headFrameId", Integer(), Z_FIELD(ZImageFrameInfo, headFrameId)},
-        {Required, "headFrameType", Integer(), Z_FIELD(ZImageFrameInfo, headFrameType)},
-        {Required, "name", Text(), Z_FIELD(ZImageFrameInfo, name)},
-        {Required, "description", Text(), Z_FIELD(ZImageFrameInfo, description)},
-        {Required, "icon2", Text(), Z_FIELD(ZImageFrameInfo, icon2)},
-        {Required, "flash", Text(), Z_FIELD(ZImageFrameInfo, flash)},
-        {Required, "version", Integer(), Z_FIELD(ZImageFrameInfo, version)},
-        {Optional, "micAnimation", Text(), Z_FIELD(ZImageFrameInfo, micAnimation)},
-        {Optional, "timePeriodConfig", Text(), Z_FIELD(ZImageFrameInfo, timePeriodConfig),
-         "JSON, parsed at every lookup"},
-    };
-    return declared;
-}
+constexpr char pictureFolder[] = "app/logo/headframe/";
 
 struct Period
 {
@@ -72,12 +56,12 @@ std::optional<Period> periodAt(const QString& schedule, const QTime& at)
 QString pathOf(int version, const QString& icon)
 {
     return QStringLiteral("%1/frame/%2_%3")
-        .arg(QStringLiteral("res/logo/"), QString::number(version), icon);
+        .arg(CacheFolders::logos(), QString::number(version), icon);
 }
 
 QString urlOf(const QString& icon)
 {
-    return ResourceServer::others() + QStringLiteral("app/logo/headframe/") + icon;
+    return ResourceServer::zzRes() + QLatin1String(pictureFolder) + icon;
 }
 
 } // namespace
@@ -91,16 +75,32 @@ ZImageFrameInfoListMgr* ZImageFrameInfoListMgr::getInstance()
     return m_instance.data();
 }
 
+const TableDeclaration& ZImageFrameInfoListMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZImageFrameInfoListMgr, ZImageFrameInfo> table {
+        {
+            {Required, Integer(), Z_FIELD(ZImageFrameInfo, headFrameId)},
+            {Required, Integer(), Z_FIELD(ZImageFrameInfo, headFrameType)},
+            {Required, Text(), Z_FIELD(ZImageFrameInfo, name)},
+            {Required, Text(), Z_FIELD(ZImageFrameInfo, description)},
+            {Required, Text(), Z_FIELD(ZImageFrameInfo, icon2),
+             FileOn {"ZZResServer", pictureFolder}},
+            {Required, Text(), Z_FIELD(ZImageFrameInfo, flash)},
+            {Required, Integer(), Z_FIELD(ZImageFrameInfo, version)},
+            {Optional, Text(), Z_FIELD(ZImageFrameInfo, micAnimation)},
+            {Optional, Text(), Z_FIELD(ZImageFrameInfo, timePeriodConfig),
+             "JSON, parsed at every lookup"},
+        },
+        KeyedBy {&ZImageFrameInfo::headFrameId, &ZImageFrameInfoListMgr::m_frames},
+        Logs {"ImageFrameInfoListTable.json加载完毕"}};
+    return table;
+}
+
 bool ZImageFrameInfoListMgr::loadImageFrameInfoListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach(
-        [this](const ZImageFrameInfo& info) { m_frames.insert(info.headFrameId, info); });
-    qDebug().noquote() << QStringLiteral("ImageFrameInfoListTable.json加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZImageFrameInfoListMgr::clear()
@@ -120,10 +120,10 @@ ZImageFrameInfo ZImageFrameInfoListMgr::getInfoById(int id)
 
 QTime ZImageFrameInfoListMgr::getCurrentPeriodStartTime(int id)
 {
-    return getCurrentPeriodStartTime(id, QTime::currentTime());
+    return getPeriodStartTimeAt(id, QTime::currentTime());
 }
 
-QTime ZImageFrameInfoListMgr::getCurrentPeriodStartTime(int id, const QTime& at)
+QTime ZImageFrameInfoListMgr::getPeriodStartTimeAt(int id, const QTime& at)
 {
     const auto period = periodAt(getInfoById(id).timePeriodConfig, at);
     return period ? period->start : QTime();
@@ -131,10 +131,10 @@ QTime ZImageFrameInfoListMgr::getCurrentPeriodStartTime(int id, const QTime& at)
 
 QString ZImageFrameInfoListMgr::getEffectiveIconById(int id)
 {
-    return getEffectiveIconById(id, QTime::currentTime());
+    return getEffectiveIconAt(id, QTime::currentTime());
 }
 
-QString ZImageFrameInfoListMgr::getEffectiveIconById(int id, const QTime& at)
+QString ZImageFrameInfoListMgr::getEffectiveIconAt(int id, const QTime& at)
 {
     const ZImageFrameInfo info = getInfoById(id);
     const auto period = periodAt(info.timePeriodConfig, at);
@@ -143,10 +143,10 @@ QString ZImageFrameInfoListMgr::getEffectiveIconById(int id, const QTime& at)
 
 QString ZImageFrameInfoListMgr::getEffectiveFlashById(int id)
 {
-    return getEffectiveFlashById(id, QTime::currentTime());
+    return getEffectiveFlashAt(id, QTime::currentTime());
 }
 
-QString ZImageFrameInfoListMgr::getEffectiveFlashById(int id, const QTime& at)
+QString ZImageFrameInfoListMgr::getEffectiveFlashAt(int id, const QTime& at)
 {
     const ZImageFrameInfo info = getInfoById(id);
     const auto period = periodAt(info.timePeriodConfig, at);
@@ -175,10 +175,4 @@ QString ZImageFrameInfoListMgr::getEffectiveFrameUrlById(int id)
 {
     const QString icon = getEffectiveIconById(id);
     return icon.isEmpty() ? QString() : urlOf(icon);
-}
-
-TableDescription ZImageFrameInfoListMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("headFrameId"), laterRowWins(),
-                              [] { return getInstance()->m_frames; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QHash>
 #include <QObject>
@@ -35,8 +35,6 @@ struct ZImageFrameInfo
  * The lookups that depend on the hour have two forms: for a stated local time, and for now, which
  * reads the clock once. No period holds an invalid time. Unless said otherwise an unknown id gives
  * an empty text. The doubled slash in the paths is meant.
- *
- * GUI thread only.
  */
 class ZGLOBAL_EXPORT ZImageFrameInfoListMgr : public QObject
 {
@@ -44,8 +42,8 @@ class ZGLOBAL_EXPORT ZImageFrameInfoListMgr : public QObject
 
 public:
     static ZImageFrameInfoListMgr* getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the frames; false, with the frames kept, when the table or a column is missing. */
     bool loadImageFrameInfoListTable(const QString& path);
     void clear();
 
@@ -57,16 +55,16 @@ public:
 
     /** The start of the period in force; an invalid time when none is. */
     QTime getCurrentPeriodStartTime(int id);
-    QTime getCurrentPeriodStartTime(int id, const QTime& at);
+    QTime getPeriodStartTimeAt(int id, const QTime& at);
 
     /**
      * The picture and the animation in force: the period's, even where it has an empty one, or the
      * frame's own when no period is in force.
      */
     QString getEffectiveIconById(int id);
-    QString getEffectiveIconById(int id, const QTime& at);
+    QString getEffectiveIconAt(int id, const QTime& at);
     QString getEffectiveFlashById(int id);
-    QString getEffectiveFlashById(int id, const QTime& at);
+    QString getEffectiveFlashAt(int id, const QTime& at);
 
     /** The frame's own picture, under the record's version. */
     QString getFramePathById(int id);
@@ -75,8 +73,6 @@ public:
     /** The picture in force now; empty where that is. */
     QString getEffectiveFramePathById(int id);
     QString getEffectiveFrameUrlById(int id);
-
-    static TableDescription describeTable();
 
 protected:
     ZImageFrameInfoListMgr() = default;

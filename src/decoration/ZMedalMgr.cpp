@@ -1,37 +1,11 @@
 #include "decoration/ZMedalMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "datatable/ZDataTableMgr.h"
 
-#include <QDebug>
 #include <QJsonDocument>
-
-namespace {
-
-const TableColumns<ZMedalInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZMedalInfo> declared {
-        {Required, "medalId", IntegerAsText(), Z_FIELD(ZMedalInfo, medalId)},
-        {Required, "groupId", IntegerAsText(), Z_FIELD(ZMedalInfo, groupId)},
-        {Required, "groupSort", Integer(), Z_FIELD(ZMedalInfo, groupSort)},
-        {Required, "type", Integer(), Z_FIELD(ZMedalInfo, type)},
-        {Required, "name", Text(), Z_FIELD(ZMedalInfo, name)},
-        {Required, "groupHandleType", Integer(), Z_FIELD(ZMedalInfo, groupHandleType)},
-        {Required, "timeHandleType", Integer(), Z_FIELD(ZMedalInfo, timeHandleType)},
-        {Required, "size", Text(), Z_FIELD(ZMedalInfo, size)},
-        {Required, "icon", Text(), Z_FIELD(ZMedalInfo, icon)},
-        {Required, "description", Text(), Z_FIELD(ZMedalInfo, description)},
-        {Required, "isCommon", IntegerAsText(), Z_FIELD(ZMedalInfo, isCommon)},
-        {Required, "version", Integer(), Z_FIELD(ZMedalInfo, version)},
-        {Required, "dynamicUrl", Text(), Z_FIELD(ZMedalInfo, dynamicUrl)},
-    };
-    return declared;
-}
-
-} // namespace
 
 QSharedPointer<ZMedalMgr> ZMedalMgr::m_instance;
 
@@ -42,22 +16,38 @@ ZMedalMgr* ZMedalMgr::getInstance()
     return m_instance.data();
 }
 
+const TableDeclaration& ZMedalMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZMedalMgr, ZMedalInfo> table {
+        {
+            {Required, IntegerAsText(), Z_FIELD(ZMedalInfo, medalId)},
+            {Required, IntegerAsText(), Z_FIELD(ZMedalInfo, groupId)},
+            {Required, Integer(), Z_FIELD(ZMedalInfo, groupSort)},
+            {Required, Integer(), Z_FIELD(ZMedalInfo, type)},
+            {Required, Text(), Z_FIELD(ZMedalInfo, name)},
+            {Required, Integer(), Z_FIELD(ZMedalInfo, groupHandleType)},
+            {Required, Integer(), Z_FIELD(ZMedalInfo, timeHandleType)},
+            {Required, Text(), Z_FIELD(ZMedalInfo, size)},
+            {Required, Text(), Z_FIELD(ZMedalInfo, icon)},
+            {Required, Text(), Z_FIELD(ZMedalInfo, description)},
+            {Required, IntegerAsText(), Z_FIELD(ZMedalInfo, isCommon)},
+            {Required, Integer(), Z_FIELD(ZMedalInfo, version)},
+            {Required, Text(), Z_FIELD(ZMedalInfo, dynamicUrl), FileOn {"ImageResServer", ""}},
+        },
+        OnceRead {[](ZMedalMgr& medals, const TableRows& rows) { medals.m_header = rows.header; }},
+        KeyedBy {&ZMedalInfo::medalId, &ZMedalMgr::m_medals},
+        EachRow {[](ZMedalMgr& medals, const ZMedalInfo& info, const QJsonArray& row) {
+            medals.m_rows.insert(info.medalId, row);
+        }},
+        Logs {"MedalList.json加载完毕"}};
+    return table;
+}
+
 bool ZMedalMgr::loadMedalListTable(const QString& path)
 {
-    TableRows rows;
-    if (!rows.read(path))
-        return false;
-    m_header = rows.header;
-    const auto table = columns().bind(rows);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZMedalInfo& info, const QJsonArray& row) {
-        m_medals.insert(info.medalId, info);
-        m_rows.insert(info.medalId, row);
-    });
-    qDebug().noquote() << QStringLiteral("MedalList.json加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZMedalMgr::clear()
@@ -80,7 +70,7 @@ QString ZMedalMgr::getMedalImageUrlById(const QString& id)
     if (id.isEmpty())
         return {};
     const int version = ZDataTableMgr::getInstance()->getTableVersion(EDataTable::CS_MedalList);
-    return ResourceServer::images()
+    return ResourceServer::imageRes()
         + QStringLiteral("/app/images/activity/tags/medal_%1.png?%2")
               .arg(id, QString::number(version));
 }
@@ -93,7 +83,7 @@ QString ZMedalMgr::getMedalImagePathById(const QString& id)
 QString ZMedalMgr::getMedalDynamicUrlById(const QString& id)
 {
     const QString address = m_medals.value(id).dynamicUrl;
-    return address.isEmpty() ? QString() : ResourceServer::images() + address;
+    return address.isEmpty() ? QString() : ResourceServer::imageRes() + address;
 }
 
 QString ZMedalMgr::getShouHuMedalImagePathById(const QString& id)
@@ -120,10 +110,4 @@ QString ZMedalMgr::getMedalInfoById(const QString& id)
     if (object.isEmpty())
         return {};
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
-}
-
-TableDescription ZMedalMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("medalId"), laterRowWins(),
-                              [] { return getInstance()->m_medals; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QHash>
 #include <QJsonArray>
@@ -34,8 +34,6 @@ struct ZMedalInfo
  *
  * A row is read with the header of the last file that was a table at all, a refused one included,
  * and stays when its medal has gone, through clear() and every load: users still wear such medals.
- *
- * GUI thread only.
  */
 class ZGLOBAL_EXPORT ZMedalMgr : public QObject
 {
@@ -43,9 +41,8 @@ class ZGLOBAL_EXPORT ZMedalMgr : public QObject
 
 public:
     static ZMedalMgr* getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the medals; false, with medals and rows kept, when the table or a column is
-     *  missing. */
     bool loadMedalListTable(const QString& path);
     /** Forgets the medals, not their rows. */
     void clear();
@@ -72,8 +69,6 @@ public:
     /** The medal's row, column by column, as an object or as compact JSON; empty without a row. */
     QJsonObject getMedalJsonInfoById(const QString& id);
     QString getMedalInfoById(const QString& id);
-
-    static TableDescription describeTable();
 
 protected:
     ZMedalMgr() = default;

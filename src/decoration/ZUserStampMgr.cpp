@@ -1,25 +1,12 @@
 #include "decoration/ZUserStampMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
 
 namespace {
 
-const TableColumns<ZUserStampInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZUserStampInfo> declared {
-        {Required, "id", Text(), Z_FIELD(ZUserStampInfo, id)},
-        {Required, "name", Text(), Z_FIELD(ZUserStampInfo, name)},
-        {Optional, "picture", Text(), Z_FIELD(ZUserStampInfo, picture)},
-        {Optional, "duration", Integer(), Z_FIELD(ZUserStampInfo, duration)},
-        {Optional, "version", Integer(), Z_FIELD(ZUserStampInfo, version)},
-    };
-    return declared;
-}
+constexpr char pictureFolder[] = "/app/logo/stamp/";
 
 } // namespace
 
@@ -32,15 +19,27 @@ ZUserStampMgr* ZUserStampMgr::getInstance()
     return m_instance.data();
 }
 
+const TableDeclaration& ZUserStampMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZUserStampMgr, ZUserStampInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZUserStampInfo, id)},
+            {Required, Text(), Z_FIELD(ZUserStampInfo, name)},
+            {Optional, Text(), Z_FIELD(ZUserStampInfo, picture),
+             FileOn {"ImageResServer", pictureFolder}},
+            {Optional, Integer(), Z_FIELD(ZUserStampInfo, duration)},
+            {Optional, Integer(), Z_FIELD(ZUserStampInfo, version)},
+        },
+        KeyedBy {&ZUserStampInfo::id, &ZUserStampMgr::m_stamps},
+        Logs {"StampName加载完毕"}};
+    return table;
+}
+
 bool ZUserStampMgr::loadUserStampTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZUserStampInfo& info) { m_stamps.insert(info.id, info); });
-    qDebug().noquote() << QStringLiteral("StampName加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZUserStampMgr::clear()
@@ -63,17 +62,10 @@ QString ZUserStampMgr::getStampImageUrlById(const QString& id)
     const ZUserStampInfo stamp = getInfoById(id);
     if (stamp.picture.isEmpty())
         return {};
-    return QStringLiteral("%1/app/logo/stamp/%2?%3")
-        .arg(ResourceServer::images(), stamp.picture, QString::number(stamp.version));
+    return ResourceServer::versionedImage(pictureFolder, stamp.picture, stamp.version);
 }
 
 QString ZUserStampMgr::getStampImagePathById(const QString& id)
 {
     return CacheNames::imagePath(getStampImageUrlById(id));
-}
-
-TableDescription ZUserStampMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance()->m_stamps; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -22,7 +22,7 @@ struct ZUserStampInfo
  * The user stamps of table StampName, by id.
  *
  * A stamp needs an id and a name; the other columns may be missing. An unknown id, and a stamp
- * without a picture, give an empty address and path. GUI thread only.
+ * without a picture, give an empty address and path.
  */
 class ZGLOBAL_EXPORT ZUserStampMgr : public QObject
 {
@@ -30,8 +30,8 @@ class ZGLOBAL_EXPORT ZUserStampMgr : public QObject
 
 public:
     static ZUserStampMgr* getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the stamps; false, with the stamps kept, when the table or a column is missing. */
     bool loadUserStampTable(const QString& path);
     void clear();
 
@@ -45,8 +45,6 @@ public:
      *  address. */
     QString getStampImageUrlById(const QString& id);
     QString getStampImagePathById(const QString& id);
-
-    static TableDescription describeTable();
 
 protected:
     ZUserStampMgr() = default;

@@ -1,27 +1,13 @@
 #include "decoration/zFunStampMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "datatable/ZDataTableMgr.h"
-
-#include <QDebug>
 
 namespace {
 
-const TableColumns<zFunStampInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<zFunStampInfo> declared {
-        {Required, "id", Text(), Z_FIELD(zFunStampInfo, id)},
-        {Optional, "activityId", Text(), Z_FIELD(zFunStampInfo, activityId)},
-        {Required, "name", Text(), Z_FIELD(zFunStampInfo, name)},
-        {Required, "picture", Text(), Z_FIELD(zFunStampInfo, picture)},
-        {Optional, "startTime", Date(), Z_FIELD(zFunStampInfo, startTime)},
-        {Optional, "endTime", Date(), Z_FIELD(zFunStampInfo, endTime)},
-    };
-    return declared;
-}
+constexpr char pictureFolder[] = "/app/logo/funstamp/";
 
 } // namespace
 
@@ -31,15 +17,28 @@ zFunStampMgr& zFunStampMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& zFunStampMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<zFunStampMgr, zFunStampInfo> table {
+        {
+            {Required, Text(), Z_FIELD(zFunStampInfo, id)},
+            {Optional, Text(), Z_FIELD(zFunStampInfo, activityId)},
+            {Required, Text(), Z_FIELD(zFunStampInfo, name)},
+            {Required, Text(), Z_FIELD(zFunStampInfo, picture),
+             FileOn {"ImageResServer", pictureFolder}},
+            {Optional, Date(), Z_FIELD(zFunStampInfo, startTime)},
+            {Optional, Date(), Z_FIELD(zFunStampInfo, endTime)},
+        },
+        KeyedBy {&zFunStampInfo::id, &zFunStampMgr::m_stamps},
+        Logs {"FunStamp加载完毕"}};
+    return table;
+}
+
 bool zFunStampMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const zFunStampInfo& info) { m_stamps.insert(info.id, info); });
-    qDebug().noquote() << QStringLiteral("FunStamp加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void zFunStampMgr::clear()
@@ -63,17 +62,10 @@ QString zFunStampMgr::getFunStampImageUrlById(const QString& id)
     if (stamp.picture.isEmpty())
         return {};
     const int version = ZDataTableMgr::getInstance()->getTableVersion(EDataTable::CS_FunStamp);
-    return QStringLiteral("%1/app/logo/funstamp/%2?%3")
-        .arg(ResourceServer::images(), stamp.picture, QString::number(version));
+    return ResourceServer::versionedImage(pictureFolder, stamp.picture, version);
 }
 
 QString zFunStampMgr::getFunStampImagePathById(const QString& id)
 {
     return CacheNames::imagePath(getFunStampImageUrlById(id));
-}
-
-TableDescription zFunStampMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance().m_stamps; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -22,7 +22,7 @@ struct zFunStampInfo
  * The fun stamps of table CS_FunStamp, by id.
  *
  * A stamp needs an id, a name and a picture; activity and period may be missing. An unknown id, and
- * a stamp whose picture is empty, give an empty address and path. GUI thread only.
+ * a stamp whose picture is empty, give an empty address and path.
  */
 class ZGLOBAL_EXPORT zFunStampMgr : public QObject
 {
@@ -30,8 +30,8 @@ class ZGLOBAL_EXPORT zFunStampMgr : public QObject
 
 public:
     static zFunStampMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the stamps; false, with the stamps kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -45,8 +45,6 @@ public:
      *  address. */
     QString getFunStampImageUrlById(const QString& id);
     QString getFunStampImagePathById(const QString& id);
-
-    static TableDescription describeTable();
 
 private:
     zFunStampMgr() = default;

@@ -1,30 +1,6 @@
 #include "effect/ZActivityAwardEffectMgr.h"
 
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
-
-namespace {
-
-const TableColumns<ZActivityAwardEffectInfo>& columns()
-{
-    using namespace Cells;
-    using Info = ZActivityAwardEffectInfo;
-    static const TableColumns<Info> declared {
-        {Required, "id", Text(), Z_FIELD(Info, id)},
-        {Required, "rankType", Text(), Z_FIELD(Info, rankType)},
-        {Required, "effectId", Text(), Z_FIELD(Info, effectId)},
-        {Required, "name", Text(), Z_FIELD(Info, name)},
-        {Required, "effectIcon", Text(), Z_FIELD(Info, effectIcon)},
-        {Required, "availableTime", Integer(), Z_FIELD(Info, availableTime)},
-        {Required, "availableGapTime", Integer(), Z_FIELD(Info, availableGapTime)},
-        {Required, "activityId", Text(), Z_FIELD(Info, activityId)},
-        {Required, "remark", "never read"},
-    };
-    return declared;
-}
-
-} // namespace
+#include "datatable/DeclaredTable.h"
 
 ZActivityAwardEffectMgr& ZActivityAwardEffectMgr::getInstance()
 {
@@ -32,15 +8,32 @@ ZActivityAwardEffectMgr& ZActivityAwardEffectMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZActivityAwardEffectMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZActivityAwardEffectMgr, ZActivityAwardEffectInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, id)},
+            {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, rankType)},
+            {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, effectId),
+             RefersTo {EDataTable::CS_PlatAwardEffect, "id"}},
+            {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, name)},
+            {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, effectIcon)},
+            {Required, Integer(), Z_FIELD(ZActivityAwardEffectInfo, availableTime)},
+            {Required, Integer(), Z_FIELD(ZActivityAwardEffectInfo, availableGapTime)},
+            {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, activityId)},
+            {Required, "remark", "never read"},
+        },
+        Beforehand {&ZActivityAwardEffectMgr::clear},
+        KeyedBy {&ZActivityAwardEffectInfo::id, &ZActivityAwardEffectMgr::m_infos},
+        Logs {"ActivityAwardEffect加载完毕"}};
+    return table;
+}
+
 bool ZActivityAwardEffectMgr::loadListTable(const QString& path)
 {
-    clear();
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    table->forEach([this](const ZActivityAwardEffectInfo& info) { m_infos.insert(info.id, info); });
-    qDebug().noquote() << QStringLiteral("ActivityAwardEffect加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZActivityAwardEffectMgr::clear()
@@ -51,10 +44,4 @@ void ZActivityAwardEffectMgr::clear()
 ZActivityAwardEffectInfo ZActivityAwardEffectMgr::getInfoById(const QString& id)
 {
     return m_infos.value(id);
-}
-
-TableDescription ZActivityAwardEffectMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance().m_infos; });
 }

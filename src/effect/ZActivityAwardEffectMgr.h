@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -33,6 +33,7 @@ class ZGLOBAL_EXPORT ZActivityAwardEffectMgr : public QObject
 
 public:
     static ZActivityAwardEffectMgr& getInstance();
+    static const TableDeclaration& declaration();
 
     /**
      * Replaces the effects; false when the table or a column, the never read "remark" included, is
@@ -43,8 +44,6 @@ public:
 
     /** A default record for an unknown id. */
     ZActivityAwardEffectInfo getInfoById(const QString& id);
-
-    static TableDescription describeTable();
 
 private:
     ZActivityAwardEffectMgr() = default;

@@ -1,25 +1,11 @@
 #include "effect/ZAwardEffectMgr.h"
 
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
 
 namespace {
 
-const TableColumns<ZAwardEffectInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZAwardEffectInfo> declared {
-        {Required, "id", IntegerAsText(), Z_FIELD(ZAwardEffectInfo, id)},
-        {Required, "sort", Integer(), Z_FIELD(ZAwardEffectInfo, sort)},
-        {Required, "name", Text(), Z_FIELD(ZAwardEffectInfo, name)},
-        {Required, "flash", Text(), Z_FIELD(ZAwardEffectInfo, flash)},
-        {Required, "icon", Text(), Z_FIELD(ZAwardEffectInfo, icon)},
-        {Required, "descs", Text(), Z_FIELD(ZAwardEffectInfo, descs)},
-    };
-    return declared;
-}
+constexpr char iconFolder[] = "/app/images/activity/effect/";
 
 } // namespace
 
@@ -29,15 +15,29 @@ ZAwardEffectMgr& ZAwardEffectMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZAwardEffectMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZAwardEffectMgr, ZAwardEffectInfo> table {
+        {
+            {Required, IntegerAsText(), Z_FIELD(ZAwardEffectInfo, id)},
+            {Required, Integer(), Z_FIELD(ZAwardEffectInfo, sort)},
+            {Required, Text(), Z_FIELD(ZAwardEffectInfo, name)},
+            {Required, Text(), Z_FIELD(ZAwardEffectInfo, flash),
+             RefersTo {EDataTable::FlashConfig, "flashName"}},
+            {Required, Text(), Z_FIELD(ZAwardEffectInfo, icon),
+             FileOn {"ImageResServer", iconFolder}},
+            {Required, Text(), Z_FIELD(ZAwardEffectInfo, descs)},
+        },
+        KeyedBy {&ZAwardEffectInfo::id, &ZAwardEffectMgr::m_infos},
+        Logs {"CS_PlatAwardEffect加载完毕"}};
+    return table;
+}
+
 bool ZAwardEffectMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZAwardEffectInfo& info) { m_infos.insert(info.id, info); });
-    qDebug().noquote() << QStringLiteral("CS_PlatAwardEffect加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZAwardEffectMgr::clear()
@@ -55,11 +55,5 @@ QString ZAwardEffectMgr::getIconUrlById(const QString& id)
     const auto found = m_infos.constFind(id);
     if (found == m_infos.constEnd())
         return {};
-    return ResourceServer::images() + QStringLiteral("/app/images/activity/effect/") + found->icon;
-}
-
-TableDescription ZAwardEffectMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance().m_infos; });
+    return ResourceServer::imageRes() + QLatin1String(iconFolder) + found->icon;
 }

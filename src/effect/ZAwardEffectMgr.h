@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -21,7 +21,7 @@ struct ZAwardEffectInfo
 /**
  * The award effects of table CS_PlatAwardEffect, by id.
  *
- * The table is not loaded at start-up: the program that shows awards loads it. GUI thread only.
+ * The table is not loaded at start-up: the program that shows awards loads it.
  */
 class ZGLOBAL_EXPORT ZAwardEffectMgr : public QObject
 {
@@ -29,8 +29,8 @@ class ZGLOBAL_EXPORT ZAwardEffectMgr : public QObject
 
 public:
     static ZAwardEffectMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the effects; false, with them kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -39,8 +39,6 @@ public:
 
     /** Server, folder and icon name simply joined; empty for an empty or unknown id. */
     QString getIconUrlById(const QString& id);
-
-    static TableDescription describeTable();
 
 private:
     ZAwardEffectMgr() = default;

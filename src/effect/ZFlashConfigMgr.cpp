@@ -1,6 +1,9 @@
 #include "effect/ZFlashConfigMgr.h"
 
-#include "datatable/TableColumns.h"
+#include "datatable/CacheFolders.h"
+#include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
+#include "datatable/ResourceServer.h"
 #include "datatable/ZDataTableMgr.h"
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
@@ -11,30 +14,17 @@
 #include <QThreadPool>
 #include <QUrl>
 
+using CacheNames::VersionedName;
+
 namespace {
+
+constexpr char archiveFolder[] = "/app/logo/flash/";
 
 constexpr int loadDelay = 1000; // milliseconds
 
-QString baseFolder()
+VersionedName nameOf(const ZFlashConfigInfo& info)
 {
-    return QStringLiteral("res/flash");
-}
-
-const TableColumns<ZFlashConfigInfo>& columns()
-{
-    static const TableColumns<ZFlashConfigInfo> declared {
-        {Required, "flashName", Cells::Text(), Z_FIELD(ZFlashConfigInfo, flashName),
-         "a row without it is left out"},
-        {Required, "flashVersion", Cells::TextAsInteger(), Z_FIELD(ZFlashConfigInfo, flashVersion)},
-        {Required, "flashPrevDownload", Cells::TextAsInteger(),
-         Z_FIELD(ZFlashConfigInfo, flashPrevDownload)},
-    };
-    return declared;
-}
-
-QString versioned(const ZFlashConfigInfo& info)
-{
-    return QStringLiteral("%1_%2").arg(info.flashName, QString::number(info.flashVersion));
+    return {info.flashName, QString::number(info.flashVersion)};
 }
 
 int tableVersionNow()
@@ -61,10 +51,28 @@ ZFlashConfigMgr& ZFlashConfigMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZFlashConfigMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZFlashConfigMgr, ZFlashConfigInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZFlashConfigInfo, flashName),
+             FileOn {"ZZResServer", archiveFolder}},
+            {Required, TextAsInteger(), Z_FIELD(ZFlashConfigInfo, flashVersion)},
+            {Required, TextAsInteger(), Z_FIELD(ZFlashConfigInfo, flashPrevDownload)},
+        },
+        LeftOut {&ZFlashConfigInfo::flashName, "a row without it is left out",
+                 [](const ZFlashConfigInfo& info) { return info.flashName.isEmpty(); }},
+        KeyedBy {&ZFlashConfigInfo::flashName, &ZFlashConfigMgr::m_infos},
+        Logs {"FlashConfig加载完毕"}};
+    return table;
+}
+
 ZFlashConfigMgr::ZFlashConfigMgr(QObject* parent)
     : QObject(parent)
 {
-    QDir().mkpath(baseFolder());
+    QDir().mkpath(CacheFolders::flashes());
     m_timer.setSingleShot(true);
     m_timer.setInterval(loadDelay);
     connect(&m_timer, &QTimer::timeout, this, &ZFlashConfigMgr::sltDownLoadFlash);
@@ -72,16 +80,7 @@ ZFlashConfigMgr::ZFlashConfigMgr(QObject* parent)
 
 bool ZFlashConfigMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZFlashConfigInfo& info) {
-        if (!info.flashName.isEmpty())
-            m_infos.insert(info.flashName, info);
-    });
-    qDebug().noquote() << QStringLiteral("FlashConfig加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZFlashConfigMgr::clear()
@@ -98,7 +97,7 @@ QStringList ZFlashConfigMgr::getAllFlashName()
 {
     QStringList names;
     for (const ZFlashConfigInfo& info : qAsConst(m_infos))
-        names.append(versioned(info));
+        names.append(nameOf(info).whole());
     return names;
 }
 
@@ -108,20 +107,19 @@ QString ZFlashConfigMgr::getFlashPath(const QString& flashName)
         return {};
     const auto known = m_infos.constFind(flashName);
     if (known == m_infos.constEnd())
-        return QStringLiteral("%1/%2_").arg(baseFolder(), flashName);
-    return QStringLiteral("%1/%2").arg(baseFolder(), versioned(*known));
+        return VersionedName {flashName, QString()}.in(CacheFolders::flashes());
+    return nameOf(*known).in(CacheFolders::flashes());
 }
 
 QString ZFlashConfigMgr::getFlashUrl(const QString& flashName)
 {
     if (flashName.isEmpty())
         return {};
-    const QString server = ZGlobalConfig::getInstance().getConfig(QStringLiteral("ZZResServer"));
+    const QString address = ResourceServer::zzRes() + QLatin1String(archiveFolder) + flashName;
     const auto known = m_infos.constFind(flashName);
     if (known == m_infos.constEnd())
-        return QStringLiteral("%1/app/logo/flash/%2").arg(server, flashName);
-    return QStringLiteral("%1/app/logo/flash/%2?%3")
-        .arg(server, flashName, QString::number(known->flashVersion));
+        return address;
+    return address + QLatin1Char('?') + QString::number(known->flashVersion);
 }
 
 void ZFlashConfigMgr::loadFlash()
@@ -154,13 +152,7 @@ void ZFlashConfigMgr::download(const ZFlashConfigInfo& info, int tableVersion)
         .then([folder, info, tableVersion](const QByteArray& body) {
             // What was asked for under another version of the table may no longer be wanted.
             if (tableVersionNow() == tableVersion)
-                store(folder, versioned(info), body);
+                store(folder, nameOf(info).whole(), body);
         })
         .fail([] {}); // the next pass finds it missing still
-}
-
-TableDescription ZFlashConfigMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("flashName"), laterRowWins(),
-                              [] { return getInstance().m_infos; });
 }

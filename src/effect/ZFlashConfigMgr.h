@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -33,8 +33,8 @@ class ZGLOBAL_EXPORT ZFlashConfigMgr : public QObject
 
 public:
     static ZFlashConfigMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the animations; false, with them kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -59,8 +59,6 @@ public:
      */
     void loadFlash();
 
-    static TableDescription describeTable();
-
 Q_SIGNALS:
     /**
      * Every animation was found present. Not emitted when any had to be downloaded: that takes
@@ -68,10 +66,12 @@ Q_SIGNALS:
      */
     void sigDownloadFlash();
 
+private Q_SLOTS:
+    void sltDownLoadFlash();
+
 private:
     explicit ZFlashConfigMgr(QObject* parent);
 
-    void sltDownLoadFlash();
     void download(const ZFlashConfigInfo& info, int tableVersion);
 
     QMap<QString, ZFlashConfigInfo> m_infos;

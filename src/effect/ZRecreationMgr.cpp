@@ -1,29 +1,14 @@
 #include "effect/ZRecreationMgr.h"
 
+#include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "datatable/ZDataTableMgr.h"
-
-#include <QDebug>
 
 namespace {
 
-const TableColumns<recreationInfo>& columns()
-{
-    using Cells::Text;
-    static const TableColumns<recreationInfo> declared {
-        {Optional, "id", Text(), Z_FIELD(recreationInfo, id),
-         "a row without it is left out; its first letter tells the kind"},
-        {Optional, "name", Text(), Z_FIELD(recreationInfo, name)},
-        {Optional, "playType", Text(), Z_FIELD(recreationInfo, playType)},
-        {Optional, "num", Text(), Z_FIELD(recreationInfo, num)},
-        {Optional, "range", Text(), Z_FIELD(recreationInfo, range)},
-        {Optional, "flashName", Text(), Z_FIELD(recreationInfo, flashName)},
-        {Optional, "flashVersion", Text(), Z_FIELD(recreationInfo, flashVersion)},
-    };
-    return declared;
-}
+constexpr char magicFolder[] = "/app/logo/magic/";
 
 const QHash<QChar, recreationType>& typesByLetter()
 {
@@ -43,20 +28,37 @@ ZRecreationMgr& ZRecreationMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZRecreationMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZRecreationMgr, recreationInfo> table {
+        {
+            {Optional, Text(), Z_FIELD(recreationInfo, id)},
+            {Optional, Text(), Z_FIELD(recreationInfo, name)},
+            {Optional, Text(), Z_FIELD(recreationInfo, playType)},
+            {Optional, Text(), Z_FIELD(recreationInfo, num)},
+            {Optional, Text(), Z_FIELD(recreationInfo, range)},
+            {Optional, Text(), Z_FIELD(recreationInfo, flashName),
+             FileOn {"ImageResServer", magicFolder}},
+            {Optional, Text(), Z_FIELD(recreationInfo, flashVersion)},
+        },
+        Emptied {&ZRecreationMgr::m_idsByType},
+        EachRow {[](ZRecreationMgr& effects, const recreationInfo& info, const QJsonArray&) {
+            effects.addRecreationIdToMap(info.id);
+        }},
+        LeftOut {&recreationInfo::id,
+                 "a row without it is left out; its first letter tells the kind",
+                 [](const recreationInfo& info) { return info.id.isEmpty(); }, true},
+        KeyedBy {&recreationInfo::id, &ZRecreationMgr::m_infos},
+        Duplicates {"the later row replaces the earlier, the list of its kind holds both"},
+        Logs {"RecreationConfigNew.json加载完毕"}};
+    return table;
+}
+
 bool ZRecreationMgr::loadRecreationListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const recreationInfo& info) {
-        if (info.id.isEmpty())
-            return;
-        addRecreationIdToMap(info.id);
-        m_infos.insert(info.id, info);
-    });
-    qDebug().noquote() << QStringLiteral("RecreationConfigNew.json加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZRecreationMgr::clear()
@@ -96,9 +98,9 @@ QString ZRecreationMgr::getRecreationAnimationPathById(const QString& id)
 {
     if (!m_infos.contains(id))
         return {};
-    return QStringLiteral("%1/%2_%3")
-        .arg(QStringLiteral("res/animation/"), getRecreationAnimationNameById(id),
-             getRecreationInfoById(id).flashVersion);
+    const QString version = getRecreationInfoById(id).flashVersion;
+    return CacheNames::VersionedName {getRecreationAnimationNameById(id), version}.in(
+        CacheFolders::animations());
 }
 
 QString ZRecreationMgr::getRecreationAnimationUrlById(const QString& id)
@@ -106,8 +108,7 @@ QString ZRecreationMgr::getRecreationAnimationUrlById(const QString& id)
     if (!m_infos.contains(id))
         return {};
     const recreationInfo info = getRecreationInfoById(id);
-    return QStringLiteral("%1/app/logo/magic/%2?%3")
-        .arg(ResourceServer::images(), info.flashName, info.flashVersion);
+    return ResourceServer::versionedImage(magicFolder, info.flashName, info.flashVersion);
 }
 
 QString ZRecreationMgr::getRecreationImageUrlById(const QString& id)
@@ -116,19 +117,12 @@ QString ZRecreationMgr::getRecreationImageUrlById(const QString& id)
         return {};
     const int version =
         ZDataTableMgr::getInstance()->getTableVersion(EDataTable::RecreationConfigNew);
-    return QStringLiteral("%1/app/logo/magic/%2.png?imageView2/0/w/138/h/138&%3")
-        .arg(ResourceServer::images(), id, QString::number(version));
+    return ResourceServer::versionedImage(magicFolder, id + QStringLiteral(".png"),
+                                          QStringLiteral("imageView2/0/w/138/h/138&")
+                                              + QString::number(version));
 }
 
 QString ZRecreationMgr::getRecreationImagePathById(const QString& id)
 {
     return CacheNames::imagePath(getRecreationImageUrlById(id));
-}
-
-TableDescription ZRecreationMgr::describeTable()
-{
-    return columns().describe(
-        QStringLiteral("id"),
-        QStringLiteral("the later row replaces the earlier, the list of its kind holds both"),
-        [] { return getInstance().m_infos; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -31,7 +31,7 @@ enum recreationType : int {
  * The recreation effects of table RecreationConfigNew, by id and by kind.
  *
  * No column is required; a row without an id is left out. Unless said otherwise an empty or unknown
- * id gives an empty text. Paths are relative to the working directory. GUI thread only.
+ * id gives an empty text. Paths are relative to the working directory.
  */
 class ZGLOBAL_EXPORT ZRecreationMgr : public QObject
 {
@@ -39,6 +39,7 @@ class ZGLOBAL_EXPORT ZRecreationMgr : public QObject
 
 public:
     static ZRecreationMgr& getInstance();
+    static const TableDeclaration& declaration();
 
     /** Replaces the effects; false, with them kept, when the table cannot be read. */
     bool loadRecreationListTable(const QString& path);
@@ -64,8 +65,6 @@ public:
     QString getRecreationImageUrlById(const QString& id);
     /** The picture's file in "res/images/", named after its address. */
     QString getRecreationImagePathById(const QString& id);
-
-    static TableDescription describeTable();
 
 private:
     ZRecreationMgr() = default;

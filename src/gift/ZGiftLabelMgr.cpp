@@ -1,25 +1,6 @@
 #include "gift/ZGiftLabelMgr.h"
 
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
-
-namespace {
-
-const TableColumns<ZGiftLabelInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZGiftLabelInfo> declared {
-        {Required, "id", Text(), Z_FIELD(ZGiftLabelInfo, id)},
-        {Required, "alterDateTime", Text(), Z_FIELD(ZGiftLabelInfo, alterDateTime)},
-        {Required, "giftLabelName", Text(), Z_FIELD(ZGiftLabelInfo, giftLabelName)},
-        {Required, "startColor", Text(), Z_FIELD(ZGiftLabelInfo, startColor)},
-        {Required, "endColor", Text(), Z_FIELD(ZGiftLabelInfo, endColor)},
-    };
-    return declared;
-}
-
-} // namespace
+#include "datatable/DeclaredTable.h"
 
 ZGiftLabelMgr& ZGiftLabelMgr::getInstance()
 {
@@ -27,16 +8,27 @@ ZGiftLabelMgr& ZGiftLabelMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZGiftLabelMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZGiftLabelMgr, ZGiftLabelInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, id)},
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, alterDateTime)},
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, giftLabelName)},
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, startColor)},
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, endColor)},
+        },
+        KeyedBy {&ZGiftLabelInfo::id, &ZGiftLabelMgr::m_labels},
+        Logs {"礼物标签表加载完毕"},
+        Afterwards {&ZGiftLabelMgr::sigUpdate}};
+    return table;
+}
+
 bool ZGiftLabelMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZGiftLabelInfo& info) { m_labels.insert(info.id, info); });
-    qDebug().noquote() << QStringLiteral("礼物标签表加载完毕");
-    Q_EMIT sigUpdate();
-    return true;
+    return declaration().load(path);
 }
 
 void ZGiftLabelMgr::clear()
@@ -52,10 +44,4 @@ ZGiftLabelInfo ZGiftLabelMgr::getInfoById(QString id)
 const QMap<QString, ZGiftLabelInfo>& ZGiftLabelMgr::getGiftLabelMap()
 {
     return m_labels;
-}
-
-TableDescription ZGiftLabelMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance().m_labels; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -17,15 +17,15 @@ struct ZGiftLabelInfo
     QString endColor;
 };
 
-/** The gift labels of table CS_GiftLabel, by id. GUI thread only. */
+/** The gift labels of table CS_GiftLabel, by id. */
 class ZGLOBAL_EXPORT ZGiftLabelMgr : public QObject
 {
     Q_OBJECT
 
 public:
     static ZGiftLabelMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the labels; false, with the labels kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -34,8 +34,6 @@ public:
 
     /** The live container: not to be held across a load. */
     const QMap<QString, ZGiftLabelInfo>& getGiftLabelMap();
-
-    static TableDescription describeTable();
 
 Q_SIGNALS:
     /** The labels have been loaded anew. */

@@ -1,16 +1,22 @@
 #include "gift/ZGiftListMgr.h"
 
+#include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 
-#include <QDebug>
 #include <QJsonDocument>
 
-#include <algorithm>
 #include <limits>
 
+using CacheNames::VersionedName;
+
 namespace {
+
+constexpr char giftFolder[] = "/app/logo/gift/";
+constexpr char animationFolder[] = "/app/logo/giftanimation/";
+constexpr char broadcastPictureFolder[] = "/app/logo/gift/bc";
+constexpr char broadcastFolder[] = "/app/logo/giftanimation/bc";
 
 /** A row as read: the gift, and what only the loader needs to know of it. */
 struct GiftRow : ZGiftInfo
@@ -19,56 +25,6 @@ struct GiftRow : ZGiftInfo
     QString pcAnimationName;
     double scale = 1.0;
 };
-
-const TableColumns<GiftRow, ZGiftInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<GiftRow, ZGiftInfo> declared {
-        {Required, "id", Integer(), Z_FIELD(GiftRow, id)},
-        {Required, "giftType", Integer(), Z_FIELD(GiftRow, giftType)},
-        {Required, "giftId", Text(), Z_FIELD(GiftRow, giftId)},
-        {Required, "price", Integer(), Z_FIELD(GiftRow, price)},
-        {Required, "giftName", Text(), Z_FIELD(GiftRow, giftName)},
-        {Required, "startTime", Date(), Z_FIELD(GiftRow, startTime)},
-        {Required, "endTime", Date(), Z_FIELD(GiftRow, endTime)},
-        {Required, "prankType", Integer(), Z_FIELD(GiftRow, prankType)},
-        {Required, "animationName", Text(), Z_FIELD(GiftRow, animationName)},
-        {Optional, "pcAnimationName", Text(), Z_FIELD(GiftRow, pcAnimationName),
-         "replaces animationName, and sets isPcAnimation, unless empty"},
-        {Required, "broadcastStart", Text(), Z_FIELD(GiftRow, broadcastStart)},
-        {Required, "broadcastEnd", Text(), Z_FIELD(GiftRow, broadcastEnd)},
-        {Required, "broadcastAnimationName", Text(), Z_FIELD(GiftRow, broadcastAnimationName)},
-        {Optional, "broadcastBgAndAnimationName", Text(),
-         Z_FIELD(GiftRow, broadcastBgAndAnimationName)},
-        {Required, "broadcastDuration", "never read"},
-        {Required, "duration", "never read"},
-        {Required, "descs", Text(), Z_FIELD(GiftRow, descs)},
-        {Required, "showArea", Integer(), Z_FIELD(GiftRow, showArea)},
-        {Required, "sequenceId", Integer(), Z_FIELD(GiftRow, sequenceId)},
-        {Required, "giftLabelId", Text(), Z_FIELD(GiftRow, giftLabelId)},
-        {Required, "isVisible", Flag(), Z_FIELD(GiftRow, isVisible)},
-        {Required, "valid", Flag(), Z_FIELD(GiftRow, valid), "a row without it is left out"},
-        {Required, "alterDateTime", DateAsText(), Z_FIELD(GiftRow, alterDateTime)},
-        {Optional, "giftDisplayLocation", Integer(), Z_FIELD(GiftRow, giftDisplayLocation)},
-        {Optional, "giftFamily", Integer(), Z_FIELD(GiftRow, giftFamily)},
-        {Optional, "labelStartTime", Date(), Z_FIELD(GiftRow, labelStartTime)},
-        {Optional, "labelEndTime", Date(), Z_FIELD(GiftRow, labelEndTime)},
-        {Optional, "animScaleRate", Number(), Z_FIELD(GiftRow, scale),
-         "its half becomes animScaleRate when above 0"},
-        {Optional, "maxGiftGroup", Integer(), Z_FIELD(GiftRow, maxGiftGroup)},
-        {Optional, "sendTimeInterval", Integer(), Z_FIELD(GiftRow, sendTimeInterval)},
-        {Optional, "showTab", Integer(), Z_FIELD(GiftRow, showTab)},
-        {Optional, "showTabIcon", Text(), Z_FIELD(GiftRow, showTabIcon)},
-        {Optional, "activityPage", Text(), Z_FIELD(GiftRow, activityPage)},
-        {Optional, "wishGift", Integer(), Z_FIELD(GiftRow, wishGift)},
-        {Optional, "effectUrl", Text(), Z_FIELD(GiftRow, effectUrl)},
-        {Required, "activityId", Text(), Z_FIELD(GiftRow, activityId)},
-        {Optional, "clientParam", Text(), Z_FIELD(GiftRow, clientParam),
-         "its JSON gives pcIconGeo and showGiftPanelType"},
-        {Optional, "assignId", Text(), Z_FIELD(GiftRow, assignId)},
-    };
-    return declared;
-}
 
 QRect rectangle(const QString& text)
 {
@@ -102,38 +58,29 @@ QString animationNameOf(const QString& fileName)
     return CacheNames::withoutExtension(fileName);
 }
 
-QString versioned(const QString& name, const QString& version)
-{
-    return QStringLiteral("%1_%2").arg(name, version);
-}
-
 QString animationPath(const QString& fileName, const QString& version)
 {
-    return QStringLiteral("%1/%2_%3")
-        .arg(QStringLiteral("res/animation/"), animationNameOf(fileName), version);
+    return VersionedName {animationNameOf(fileName), version}.in(CacheFolders::animations());
 }
 
 QString animationUrl(const QString& fileName, const QString& version)
 {
-    return QStringLiteral("%1/app/logo/giftanimation/%2?%3")
-        .arg(ResourceServer::images(), fileName, version);
+    return ResourceServer::versionedImage(animationFolder, fileName, version);
 }
 
 QString broadcastPath(const QString& fileName, const QString& version)
 {
     if (fileName.isEmpty())
         return {};
-    return QStringLiteral("%1/%2_%3")
-        .arg(QStringLiteral("res/flash"), QStringLiteral("bc") + animationNameOf(fileName),
-             version);
+    return VersionedName {QStringLiteral("bc") + animationNameOf(fileName), version}.in(
+        CacheFolders::flashes());
 }
 
 QString broadcastUrl(const QString& fileName, const QString& version)
 {
     if (fileName.isEmpty())
         return {};
-    return QStringLiteral("%1/app/logo/giftanimation/bc%2?%3")
-        .arg(ResourceServer::images(), fileName, version);
+    return ResourceServer::versionedImage(broadcastFolder, fileName, version);
 }
 
 bool isOnSale(const ZGiftInfo& gift, qint64 time)
@@ -157,21 +104,71 @@ ZGiftListMgr* ZGiftListMgr::getInstance()
     return &instance;
 }
 
+const TableDeclaration& ZGiftListMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZGiftListMgr, ZGiftInfo, GiftRow> table {
+        {
+            {Required, Integer(), Z_FIELD(GiftRow, id)},
+            {Required, Integer(), Z_FIELD(GiftRow, giftType)},
+            {Required, Text(), Z_FIELD(GiftRow, giftId), FileOn {"ImageResServer", giftFolder}},
+            {Required, Integer(), Z_FIELD(GiftRow, price)},
+            {Required, Text(), Z_FIELD(GiftRow, giftName)},
+            {Required, Date(), Z_FIELD(GiftRow, startTime)},
+            {Required, Date(), Z_FIELD(GiftRow, endTime)},
+            {Required, Integer(), Z_FIELD(GiftRow, prankType)},
+            {Required, Text(), Z_FIELD(GiftRow, animationName),
+             FileOn {"ImageResServer", animationFolder}},
+            {Optional, Text(), Z_FIELD(GiftRow, pcAnimationName),
+             "replaces animationName, and sets isPcAnimation, unless empty",
+             FileOn {"ImageResServer", animationFolder}},
+            {Required, Text(), Z_FIELD(GiftRow, broadcastStart)},
+            {Required, Text(), Z_FIELD(GiftRow, broadcastEnd)},
+            {Required, Text(), Z_FIELD(GiftRow, broadcastAnimationName),
+             FileOn {"ImageResServer", broadcastFolder}},
+            {Optional, Text(), Z_FIELD(GiftRow, broadcastBgAndAnimationName),
+             FileOn {"ImageResServer", broadcastFolder}},
+            {Required, "broadcastDuration", "never read"},
+            {Required, "duration", "never read"},
+            {Required, Text(), Z_FIELD(GiftRow, descs)},
+            {Required, Integer(), Z_FIELD(GiftRow, showArea)},
+            {Required, Integer(), Z_FIELD(GiftRow, sequenceId)},
+            {Required, Text(), Z_FIELD(GiftRow, giftLabelId),
+             RefersTo {EDataTable::CS_GiftLabel, "id"}},
+            {Required, Flag(), Z_FIELD(GiftRow, isVisible)},
+            {Required, Flag(), Z_FIELD(GiftRow, valid)},
+            {Required, DateAsText(), Z_FIELD(GiftRow, alterDateTime)},
+            {Optional, Integer(), Z_FIELD(GiftRow, giftDisplayLocation)},
+            {Optional, Integer(), Z_FIELD(GiftRow, giftFamily)},
+            {Optional, Date(), Z_FIELD(GiftRow, labelStartTime)},
+            {Optional, Date(), Z_FIELD(GiftRow, labelEndTime)},
+            {Optional, "animScaleRate", Number(), Z_FIELD(GiftRow, scale),
+             "its half becomes animScaleRate when above 0"},
+            {Optional, Integer(), Z_FIELD(GiftRow, maxGiftGroup)},
+            {Optional, Integer(), Z_FIELD(GiftRow, sendTimeInterval)},
+            {Optional, Integer(), Z_FIELD(GiftRow, showTab)},
+            {Optional, Text(), Z_FIELD(GiftRow, showTabIcon), FileOn {"ImageResServer", "/"}},
+            {Optional, Text(), Z_FIELD(GiftRow, activityPage)},
+            {Optional, Integer(), Z_FIELD(GiftRow, wishGift)},
+            {Optional, Text(), Z_FIELD(GiftRow, effectUrl)},
+            {Required, Text(), Z_FIELD(GiftRow, activityId)},
+            {Optional, Text(), Z_FIELD(GiftRow, clientParam),
+             "its JSON gives pcIconGeo and showGiftPanelType"},
+            {Optional, Text(), Z_FIELD(GiftRow, assignId)},
+        },
+        LeftOut {&GiftRow::valid, "a row without it is left out",
+                 [](const GiftRow& row) { return !row.valid; }},
+        MadeBy {&giftOf},
+        KeyedBy {&ZGiftInfo::giftId, &ZGiftListMgr::m_giftMap},
+        Listed {&ZGiftListMgr::m_giftList},
+        Logs {"GiftList.json加载完毕"}};
+    return table;
+}
+
 bool ZGiftListMgr::loadGiftListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const GiftRow& row) {
-        if (!row.valid)
-            return;
-        const ZGiftInfo gift = giftOf(row);
-        m_giftMap.insert(gift.giftId, gift);
-        m_giftList.append(gift);
-    });
-    qDebug().noquote() << QStringLiteral("GiftList.json加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZGiftListMgr::clear()
@@ -204,8 +201,9 @@ QString ZGiftListMgr::getGiftImageUrlById(const QString& id)
 {
     if (id.isEmpty())
         return {};
-    return QStringLiteral("%1/app/logo/gift/%2?imageView2/0/w/138/h/138&%3")
-        .arg(ResourceServer::images(), id, getGiftInfoById(id).alterDateTime);
+    const QString rendition = QStringLiteral("imageView2/0/w/138/h/138&");
+    return ResourceServer::versionedImage(giftFolder, id,
+                                          rendition + getGiftInfoById(id).alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftImagePathById(const QString& id)
@@ -274,8 +272,8 @@ QString ZGiftListMgr::getGiftBGImageUrlById(const QString& id)
 {
     if (id.isEmpty() || isGiftInvalid(id))
         return {};
-    return QStringLiteral("%1/app/logo/gift/bc%2?%3")
-        .arg(ResourceServer::images(), id, getGiftInfoById(id).alterDateTime);
+    return ResourceServer::versionedImage(broadcastPictureFolder, id,
+                                          getGiftInfoById(id).alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftShowTabIconPathById(const QString& id)
@@ -283,20 +281,22 @@ QString ZGiftListMgr::getGiftShowTabIconPathById(const QString& id)
     const QString address = getGiftShowTabIconUrlById(id);
     if (address.isEmpty())
         return {};
-    return QStringLiteral("res/gift/tabBgImg/") + CacheNames::ofAddress(address);
+    return CacheFolders::tabIcons() + CacheNames::ofAddress(address);
 }
 
 QString ZGiftListMgr::getGiftShowTabIconUrlById(const QString& id)
 {
     const QString icon = getGiftInfoById(id).showTabIcon;
-    return icon.isEmpty() ? QString() : QStringLiteral("%1/%2").arg(ResourceServer::images(), icon);
+    return icon.isEmpty() ? QString()
+                          : QStringLiteral("%1/%2").arg(ResourceServer::imageRes(), icon);
 }
 
 QSet<QString> ZGiftListMgr::getAllAnimationName()
 {
     QSet<QString> folders;
     for (const ZGiftInfo& gift : qAsConst(m_giftMap))
-        folders.insert(versioned(animationNameOf(gift.animationName), gift.alterDateTime));
+        folders.insert(
+            VersionedName {animationNameOf(gift.animationName), gift.alterDateTime}.whole());
     return folders;
 }
 
@@ -337,11 +337,4 @@ bool ZGiftListMgr::checkGiftFamilyEq(const QString& id, int family)
 bool ZGiftListMgr::checkShowTabEq(const QString& id, int showTab)
 {
     return !isGiftInvalid(id) && getGiftInfoById(id).showTab == showTab;
-}
-
-TableDescription ZGiftListMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("giftId"),
-                              QStringLiteral("the map holds the later row, the list both"),
-                              [] { return getInstance()->m_giftList; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QHash>
 #include <QObject>
@@ -69,8 +69,8 @@ class ZGLOBAL_EXPORT ZGiftListMgr : public QObject
 
 public:
     static ZGiftListMgr* getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the gifts; false, with the gifts kept, when the table or a column is missing. */
     bool loadGiftListTable(const QString& path);
     void clear();
 
@@ -137,8 +137,6 @@ public:
     /** Whether the gift is known and of this family, or on this tab. */
     bool checkGiftFamilyEq(const QString& id, int family);
     bool checkShowTabEq(const QString& id, int showTab);
-
-    static TableDescription describeTable();
 
 private:
     ZGiftListMgr() = default;

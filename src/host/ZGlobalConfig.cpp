@@ -1,7 +1,7 @@
 #include "host/ZGlobalConfig.h"
 #include "host/HostLimits.h"
 
-#include "host/TableFile.h"
+#include "host/TableFormat.h"
 #include "host/Unpacker.h"
 
 #include <QFile>
@@ -93,19 +93,36 @@ bool ZGlobalConfig::loadConfig(const QString& path, QString* error)
 }
 
 bool ZGlobalConfig::readTableFile(const QString& path, QHash<QString, int>& header,
+                                  QJsonArray& rows)
+{
+    return readTableFile(path, header, rows, nullptr);
+}
+
+bool ZGlobalConfig::readTableFile(const QByteArray& bytes, QHash<QString, int>& header,
+                                  QJsonArray& rows)
+{
+    return readTableFile(bytes, header, rows, nullptr);
+}
+
+bool ZGlobalConfig::readTableFile(const QString& path, QHash<QString, int>& header,
                                   QJsonArray& rows, QString* error)
 {
     QByteArray bytes;
     QString cause = readWhole(path, bytes);
     if (cause.isEmpty())
-        cause = TableFile::parse(bytes, header, rows);
+        cause = TableFormat::parse(bytes, header, rows);
     return report(named(path, cause), error);
 }
 
 bool ZGlobalConfig::readTableFile(const QByteArray& bytes, QHash<QString, int>& header,
                                   QJsonArray& rows, QString* error)
 {
-    return report(TableFile::parse(bytes, header, rows), error);
+    return report(TableFormat::parse(bytes, header, rows), error);
+}
+
+bool ZGlobalConfig::unZipFile(const QString& path, bool overwrite)
+{
+    return unZipFile(path, overwrite, nullptr);
 }
 
 bool ZGlobalConfig::unZipFile(const QString& path, bool overwrite, QString* error)

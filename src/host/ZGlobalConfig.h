@@ -10,7 +10,7 @@
 /**
  * The host's configuration values, and the two readers that go with them: table files and archives.
  *
- * Values are set by the host program or read from a JSON file. They belong to the GUI thread; the
+ * Values are set by the program or read from a JSON file. They belong to the GUI thread; the
  * static operations keep no state and may be called from any thread.
  *
  * Everything here answers with a bool. Who wants to tell a person why it was false passes a text
@@ -39,10 +39,13 @@ public:
      * may be null or no row at all, and a row may have fewer or more cells than there are columns.
      * On false header and rows are untouched.
      */
-    static bool readTableFile(const QString& path, QHash<QString, int>& header, QJsonArray& rows,
-                              QString* error = nullptr);
+    static bool readTableFile(const QString& path, QHash<QString, int>& header, QJsonArray& rows);
     static bool readTableFile(const QByteArray& bytes, QHash<QString, int>& header,
-                              QJsonArray& rows, QString* error = nullptr);
+                              QJsonArray& rows);
+    static bool readTableFile(const QString& path, QHash<QString, int>& header, QJsonArray& rows,
+                              QString* error);
+    static bool readTableFile(const QByteArray& bytes, QHash<QString, int>& header,
+                              QJsonArray& rows, QString* error);
 
     /**
      * Unpacks a zip or tar archive (gzip allowed) into the folder that holds it, and keeps it.
@@ -64,7 +67,8 @@ public:
      * Blocks while it works. Several archives may be unpacked at once; a second run for the same
      * archive waits for the first.
      */
-    static bool unZipFile(const QString& path, bool overwrite, QString* error = nullptr);
+    static bool unZipFile(const QString& path, bool overwrite);
+    static bool unZipFile(const QString& path, bool overwrite, QString* error);
 
 private:
     QHash<QString, QString> m_values;

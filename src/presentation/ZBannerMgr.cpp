@@ -1,14 +1,13 @@
 #include "presentation/ZBannerMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 #include "host/ZImageCacheUtil.h"
 #include "presentation/EmbeddedPages.h"
 
-#include <QDebug>
 #include <QFile>
 #include <QJsonDocument>
 #include <QUrlQuery>
@@ -16,40 +15,6 @@
 #include <algorithm>
 
 namespace {
-
-const TableColumns<ZBannerInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZBannerInfo> declared {
-        {Required, "id", Integer(), Z_FIELD(ZBannerInfo, id)},
-        {Required, "bannerType", Integer(), Z_FIELD(ZBannerInfo, bannerType)},
-        {Required, "bannerContent", Text(), Z_FIELD(ZBannerInfo, bannerContent)},
-        {Required, "lpType", Integer(), Z_FIELD(ZBannerInfo, lpType)},
-        {Required, "landingPage", Text(), Z_FIELD(ZBannerInfo, landingPage)},
-        {Required, "weight", Integer(), Z_FIELD(ZBannerInfo, weight)},
-        {Required, "startDate", TruncatedNumber(), Z_FIELD(ZBannerInfo, startDate)},
-        {Required, "endDate", TruncatedNumber(), Z_FIELD(ZBannerInfo, endDate)},
-        {Required, "isLive", Integer(), Z_FIELD(ZBannerInfo, isLive)},
-        {Required, "isHalf", Integer(), Z_FIELD(ZBannerInfo, isHalf)},
-        {Optional, "isCefOpen", Integer(), Z_FIELD(ZBannerInfo, isCefOpen),
-         "above 0 the trimmed landingPage joins the pages for the embedded browser, for good"},
-        {Optional, "showPosition", Text(), Z_FIELD(ZBannerInfo, showPosition),
-         "a row without \"pc_anchor\" in it is left out"},
-        {Optional, "name", Text(), Z_FIELD(ZBannerInfo, name)},
-        {Optional, "showByFunLevel", Integer(), Z_FIELD(ZBannerInfo, showByFunLevel),
-         "-1 without the column"},
-        {Optional, "tipsType", Integer(), Z_FIELD(ZBannerInfo, tipsType), "-1 without the column"},
-    };
-    return declared;
-}
-
-TableDescription describeList(bool isNew)
-{
-    return columns().describe(
-        QStringLiteral("id"),
-        QStringLiteral("the map, which both tables share, holds the later row, the lists both"),
-        [isNew] { return ZBannerMgr::getInstance()->getList(isNew); });
-}
 
 QString config(const QString& key)
 {
@@ -71,6 +36,11 @@ QUrl largeBannerUrl()
     return url;
 }
 
+bool isForOthers(const ZBannerInfo& info)
+{
+    return !info.showPosition.contains(QLatin1String("pc_anchor"));
+}
+
 } // namespace
 
 QSharedPointer<ZBannerMgr> ZBannerMgr::m_instance;
@@ -82,30 +52,56 @@ ZBannerMgr* ZBannerMgr::getInstance()
     return m_instance.data();
 }
 
+template <bool isNew>
+const TableDeclaration& ZBannerMgr::declarationOf()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZBannerMgr, ZBannerInfo> table {
+        {
+            {Required, Integer(), Z_FIELD(ZBannerInfo, id)},
+            {Required, Integer(), Z_FIELD(ZBannerInfo, bannerType)},
+            {Required, Text(), Z_FIELD(ZBannerInfo, bannerContent), FileOn {"ImageResServer", ""}},
+            {Required, Integer(), Z_FIELD(ZBannerInfo, lpType)},
+            {Required, Text(), Z_FIELD(ZBannerInfo, landingPage)},
+            {Required, Integer(), Z_FIELD(ZBannerInfo, weight)},
+            {Required, TruncatedNumber(), Z_FIELD(ZBannerInfo, startDate)},
+            {Required, TruncatedNumber(), Z_FIELD(ZBannerInfo, endDate)},
+            {Required, Integer(), Z_FIELD(ZBannerInfo, isLive)},
+            {Required, Integer(), Z_FIELD(ZBannerInfo, isHalf)},
+            {Optional, Integer(), Z_FIELD(ZBannerInfo, isCefOpen),
+             "above 0 the trimmed landingPage joins the pages for the embedded browser, for good"},
+            {Optional, Text(), Z_FIELD(ZBannerInfo, showPosition)},
+            {Optional, Text(), Z_FIELD(ZBannerInfo, name)},
+            {Optional, Integer(), Z_FIELD(ZBannerInfo, showByFunLevel), "-1 without the column"},
+            {Optional, Integer(), Z_FIELD(ZBannerInfo, tipsType), "-1 without the column"},
+        },
+        EachRow {&ZBannerMgr::notePage},
+        LeftOut {&ZBannerInfo::showPosition, "a row without \"pc_anchor\" in it is left out",
+                 &isForOthers},
+        JoinedBy {&ZBannerInfo::id, &ZBannerMgr::m_banners},
+        Listed {isNew ? &ZBannerMgr::m_newList : &ZBannerMgr::m_list},
+        Duplicates {"the map, which both tables share, holds the later row, the lists both"},
+        Logs {"BannerList.json加载完毕"},
+        Afterwards {[](ZBannerMgr& banners) { banners.sortListByWeight(isNew); }},
+        Afterwards {&ZBannerMgr::sigUpdate},
+        Afterwards {&ZBannerMgr::updateLargeBanner}};
+    return table;
+}
+
+const TableDeclaration& ZBannerMgr::declaration()
+{
+    return declarationOf<false>();
+}
+
+const TableDeclaration& ZBannerMgr::newDeclaration()
+{
+    return declarationOf<true>();
+}
+
 bool ZBannerMgr::loadBannerListTable(const QString& path, bool isNew)
 {
-    TableRows rows;
-    if (!rows.read(path))
-        return false;
-    const auto table = columns().bind(rows);
-    if (!table)
-        return false;
-    const bool hasPositions = rows.header.contains(QStringLiteral("showPosition"));
-    QVector<ZBannerInfo>& list = isNew ? m_newList : m_list;
-    list.clear();
-    table->forEach([&](const ZBannerInfo& info) {
-        if (info.isCefOpen > 0)
-            m_tablePages.insert(info.landingPage.trimmed());
-        if (hasPositions && !info.showPosition.contains(QLatin1String("pc_anchor")))
-            return;
-        m_banners.insert(info.id, info);
-        list.append(info);
-    });
-    qDebug().noquote() << QStringLiteral("BannerList.json加载完毕");
-    sortListByWeight(isNew);
-    Q_EMIT sigUpdate();
-    updateLargeBanner();
-    return true;
+    return (isNew ? newDeclaration() : declaration()).load(path);
 }
 
 void ZBannerMgr::clear()
@@ -130,7 +126,7 @@ QString ZBannerMgr::getBannerImageUrlById(const int& id)
     const auto found = m_banners.constFind(id);
     if (found == m_banners.constEnd())
         return {};
-    return ResourceServer::images() + found->bannerContent;
+    return ResourceServer::imageRes() + found->bannerContent;
 }
 
 QString ZBannerMgr::getBannerImagePathById(const int& id)
@@ -177,16 +173,6 @@ void ZBannerMgr::sortListByWeight(bool isNew)
                      });
 }
 
-TableDescription ZBannerMgr::describeTable()
-{
-    return describeList(false);
-}
-
-TableDescription ZBannerMgr::describeNewTable()
-{
-    return describeList(true);
-}
-
 void ZBannerMgr::updateLargeBanner()
 {
     m_serverPages.clear();
@@ -194,6 +180,12 @@ void ZBannerMgr::updateLargeBanner()
         ->get(largeBannerUrl())
         .then([this](const QByteArray& answer) { addServerPages(answer); })
         .fail([] {}); // the tables' pages have to do then
+}
+
+void ZBannerMgr::notePage(const ZBannerInfo& info, const QJsonArray&)
+{
+    if (info.isCefOpen > 0)
+        m_tablePages.insert(info.landingPage.trimmed());
 }
 
 void ZBannerMgr::addServerPages(const QByteArray& answer)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QHash>
 #include <QObject>
@@ -47,6 +47,8 @@ class ZGLOBAL_EXPORT ZBannerMgr : public QObject
 
 public:
     static ZBannerMgr* getInstance();
+    static const TableDeclaration& declaration();    ///< CS_BannerConfig
+    static const TableDeclaration& newDeclaration(); ///< CS_BannerConfigNew
 
     /**
      * Replaces the list of one table, CS_BannerConfigNew with isNew, and adds its banners to the
@@ -85,9 +87,6 @@ public:
     /** Puts smaller weights first, equal ones in their order; does nothing with isNew. */
     void sortListByWeight(bool isNew);
 
-    static TableDescription describeTable();
-    static TableDescription describeNewTable();
-
 Q_SIGNALS:
     /** The pictures are there, but for those that could not be fetched. */
     void sigDownloadImages();
@@ -103,6 +102,9 @@ protected:
     static QSharedPointer<ZBannerMgr> m_instance;
 
 private:
+    template <bool isNew>
+    static const TableDeclaration& declarationOf();
+    void notePage(const ZBannerInfo& info, const QJsonArray& cells);
     void addServerPages(const QByteArray& answer);
 
     QHash<int, ZBannerInfo> m_banners;

@@ -1,23 +1,7 @@
 #include "presentation/ZOtherBannerMgr.h"
 
-#include "datatable/TableColumns.h"
+#include "datatable/DeclaredTable.h"
 #include "presentation/EmbeddedPages.h"
-
-namespace {
-
-const TableColumns<ZOtherBannerInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<ZOtherBannerInfo> declared {
-        {Required, "id", Integer(), Z_FIELD(ZOtherBannerInfo, id)},
-        {Required, "targetObject", Text(), Z_FIELD(ZOtherBannerInfo, targetObject)},
-        {Required, "isCefOpen", Integer(), Z_FIELD(ZOtherBannerInfo, isCefOpen),
-         "from 1 on the trimmed targetObject joins the pages for the embedded browser"},
-    };
-    return declared;
-}
-
-} // namespace
 
 QSharedPointer<ZOtherBannerMgr> ZOtherBannerMgr::m_instance;
 
@@ -28,18 +12,26 @@ ZOtherBannerMgr* ZOtherBannerMgr::getInstance()
     return m_instance.data();
 }
 
+const TableDeclaration& ZOtherBannerMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZOtherBannerMgr, ZOtherBannerInfo> table {
+        {
+            {Required, Integer(), Z_FIELD(ZOtherBannerInfo, id)},
+            {Required, Text(), Z_FIELD(ZOtherBannerInfo, targetObject)},
+            {Required, Integer(), Z_FIELD(ZOtherBannerInfo, isCefOpen),
+             "from 1 on the trimmed targetObject joins the pages for the embedded browser"},
+        },
+        Emptied {&ZOtherBannerMgr::m_pages},
+        EachRow {&ZOtherBannerMgr::notePage},
+        Listed {&ZOtherBannerMgr::m_list, &ZOtherBannerInfo::id}};
+    return table;
+}
+
 bool ZOtherBannerMgr::loadOtherBannerListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZOtherBannerInfo& info) {
-        if (info.isCefOpen >= 1)
-            m_pages.insert(info.targetObject.trimmed());
-        m_list.append(info);
-    });
-    return true;
+    return declaration().load(path);
 }
 
 void ZOtherBannerMgr::clear()
@@ -64,8 +56,8 @@ QString ZOtherBannerMgr::otherBannerCefPage(const QString& url)
     return EmbeddedPages::pageFor(url, m_pages, pathPattern);
 }
 
-TableDescription ZOtherBannerMgr::describeTable()
+void ZOtherBannerMgr::notePage(const ZOtherBannerInfo& info, const QJsonArray&)
 {
-    return columns().describe(QStringLiteral("id"), QStringLiteral("the list holds both"),
-                              [] { return getInstance()->m_list; });
+    if (info.isCefOpen >= 1)
+        m_pages.insert(info.targetObject.trimmed());
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QObject>
 #include <QSet>
@@ -17,15 +17,15 @@ struct ZOtherBannerInfo
     int isCefOpen = 0;    ///< 1 or more: the address opens in the embedded browser
 };
 
-/** The secondary banners of table CS_VideoHobbyBanner, in table order. GUI thread only. */
+/** The secondary banners of table CS_VideoHobbyBanner, in table order. */
 class ZGLOBAL_EXPORT ZOtherBannerMgr : public QObject
 {
     Q_OBJECT
 
 public:
     static ZOtherBannerMgr* getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the banners; false, with them kept, when the table or a column is missing. */
     bool loadOtherBannerListTable(const QString& path);
     /** Empties everything, the pages for the embedded browser included. */
     void clear();
@@ -41,10 +41,10 @@ public:
     /** A page that makes otherBannerIsByCef() true for url; empty when there is none. */
     QString otherBannerCefPage(const QString& url);
 
-    static TableDescription describeTable();
-
 private:
     ZOtherBannerMgr() = default;
+
+    void notePage(const ZOtherBannerInfo& info, const QJsonArray& cells);
 
     static QSharedPointer<ZOtherBannerMgr> m_instance;
 

@@ -1,8 +1,9 @@
 #include "presentation/ZPCSkinMgr.h"
 
+#include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "datatable/ZDataTableMgr.h"
 #include "host/ZHttpComm.h"
 
@@ -12,22 +13,6 @@
 #include <QSaveFile>
 
 namespace {
-
-const TableColumns<ZPCSkinInfo>& columns()
-{
-    using Cells::Text;
-    static const TableColumns<ZPCSkinInfo> declared {
-        {Optional, "id", Text(), Z_FIELD(ZPCSkinInfo, id)},
-        {Optional, "version", Text(), Z_FIELD(ZPCSkinInfo, version)},
-        {Optional, "desc", Text(), Z_FIELD(ZPCSkinInfo, desc)},
-    };
-    return declared;
-}
-
-QString skinFolder()
-{
-    return QStringLiteral("res/skin/");
-}
 
 int tableVersion()
 {
@@ -51,9 +36,25 @@ ZPCSkinMgr& ZPCSkinMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZPCSkinMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZPCSkinMgr, ZPCSkinInfo> table {
+        {
+            {Optional, Text(), Z_FIELD(ZPCSkinInfo, id)},
+            {Optional, Text(), Z_FIELD(ZPCSkinInfo, version)},
+            {Optional, Text(), Z_FIELD(ZPCSkinInfo, desc)},
+        },
+        Listed {&ZPCSkinMgr::m_skins},
+        Duplicates {"all are kept, the last row is the current skin"},
+        Logs {"PCSkin加载完毕", QtInfoMsg}};
+    return table;
+}
+
 ZPCSkinMgr::ZPCSkinMgr()
 {
-    QDir().mkpath(skinFolder());
+    QDir().mkpath(CacheFolders::skins());
     m_timer.setSingleShot(true);
     m_timer.setInterval(1000);
     connect(&m_timer, &QTimer::timeout, this, &ZPCSkinMgr::downloadSkinImages);
@@ -61,13 +62,7 @@ ZPCSkinMgr::ZPCSkinMgr()
 
 bool ZPCSkinMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZPCSkinInfo& info) { m_skins.append(info); });
-    qInfo().noquote() << QStringLiteral("PCSkin加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZPCSkinMgr::clear()
@@ -87,19 +82,13 @@ QString ZPCSkinMgr::getSkinUrl(E_SkinLocate locate)
         return {};
     const ZPCSkinInfo& current = m_skins.last();
     return QStringLiteral("%1/app/images/pcskin/%2_%3_%4")
-        .arg(ResourceServer::images(), current.id, QString::number(locate), current.version);
+        .arg(ResourceServer::imageRes(), current.id, QString::number(locate), current.version);
 }
 
 QString ZPCSkinMgr::getSkinPath(E_SkinLocate locate)
 {
-    return QStringLiteral("%1/%2").arg(skinFolder(), CacheNames::ofAddress(getSkinUrl(locate)));
-}
-
-TableDescription ZPCSkinMgr::describeTable()
-{
-    return columns().describe(QString(),
-                              QStringLiteral("all are kept, the last row is the current skin"),
-                              [] { return getInstance().m_skins; });
+    return QStringLiteral("%1/%2").arg(CacheFolders::skins(),
+                                       CacheNames::ofAddress(getSkinUrl(locate)));
 }
 
 void ZPCSkinMgr::downloadSkinImages()

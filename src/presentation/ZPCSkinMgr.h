@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QObject>
 #include <QString>
@@ -18,7 +18,7 @@ struct ZPCSkinInfo
 
 /**
  * The client's skins of table PCSkin, of which the last is the current one, and the pictures of
- * that one, kept in "res/skin/" below the working directory. GUI thread only.
+ * that one, kept in "res/skin/" below the working directory.
  */
 class ZGLOBAL_EXPORT ZPCSkinMgr : public QObject
 {
@@ -33,6 +33,7 @@ public:
     Q_ENUM(E_SkinLocate)
 
     static ZPCSkinMgr& getInstance();
+    static const TableDeclaration& declaration();
 
     /** Replaces the skins; false, with them kept, when the table cannot be read. */
     bool loadListTable(const QString& path);
@@ -52,8 +53,6 @@ public:
      * slash after "res/skin/" is meant: caches written before are found by it.
      */
     QString getSkinPath(E_SkinLocate locate);
-
-    static TableDescription describeTable();
 
 Q_SIGNALS:
     /** The pictures have been fetched, or there is no skin to fetch any for. */

@@ -1,23 +1,6 @@
 #include "presentation/ZPublicConfigMgr.h"
 
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
-
-namespace {
-
-const TableColumns<ZPublicConfigInfo>& columns()
-{
-    using Cells::Text;
-    static const TableColumns<ZPublicConfigInfo> declared {
-        {Required, "id", Text(), Z_FIELD(ZPublicConfigInfo, id)},
-        {Required, "value", Text(), Z_FIELD(ZPublicConfigInfo, value)},
-        {Required, "desc", Text(), Z_FIELD(ZPublicConfigInfo, desc)},
-    };
-    return declared;
-}
-
-} // namespace
+#include "datatable/DeclaredTable.h"
 
 ZPublicConfigMgr& ZPublicConfigMgr::getInstance()
 {
@@ -25,15 +8,24 @@ ZPublicConfigMgr& ZPublicConfigMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZPublicConfigMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZPublicConfigMgr, ZPublicConfigInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZPublicConfigInfo, id)},
+            {Required, Text(), Z_FIELD(ZPublicConfigInfo, value)},
+            {Required, Text(), Z_FIELD(ZPublicConfigInfo, desc)},
+        },
+        KeyedBy {&ZPublicConfigInfo::id, &ZPublicConfigMgr::m_infos},
+        Logs {"PublicConfig加载完毕"}};
+    return table;
+}
+
 bool ZPublicConfigMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZPublicConfigInfo& info) { m_infos.insert(info.id, info); });
-    qDebug().noquote() << QStringLiteral("PublicConfig加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZPublicConfigMgr::clear()
@@ -49,10 +41,4 @@ const ZPublicConfigInfo ZPublicConfigMgr::getInfoByDefine(const EPublicConfitTyp
 ZPublicConfigInfo ZPublicConfigMgr::getInfoById(const QString& id)
 {
     return m_infos.value(id);
-}
-
-TableDescription ZPublicConfigMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance().m_infos; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -15,7 +15,7 @@ struct ZPublicConfigInfo
     QString desc;
 };
 
-/** The public settings of table PublicConfig, by id. GUI thread only. */
+/** The public settings of table PublicConfig, by id. */
 class ZGLOBAL_EXPORT ZPublicConfigMgr : public QObject
 {
     Q_OBJECT
@@ -38,8 +38,8 @@ public:
     };
 
     static ZPublicConfigMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the settings; false, with them kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -47,8 +47,6 @@ public:
     const ZPublicConfigInfo getInfoByDefine(const EPublicConfitType& type);
     /** Ids are compared as texts: "03" is not "3". */
     ZPublicConfigInfo getInfoById(const QString& id);
-
-    static TableDescription describeTable();
 
 private:
     ZPublicConfigMgr() = default;

@@ -1,25 +1,6 @@
 #include "presentation/ZSystemConfigMgr.h"
 
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
-
-namespace {
-
-const TableColumns<ZSystemConfigInfo>& columns()
-{
-    using Cells::Text;
-    static const TableColumns<ZSystemConfigInfo> declared {
-        {Required, "id", Text(), Z_FIELD(ZSystemConfigInfo, id)},
-        {Required, "configKey", Text(), Z_FIELD(ZSystemConfigInfo, configKey)},
-        {Required, "configValue", Text(), Z_FIELD(ZSystemConfigInfo, configValue)},
-        {Required, "desc", Text(), Z_FIELD(ZSystemConfigInfo, desc)},
-        {Required, "params", Text(), Z_FIELD(ZSystemConfigInfo, params)},
-    };
-    return declared;
-}
-
-} // namespace
+#include "datatable/DeclaredTable.h"
 
 ZSystemConfigMgr& ZSystemConfigMgr::getInstance()
 {
@@ -27,16 +8,27 @@ ZSystemConfigMgr& ZSystemConfigMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZSystemConfigMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZSystemConfigMgr, ZSystemConfigInfo> table {
+        {
+            {Required, Text(), Z_FIELD(ZSystemConfigInfo, id)},
+            {Required, Text(), Z_FIELD(ZSystemConfigInfo, configKey)},
+            {Required, Text(), Z_FIELD(ZSystemConfigInfo, configValue)},
+            {Required, Text(), Z_FIELD(ZSystemConfigInfo, desc)},
+            {Required, Text(), Z_FIELD(ZSystemConfigInfo, params)},
+        },
+        KeyedBy {&ZSystemConfigInfo::id, &ZSystemConfigMgr::m_infos},
+        Logs {"SystemConfig加载完毕", QtInfoMsg},
+        Afterwards {&ZSystemConfigMgr::sigChangeSystemConfigData}};
+    return table;
+}
+
 bool ZSystemConfigMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const ZSystemConfigInfo& info) { m_infos.insert(info.id, info); });
-    qInfo().noquote() << QStringLiteral("SystemConfig加载完毕");
-    Q_EMIT sigChangeSystemConfigData();
-    return true;
+    return declaration().load(path);
 }
 
 void ZSystemConfigMgr::clear()
@@ -57,10 +49,4 @@ ZSystemConfigInfo ZSystemConfigMgr::getInfoById(const QString& id)
 bool ZSystemConfigMgr::isConfigData(QString id)
 {
     return m_infos.contains(id);
-}
-
-TableDescription ZSystemConfigMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance().m_infos; });
 }

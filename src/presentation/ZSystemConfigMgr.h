@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -33,15 +33,15 @@ struct ZSystemConfigInfo
     QString params;
 };
 
-/** The service's switches and values of table SystemConfig, by id. GUI thread only. */
+/** The service's switches and values of table SystemConfig, by id. */
 class ZGLOBAL_EXPORT ZSystemConfigMgr : public QObject
 {
     Q_OBJECT
 
 public:
     static ZSystemConfigMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the values; false, with them kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -52,8 +52,6 @@ public:
 
     /** Whether the table has a row of this id. */
     bool isConfigData(QString id);
-
-    static TableDescription describeTable();
 
 Q_SIGNALS:
     /** The table has been loaded: values in use have to be read again. */

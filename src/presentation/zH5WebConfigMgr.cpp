@@ -1,29 +1,13 @@
 #include "presentation/zH5WebConfigMgr.h"
 
-#include "datatable/TableColumns.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ZDataTableMgr.h"
 #include "host/ZGlobalConfig.h"
 
-#include <QDebug>
 #include <QUrl>
 #include <QUrlQuery>
 
 namespace {
-
-const TableColumns<zH5WebConfigInfo>& columns()
-{
-    using Cells::Text;
-    static const TableColumns<zH5WebConfigInfo> declared {
-        {Required, "id", Text(), Z_FIELD(zH5WebConfigInfo, id)},
-        {Required, "key", Text(), Z_FIELD(zH5WebConfigInfo, key)},
-        {Required, "defaultPath", Text(), Z_FIELD(zH5WebConfigInfo, defaultPath)},
-        {Required, "desc", Text(), Z_FIELD(zH5WebConfigInfo, desc)},
-        {Optional, "pcURL", Text(), Z_FIELD(zH5WebConfigInfo, pcURL),
-         "defaultPath takes the place of an empty one"},
-        {Optional, "PC001", Text(), Z_FIELD(zH5WebConfigInfo, pc001)},
-    };
-    return declared;
-}
 
 QString versioned(const QString& address)
 {
@@ -40,6 +24,13 @@ QString onServer(const QString& serverKey, const QString& path)
     return ZGlobalConfig::getInstance().getConfig(serverKey) + path;
 }
 
+zH5WebConfigInfo withPath(zH5WebConfigInfo info)
+{
+    if (info.pcURL.isEmpty())
+        info.pcURL = info.defaultPath;
+    return info;
+}
+
 } // namespace
 
 zH5WebConfigMgr& zH5WebConfigMgr::getInstance()
@@ -48,20 +39,30 @@ zH5WebConfigMgr& zH5WebConfigMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& zH5WebConfigMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<zH5WebConfigMgr, zH5WebConfigInfo> table {
+        {
+            {Required, Text(), Z_FIELD(zH5WebConfigInfo, id)},
+            {Required, Text(), Z_FIELD(zH5WebConfigInfo, key)},
+            {Required, Text(), Z_FIELD(zH5WebConfigInfo, defaultPath)},
+            {Required, Text(), Z_FIELD(zH5WebConfigInfo, desc)},
+            {Optional, Text(), Z_FIELD(zH5WebConfigInfo, pcURL),
+             "defaultPath takes the place of an empty one"},
+            {Optional, "PC001", Text(), Z_FIELD(zH5WebConfigInfo, pc001)},
+        },
+        MadeBy {&withPath},
+        KeyedBy {&zH5WebConfigInfo::id, &zH5WebConfigMgr::m_infos},
+        Logs {"H5WebConfig加载完毕", QtInfoMsg},
+        Afterwards {&zH5WebConfigMgr::sigUpdate}};
+    return table;
+}
+
 bool zH5WebConfigMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clearInfo();
-    table->forEach([this](zH5WebConfigInfo info) {
-        if (info.pcURL.isEmpty())
-            info.pcURL = info.defaultPath;
-        m_infos.insert(info.id, info);
-    });
-    qInfo().noquote() << QStringLiteral("H5WebConfig加载完毕");
-    Q_EMIT sigUpdate();
-    return true;
+    return declaration().load(path);
 }
 
 QString zH5WebConfigMgr::getURLByDefine(E_H5WebConfigDefine define)
@@ -80,12 +81,6 @@ QString zH5WebConfigMgr::getAppURLByDefine(E_H5WebConfigDefine define, QString s
         return {};
     const bool isWhole = path.startsWith(QLatin1String("http"));
     return versioned(isWhole ? path : onServer(serverKey, path));
-}
-
-TableDescription zH5WebConfigMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance().m_infos; });
 }
 
 void zH5WebConfigMgr::clearInfo()

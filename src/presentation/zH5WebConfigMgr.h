@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QHash>
 #include <QObject>
@@ -37,7 +37,7 @@ struct zH5WebConfigInfo
  * The web pages of table H5WebConfig, by id.
  *
  * Every address carries the table's version as its last query item "version", so that a new table
- * refreshes the pages. GUI thread only.
+ * refreshes the pages.
  */
 class ZGLOBAL_EXPORT zH5WebConfigMgr : public QObject
 {
@@ -45,8 +45,8 @@ class ZGLOBAL_EXPORT zH5WebConfigMgr : public QObject
 
 public:
     static zH5WebConfigMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the pages; false, with them kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
 
     /**
@@ -60,8 +60,6 @@ public:
      * "http": a page of plain http stands for itself here and is completed above.
      */
     QString getAppURLByDefine(E_H5WebConfigDefine define, QString serverKey);
-
-    static TableDescription describeTable();
 
 Q_SIGNALS:
     /** The table has been loaded. */

@@ -1,33 +1,8 @@
 #include "privilege/ZFansConfigMgr.h"
 
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
+#include "datatable/DeclaredTable.h"
 
 #include <algorithm>
-
-namespace {
-
-const TableColumns<zFansInfo>& columns()
-{
-    static const TableColumns<zFansInfo> declared {
-        {Required, "id", Cells::Text(), Z_FIELD(zFansInfo, id)},
-        {Required, "name", Cells::Text(), Z_FIELD(zFansInfo, name)},
-        {Required, "diamond", Cells::Text(), Z_FIELD(zFansInfo, diamond)},
-        {Required, "addTime", Cells::Text(), Z_FIELD(zFansInfo, addTime)},
-        {Required, "rewardCarId", Cells::Text(), Z_FIELD(zFansInfo, rewardCarId)},
-        {Required, "rewardMedl", Cells::Text(), Z_FIELD(zFansInfo, rewardMedl)},
-        {Required, "brocastId", Cells::Text(), Z_FIELD(zFansInfo, brocastId)},
-        {Required, "sortValue", Cells::Text(), Z_FIELD(zFansInfo, sortValue)},
-        {Required, "guardVal", Cells::Text(), Z_FIELD(zFansInfo, guardVal)},
-        {Required, "category", Cells::Text(), Z_FIELD(zFansInfo, category)},
-        {Required, "categoryName", Cells::Text(), Z_FIELD(zFansInfo, categoryName)},
-        {Required, "cancelDiamond", Cells::Text(), Z_FIELD(zFansInfo, cancelDiamond)},
-    };
-    return declared;
-}
-
-} // namespace
 
 ZFansConfigMgr& ZFansConfigMgr::getInstance()
 {
@@ -35,15 +10,35 @@ ZFansConfigMgr& ZFansConfigMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& ZFansConfigMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZFansConfigMgr, zFansInfo> table {
+        {
+            {Required, Text(), Z_FIELD(zFansInfo, id)},
+            {Required, Text(), Z_FIELD(zFansInfo, name)},
+            {Required, Text(), Z_FIELD(zFansInfo, diamond)},
+            {Required, Text(), Z_FIELD(zFansInfo, addTime)},
+            {Required, Text(), Z_FIELD(zFansInfo, rewardCarId),
+             RefersTo {EDataTable::CS_CarList, "id"}},
+            {Required, Text(), Z_FIELD(zFansInfo, rewardMedl),
+             RefersTo {EDataTable::CS_MedalList, "medalId"}},
+            {Required, Text(), Z_FIELD(zFansInfo, brocastId)},
+            {Required, Text(), Z_FIELD(zFansInfo, sortValue)},
+            {Required, Text(), Z_FIELD(zFansInfo, guardVal)},
+            {Required, Text(), Z_FIELD(zFansInfo, category)},
+            {Required, Text(), Z_FIELD(zFansInfo, categoryName)},
+            {Required, Text(), Z_FIELD(zFansInfo, cancelDiamond)},
+        },
+        KeyedBy {&zFansInfo::id, &ZFansConfigMgr::m_infos},
+        Logs {"FansConfig加载完毕", QtInfoMsg}};
+    return table;
+}
+
 bool ZFansConfigMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const zFansInfo& info) { m_infos.insert(info.id, info); });
-    qInfo().noquote() << QStringLiteral("FansConfig加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void ZFansConfigMgr::clear()
@@ -90,10 +85,4 @@ bool ZFansConfigMgr::isHighestTierFans(const zFansInfo& info)
             highest = tier.diamond;
     }
     return !highest.isEmpty() && info.diamond == highest;
-}
-
-TableDescription ZFansConfigMgr::describeTable()
-{
-    return columns().describe(QStringLiteral("id"), laterRowWins(),
-                              [] { return getInstance().m_infos; });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QList>
 #include <QMap>
@@ -25,15 +25,15 @@ struct zFansInfo
     QString cancelDiamond;
 };
 
-/** The fans tiers of table FansConfigNew, by id. GUI thread only. */
+/** The fans tiers of table FansConfigNew, by id. */
 class ZGLOBAL_EXPORT ZFansConfigMgr : public QObject
 {
     Q_OBJECT
 
 public:
     static ZFansConfigMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the tiers; false, with the tiers kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -58,8 +58,6 @@ public:
      * category whose prices are all 0 or empty has no highest.
      */
     bool isHighestTierFans(const zFansInfo& info);
-
-    static TableDescription describeTable();
 
 Q_SIGNALS:
     /** Never emitted here; there for programs that connect to it. */

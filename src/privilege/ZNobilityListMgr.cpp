@@ -1,42 +1,10 @@
 #include "privilege/ZNobilityListMgr.h"
 
-#include "datatable/TableColumns.h"
-
-#include <QDebug>
+#include "datatable/DeclaredTable.h"
 
 #include <algorithm>
 
 namespace {
-
-const TableColumns<ZNobleConsumeInfo>& consumeColumns()
-{
-    using namespace Cells;
-    static const TableColumns<ZNobleConsumeInfo> declared {
-        {Required, "nobleId", TextAsInteger(), Z_FIELD(ZNobleConsumeInfo, nobleId)},
-        {Required, "nobleName", Text(), Z_FIELD(ZNobleConsumeInfo, nobleName)},
-        {Required, "blackBean", Text(), Z_FIELD(ZNobleConsumeInfo, blackBean)},
-        {Required, "returnDiamond", Text(), Z_FIELD(ZNobleConsumeInfo, returnDiamond)},
-        {Required, "upgradeReturnDiamond", TextList(),
-         Z_FIELD(ZNobleConsumeInfo, upgradeReturnDiamond)},
-        {Required, "renewBlackBean", Text(), Z_FIELD(ZNobleConsumeInfo, renewBlackBean)},
-        {Required, "renewReturnDiamond", Text(), Z_FIELD(ZNobleConsumeInfo, renewReturnDiamond)},
-        {Required, "time", TextAsInteger(), Z_FIELD(ZNobleConsumeInfo, time)},
-    };
-    return declared;
-}
-
-const TableColumns<stNobleConfig>& configColumns()
-{
-    using namespace Cells;
-    static const TableColumns<stNobleConfig> declared {
-        {Required, "nobleId", Text(), Z_FIELD(stNobleConfig, nobleId)},
-        {Required, "chatSkinList", Text(), Z_FIELD(stNobleConfig, chatSkinList)},
-        {Required, "headFrameId", Text(), Z_FIELD(stNobleConfig, headFrameId)},
-        {Required, "exclusiveCar", Text(), Z_FIELD(stNobleConfig, exclusiveCar)},
-        {Required, "customCar", TextAsFlag(), Z_FIELD(stNobleConfig, customCar)},
-    };
-    return declared;
-}
 
 bool ownsCar(const stNobleConfig& config, const QString& carId)
 {
@@ -58,31 +26,57 @@ ZNobilityListMgr* ZNobilityListMgr::getInstance()
     return m_instance.data();
 }
 
+const TableDeclaration& ZNobilityListMgr::configDeclaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZNobilityListMgr, stNobleConfig> table {
+        {
+            {Required, Text(), Z_FIELD(stNobleConfig, nobleId)},
+            {Required, Text(), Z_FIELD(stNobleConfig, chatSkinList)},
+            {Required, Text(), Z_FIELD(stNobleConfig, headFrameId),
+             RefersTo {EDataTable::CS_HeadframeList, "headFrameId"}},
+            {Required, Text(), Z_FIELD(stNobleConfig, exclusiveCar)},
+            {Required, TextAsFlag(), Z_FIELD(stNobleConfig, customCar)},
+        },
+        KeyedBy {&stNobleConfig::nobleId, &ZNobilityListMgr::m_configs},
+        Logs {"loadNobleConfigInfoListTable.json加载完毕"}};
+    return table;
+}
+
+const TableDeclaration& ZNobilityListMgr::consumeDeclaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<ZNobilityListMgr, ZNobleConsumeInfo> table {
+        {
+            {Required, TextAsInteger(), Z_FIELD(ZNobleConsumeInfo, nobleId)},
+            {Required, Text(), Z_FIELD(ZNobleConsumeInfo, nobleName)},
+            {Required, Text(), Z_FIELD(ZNobleConsumeInfo, blackBean)},
+            {Required, Text(), Z_FIELD(ZNobleConsumeInfo, returnDiamond)},
+            {Required, TextList(), Z_FIELD(ZNobleConsumeInfo, upgradeReturnDiamond)},
+            {Required, Text(), Z_FIELD(ZNobleConsumeInfo, renewBlackBean)},
+            {Required, Text(), Z_FIELD(ZNobleConsumeInfo, renewReturnDiamond)},
+            {Required, TextAsInteger(), Z_FIELD(ZNobleConsumeInfo, time)},
+        },
+        KeyedBy {&ZNobleConsumeInfo::nobleId, &ZNobilityListMgr::m_consumeInfos},
+        Emptied {&ZNobilityListMgr::m_nobleIds},
+        EachRow {[](ZNobilityListMgr& nobility, const ZNobleConsumeInfo& info, const QJsonArray&) {
+            nobility.m_nobleIds.append(info.nobleId);
+        }},
+        Duplicates {"the later row replaces the earlier, the list of ranks holds both"},
+        Logs {"loadNobleConsumeInfoListTable.json加载完毕"}};
+    return table;
+}
+
 bool ZNobilityListMgr::loadNobleConsumeInfoListTable(const QString& path)
 {
-    const auto table = consumeColumns().read(path);
-    if (!table)
-        return false;
-    m_consumeInfos.clear();
-    m_nobleIds.clear();
-    table->forEach([this](const ZNobleConsumeInfo& info) {
-        m_consumeInfos.insert(info.nobleId, info);
-        m_nobleIds.append(info.nobleId);
-    });
-    qDebug().noquote() << QStringLiteral("loadNobleConsumeInfoListTable.json加载完毕");
-    return true;
+    return consumeDeclaration().load(path);
 }
 
 bool ZNobilityListMgr::loadNobleConfigInfoListTable(const QString& path)
 {
-    const auto table = configColumns().read(path);
-    if (!table)
-        return false;
-    m_configs.clear();
-    table->forEach(
-        [this](const stNobleConfig& config) { m_configs.insert(config.nobleId, config); });
-    qDebug().noquote() << QStringLiteral("loadNobleConfigInfoListTable.json加载完毕");
-    return true;
+    return configDeclaration().load(path);
 }
 
 void ZNobilityListMgr::clear()
@@ -120,18 +114,4 @@ bool ZNobilityListMgr::isLogoHeadFrame(QString headFrameId)
     return std::any_of(m_configs.cbegin(), m_configs.cend(), [&](const stNobleConfig& config) {
         return config.headFrameId == headFrameId;
     });
-}
-
-TableDescription ZNobilityListMgr::describeConsumeTable()
-{
-    return consumeColumns().describe(
-        QStringLiteral("nobleId"),
-        QStringLiteral("the later row replaces the earlier, the list of ranks holds both"),
-        [] { return getInstance()->m_consumeInfos; });
-}
-
-TableDescription ZNobilityListMgr::describeConfigTable()
-{
-    return configColumns().describe(QStringLiteral("nobleId"), laterRowWins(),
-                                    [] { return getInstance()->m_configs; });
 }

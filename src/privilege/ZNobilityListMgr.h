@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QHash>
 #include <QMap>
@@ -38,7 +38,7 @@ struct stNobleConfig
  * The ranks of nobility: their prices from table NobleConsume, what they come with from
  * NobleConfig.
  *
- * Each table is loaded by itself and replaces only what came from it. GUI thread only.
+ * Each table is loaded by itself and replaces only what came from it.
  */
 class ZGLOBAL_EXPORT ZNobilityListMgr : public QObject
 {
@@ -46,6 +46,8 @@ class ZGLOBAL_EXPORT ZNobilityListMgr : public QObject
 
 public:
     static ZNobilityListMgr* getInstance();
+    static const TableDeclaration& consumeDeclaration();
+    static const TableDeclaration& configDeclaration();
 
     /** False, with the records kept, when the table or a column is missing. */
     bool loadNobleConsumeInfoListTable(const QString& path);
@@ -67,9 +69,6 @@ public:
     bool isExclusiveCar(QString carId);
     /** Whether the head frame is some rank's own; an empty id is none. */
     bool isLogoHeadFrame(QString headFrameId);
-
-    static TableDescription describeConsumeTable();
-    static TableDescription describeConfigTable();
 
 private:
     ZNobilityListMgr() = default;

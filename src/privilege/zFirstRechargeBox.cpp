@@ -1,28 +1,13 @@
 #include "privilege/zFirstRechargeBox.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "datatable/ZDataTableMgr.h"
-
-#include <QDebug>
 
 namespace {
 
-const TableColumns<zFirstRechargeBoxInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<zFirstRechargeBoxInfo> declared {
-        {Required, "id", Text(), Z_FIELD(zFirstRechargeBoxInfo, id)},
-        {Required, "name", Text(), Z_FIELD(zFirstRechargeBoxInfo, name)},
-        {Required, "amount", Number(), Z_FIELD(zFirstRechargeBoxInfo, amount)},
-        {Optional, "rewards", TextList(), Z_FIELD(zFirstRechargeBoxInfo, rewards)},
-        {Optional, "picture", Text(), Z_FIELD(zFirstRechargeBoxInfo, picture)},
-        {Optional, "startTime", Date(), Z_FIELD(zFirstRechargeBoxInfo, startTime)},
-        {Optional, "endTime", Date(), Z_FIELD(zFirstRechargeBoxInfo, endTime)},
-    };
-    return declared;
-}
+constexpr char pictureFolder[] = "/app/logo/firstrecharge/";
 
 } // namespace
 
@@ -32,18 +17,30 @@ zFirstRechargeBox& zFirstRechargeBox::getInstance()
     return instance;
 }
 
+const TableDeclaration& zFirstRechargeBox::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<zFirstRechargeBox, zFirstRechargeBoxInfo> table {
+        {
+            {Required, Text(), Z_FIELD(zFirstRechargeBoxInfo, id)},
+            {Required, Text(), Z_FIELD(zFirstRechargeBoxInfo, name)},
+            {Required, Number(), Z_FIELD(zFirstRechargeBoxInfo, amount)},
+            {Optional, TextList(), Z_FIELD(zFirstRechargeBoxInfo, rewards)},
+            {Optional, Text(), Z_FIELD(zFirstRechargeBoxInfo, picture),
+             FileOn {"ImageResServer", pictureFolder}},
+            {Optional, Date(), Z_FIELD(zFirstRechargeBoxInfo, startTime)},
+            {Optional, Date(), Z_FIELD(zFirstRechargeBoxInfo, endTime)},
+        },
+        KeyedBy {&zFirstRechargeBoxInfo::id, &zFirstRechargeBox::m_infos},
+        Listed {&zFirstRechargeBox::m_list},
+        Logs {"FirstRechargeBoxTask加载完毕"}};
+    return table;
+}
+
 bool zFirstRechargeBox::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const zFirstRechargeBoxInfo& info) {
-        m_infos.insert(info.id, info);
-        m_list.append(info);
-    });
-    qDebug().noquote() << QStringLiteral("FirstRechargeBoxTask加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void zFirstRechargeBox::clear()
@@ -69,18 +66,10 @@ QString zFirstRechargeBox::getPictureUrlById(const QString& id)
         return {};
     const int version =
         ZDataTableMgr::getInstance()->getTableVersion(EDataTable::FirstRechargeBoxTask);
-    return QStringLiteral("%1/app/logo/firstrecharge/%2?%3")
-        .arg(ResourceServer::images(), picture, QString::number(version));
+    return ResourceServer::versionedImage(pictureFolder, picture, version);
 }
 
 QString zFirstRechargeBox::getPicturePathById(const QString& id)
 {
     return CacheNames::imagePath(getPictureUrlById(id));
-}
-
-TableDescription zFirstRechargeBox::describeTable()
-{
-    return columns().describe(QStringLiteral("id"),
-                              QStringLiteral("the map holds the later row, the list both"),
-                              [] { return getInstance().m_list; });
 }

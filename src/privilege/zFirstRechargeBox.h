@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -26,7 +26,7 @@ struct zFirstRechargeBoxInfo
  *
  * A table needs id, name and amount; the rest may be missing and keeps its default. The picture
  * lies on "ImageResServer" as "/app/logo/firstrecharge/", the record's picture, "?" and the table's
- * version. GUI thread only.
+ * version.
  */
 class ZGLOBAL_EXPORT zFirstRechargeBox : public QObject
 {
@@ -34,8 +34,8 @@ class ZGLOBAL_EXPORT zFirstRechargeBox : public QObject
 
 public:
     static zFirstRechargeBox& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the boxes; false, with them kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -52,8 +52,6 @@ public:
     QString getPictureUrlById(const QString& id);
     /** The picture's file in "res/images/", named after its address. */
     QString getPicturePathById(const QString& id);
-
-    static TableDescription describeTable();
 
 private:
     zFirstRechargeBox() = default;

@@ -1,30 +1,15 @@
 #include "privilege/zNoblePrivilegeMgr.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
-#include "datatable/TableColumns.h"
 #include "datatable/ZDataTableMgr.h"
-
-#include <QDebug>
 
 #include <algorithm>
 
 namespace {
 
-const TableColumns<zNoblePrivilegeInfo>& columns()
-{
-    using namespace Cells;
-    static const TableColumns<zNoblePrivilegeInfo> declared {
-        {Required, "id", Text(), Z_FIELD(zNoblePrivilegeInfo, id)},
-        {Required, "nobleId", Text(), Z_FIELD(zNoblePrivilegeInfo, nobleId)},
-        {Required, "name", Text(), Z_FIELD(zNoblePrivilegeInfo, name)},
-        {Optional, "description", Text(), Z_FIELD(zNoblePrivilegeInfo, description)},
-        {Optional, "icon", Text(), Z_FIELD(zNoblePrivilegeInfo, icon)},
-        {Optional, "sortValue", Integer(), Z_FIELD(zNoblePrivilegeInfo, sortValue)},
-        {Optional, "isOpen", Flag(), Z_FIELD(zNoblePrivilegeInfo, isOpen)},
-    };
-    return declared;
-}
+constexpr char iconFolder[] = "/app/logo/nobleprivilege/";
 
 } // namespace
 
@@ -34,22 +19,32 @@ zNoblePrivilegeMgr& zNoblePrivilegeMgr::getInstance()
     return instance;
 }
 
+const TableDeclaration& zNoblePrivilegeMgr::declaration()
+{
+    using namespace Cells;
+    using namespace TableParts;
+    static const DeclaredTable<zNoblePrivilegeMgr, zNoblePrivilegeInfo> table {
+        {
+            {Required, Text(), Z_FIELD(zNoblePrivilegeInfo, id)},
+            {Required, Text(), Z_FIELD(zNoblePrivilegeInfo, nobleId),
+             RefersTo {EDataTable::NobleConsume, "nobleId"}},
+            {Required, Text(), Z_FIELD(zNoblePrivilegeInfo, name)},
+            {Optional, Text(), Z_FIELD(zNoblePrivilegeInfo, description)},
+            {Optional, Text(), Z_FIELD(zNoblePrivilegeInfo, icon),
+             FileOn {"ImageResServer", iconFolder}},
+            {Optional, Integer(), Z_FIELD(zNoblePrivilegeInfo, sortValue)},
+            {Optional, Flag(), Z_FIELD(zNoblePrivilegeInfo, isOpen)},
+        },
+        KeyedBy {&zNoblePrivilegeInfo::id, &zNoblePrivilegeMgr::m_infos},
+        Listed {&zNoblePrivilegeMgr::m_list},
+        Afterwards {&zNoblePrivilegeMgr::sortList},
+        Logs {"NoblePrivilegeConfig加载完毕"}};
+    return table;
+}
+
 bool zNoblePrivilegeMgr::loadListTable(const QString& path)
 {
-    const auto table = columns().read(path);
-    if (!table)
-        return false;
-    clear();
-    table->forEach([this](const zNoblePrivilegeInfo& info) {
-        m_infos.insert(info.id, info);
-        m_list.append(info);
-    });
-    std::stable_sort(m_list.begin(), m_list.end(),
-                     [](const zNoblePrivilegeInfo& left, const zNoblePrivilegeInfo& right) {
-                         return left.sortValue < right.sortValue;
-                     });
-    qDebug().noquote() << QStringLiteral("NoblePrivilegeConfig加载完毕");
-    return true;
+    return declaration().load(path);
 }
 
 void zNoblePrivilegeMgr::clear()
@@ -75,8 +70,7 @@ QString zNoblePrivilegeMgr::getIconUrlById(const QString& id)
         return {};
     const int version =
         ZDataTableMgr::getInstance()->getTableVersion(EDataTable::NoblePrivilegeConfig);
-    return QStringLiteral("%1/app/logo/nobleprivilege/%2?%3")
-        .arg(ResourceServer::images(), icon, QString::number(version));
+    return ResourceServer::versionedImage(iconFolder, icon, version);
 }
 
 QString zNoblePrivilegeMgr::getIconPathById(const QString& id)
@@ -84,9 +78,10 @@ QString zNoblePrivilegeMgr::getIconPathById(const QString& id)
     return CacheNames::imagePath(getIconUrlById(id));
 }
 
-TableDescription zNoblePrivilegeMgr::describeTable()
+void zNoblePrivilegeMgr::sortList()
 {
-    return columns().describe(QStringLiteral("id"),
-                              QStringLiteral("the map holds the later row, the list both"),
-                              [] { return getInstance().m_list; });
+    std::stable_sort(m_list.begin(), m_list.end(),
+                     [](const zNoblePrivilegeInfo& left, const zNoblePrivilegeInfo& right) {
+                         return left.sortValue < right.sortValue;
+                     });
 }

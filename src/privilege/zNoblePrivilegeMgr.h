@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
-#include "datatable/TableDescription.h"
+#include "datatable/TableSchema.h"
 
 #include <QMap>
 #include <QObject>
@@ -25,7 +25,7 @@ struct zNoblePrivilegeInfo
  *
  * A table needs id, nobleId and name; the rest may be missing and keeps its default. The picture
  * lies on "ImageResServer" as "/app/logo/nobleprivilege/", the record's icon, "?" and the table's
- * version. GUI thread only.
+ * version.
  */
 class ZGLOBAL_EXPORT zNoblePrivilegeMgr : public QObject
 {
@@ -33,8 +33,8 @@ class ZGLOBAL_EXPORT zNoblePrivilegeMgr : public QObject
 
 public:
     static zNoblePrivilegeMgr& getInstance();
+    static const TableDeclaration& declaration();
 
-    /** Replaces the privileges; false, with them kept, when the table or a column is missing. */
     bool loadListTable(const QString& path);
     void clear();
 
@@ -52,10 +52,10 @@ public:
     /** The picture's file in "res/images/", named after its address. */
     QString getIconPathById(const QString& id);
 
-    static TableDescription describeTable();
-
 private:
     zNoblePrivilegeMgr() = default;
+
+    void sortList();
 
     QMap<QString, zNoblePrivilegeInfo> m_infos;
     QVector<zNoblePrivilegeInfo> m_list;

@@ -66,8 +66,8 @@ void Steps::headFrames(Demo& demo)
                                                            frames->getInfoById(id).name));
     TextTable table({u"at"_s, u"since"_s, u"picture"_s, u"animation"_s});
     const auto add = [&](const QString& when, const QTime& at) {
-        table.add({when, frames->getCurrentPeriodStartTime(id, at).toString(u"HH:mm"_s),
-                   frames->getEffectiveIconById(id, at), frames->getEffectiveFlashById(id, at)});
+        table.add({when, frames->getPeriodStartTimeAt(id, at).toString(u"HH:mm"_s),
+                   frames->getEffectiveIconAt(id, at), frames->getEffectiveFlashAt(id, at)});
     };
     const QTime night(2, 30);
     const QTime noon(12, 0);
@@ -76,11 +76,11 @@ void Steps::headFrames(Demo& demo)
     add(u"12:00"_s, noon);
     add(u"now"_s, now);
     demo.show(table);
-    demo.expect(frames->getEffectiveIconById(id, night) == u"night.png"_s
-                    && frames->getCurrentPeriodStartTime(id, night) == QTime(22, 0),
+    demo.expect(frames->getEffectiveIconAt(id, night) == u"night.png"_s
+                    && frames->getPeriodStartTimeAt(id, night) == QTime(22, 0),
                 u"the night began the evening before"_s);
-    demo.expect(frames->getEffectiveIconById(id, noon) == u"day.png"_s, u"at noon it is day"_s);
-    demo.expect(frames->getCurrentPeriodStartTime(id, now).isValid(), u"one is in force now"_s);
+    demo.expect(frames->getEffectiveIconAt(id, noon) == u"day.png"_s, u"at noon it is day"_s);
+    demo.expect(frames->getPeriodStartTimeAt(id, now).isValid(), u"one is in force now"_s);
 }
 
 void Steps::medal(Demo& demo)

@@ -103,11 +103,11 @@ void Steps::loadTables(Demo& demo)
         if (!file.report.loadedAtStart)
             continue;
         ++expected;
-        if (file.report.state != TableReport::Loaded)
+        if (file.report.state != TableStatus::Loaded)
             demo.say(u"not loaded: "_s + file.report.table);
         else
             ++tables;
-        records += file.report.description.recordCount();
+        records += file.report.declaration->recordCount();
     }
     demo.say(u"loadAllTables() handed %1 tables to their managers, which hold %2 records."_s.arg(
         QString::number(expected), QString::number(records)));

@@ -1,4 +1,4 @@
-#include "host/TableFile.h"
+#include "host/TableFormat.h"
 
 #include "host/HostLimits.h"
 
@@ -9,7 +9,7 @@ namespace {
 
 QString parseColumns(const QJsonValue& columns, QHash<QString, int>& header)
 {
-    if (!columns.isArray() || columns.toArray().isEmpty())
+    if (!columns.isArray())
         return QStringLiteral("\"columns\" is not a list of column names");
     const QJsonArray names = columns.toArray();
     for (int index = 0; index < names.size(); ++index) {
@@ -25,7 +25,7 @@ QString parseColumns(const QJsonValue& columns, QHash<QString, int>& header)
 
 } // namespace
 
-QString TableFile::parse(const QByteArray& bytes, QHash<QString, int>& header, QJsonArray& rows)
+QString TableFormat::parse(const QByteArray& bytes, QHash<QString, int>& header, QJsonArray& rows)
 {
     if (bytes.size() > HostLimits::maxTableBytes)
         return QStringLiteral("larger than %1 bytes").arg(HostLimits::maxTableBytes);

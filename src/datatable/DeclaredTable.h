@@ -1,0 +1,276 @@
+#pragma once
+
+#include "datatable/TableColumns.h"
+#include "datatable/TableParts.h"
+#include "datatable/TableRows.h"
+#include "datatable/TableSchema.h"
+
+#include <QDebug>
+#include <QString>
+#include <QVector>
+
+#include <algorithm>
+#include <functional>
+
+/** A manager as an object, whichever form its getInstance() has. */
+template <class Manager>
+Manager& managerAt(Manager* manager)
+{
+    return *manager;
+}
+template <class Manager>
+Manager& managerAt(Manager& manager)
+{
+    return manager;
+}
+
+/**
+ * A table as data: its columns, then TableParts in any order: where the rows go, what is left out,
+ * what is said and done after a load. Loading, the printing of records and the column reference all
+ * run off the one declaration, which a manager makes in a static member function of its own, where
+ * its containers can be named.
+ */
+template <class Manager, class Record, class Row = Record>
+class DeclaredTable final : public TableDeclaration
+{
+public:
+    template <class... Parts>
+    explicit DeclaredTable(TableColumns<Row, Record> columns, const Parts&... parts)
+        : m_columns(std::move(columns))
+    {
+        m_schema.columns = m_columns.schemas();
+        (add(parts), ...);
+        m_schema.duplicates = duplicates();
+    }
+
+    bool load(const QString& path) const override
+    {
+        Manager& manager = managerAt(Manager::getInstance());
+        run(m_beforehand, manager);
+        TableRows rows;
+        if (!rows.read(path))
+            return false;
+        if (m_onceRead)
+            m_onceRead(manager, rows);
+        const auto table = m_columns.bind(rows);
+        if (!table)
+            return false;
+        run(m_empty, manager);
+        const Conditions leftOut = conditionsFor(rows);
+        table->forEach([&](const Row& row, const QJsonArray& cells) {
+            if (m_eachRow)
+                m_eachRow(manager, row, cells);
+            if (!anyHolds(leftOut, row))
+                take(manager, row);
+        });
+        run(m_afterwards, manager);
+        return true;
+    }
+
+    int recordCount() const override
+    {
+        int count = 0;
+        m_forEach(managerAt(Manager::getInstance()), [&count](const Record&) { ++count; });
+        return count;
+    }
+
+    QJsonArray records() const override
+    {
+        QJsonArray records;
+        m_forEach(managerAt(Manager::getInstance()),
+                  [&](const Record& record) { records.append(m_columns.shown(record)); });
+        return records;
+    }
+
+private:
+    using Steps = QVector<std::function<void(Manager&)>>;
+    using Use = std::function<void(const Record&)>;
+    using Conditions = QVector<std::function<bool(const Row&)>>;
+
+    struct LeavingOut
+    {
+        QString column;
+        bool evenWithoutColumn;
+        std::function<bool(const Row&)> condition;
+    };
+
+    static void run(const Steps& steps, Manager& manager)
+    {
+        for (const auto& step : steps)
+            step(manager);
+    }
+
+    Conditions conditionsFor(const TableRows& rows) const
+    {
+        Conditions conditions;
+        for (const auto& rule : m_leftOut) {
+            if (rule.evenWithoutColumn || rows.header.contains(rule.column))
+                conditions.append(rule.condition);
+        }
+        return conditions;
+    }
+
+    static bool anyHolds(const Conditions& conditions, const Row& row)
+    {
+        return std::any_of(conditions.begin(), conditions.end(),
+                           [&row](const auto& condition) { return condition(row); });
+    }
+
+    void take(Manager& manager, const Row& row) const
+    {
+        if (m_make)
+            keep(manager, m_make(row));
+        else
+            keep(manager, row);
+    }
+
+    void keep(Manager& manager, const Record& record) const
+    {
+        for (const auto& store : m_stores)
+            store(manager, record);
+    }
+
+    template <class Field, class Container>
+    void add(const TableParts::KeyedBy<Field, Container>& part)
+    {
+        add(TableParts::JoinedBy {part.field, part.container});
+        add(TableParts::Emptied {part.container});
+    }
+
+    template <class Field, class Container>
+    void add(const TableParts::JoinedBy<Field, Container>& part)
+    {
+        m_stores.append([part](Manager& manager, const Record& record) {
+            (manager.*part.container).insert(record.*part.field, record);
+        });
+        nameBy(part.field);
+        m_inMap = true;
+        if (!m_inList)
+            showFrom(part.container);
+    }
+
+    template <class Container, class Field>
+    void add(const TableParts::Listed<Container, Field>& part)
+    {
+        m_stores.append([part](Manager& manager, const Record& record) {
+            (manager.*part.container).append(record);
+        });
+        add(TableParts::Emptied {part.container});
+        if constexpr (!std::is_null_pointer_v<Field>)
+            nameBy(part.field);
+        m_inList = true;
+        showFrom(part.container);
+    }
+
+    template <class Field, class Container>
+    void add(const TableParts::GroupedBy<Field, Container>& part)
+    {
+        m_stores.append([part](Manager& manager, const Record& record) {
+            (manager.*part.container)[record.*part.field].append(record);
+        });
+        add(TableParts::Emptied {part.container});
+        m_inGroups = true;
+        m_forEach = [part](const Manager& manager, const Use& use) {
+            for (const auto& group : manager.*part.container) {
+                for (const Record& record : group)
+                    use(record);
+            }
+        };
+    }
+
+    template <class Field, class Condition>
+    void add(const TableParts::LeftOut<Field, Condition>& part)
+    {
+        ColumnSchema& column = m_schema.columns[m_columns.indexOf(part.field)];
+        column.remark = QString::fromUtf8(part.remark);
+        m_leftOut.append({column.name, part.evenWithoutColumn, part.condition});
+    }
+
+    template <class Call>
+    void add(const TableParts::MadeBy<Call>& part)
+    {
+        m_make = part.call;
+    }
+
+    template <class Call>
+    void add(const TableParts::EachRow<Call>& part)
+    {
+        m_eachRow = part.call;
+    }
+
+    template <class Container>
+    void add(const TableParts::Emptied<Container>& part)
+    {
+        m_empty.append([part](Manager& manager) { manager.*part.container = {}; });
+    }
+
+    template <class Call>
+    void add(const TableParts::Beforehand<Call>& part)
+    {
+        m_beforehand.append(part.call);
+    }
+
+    template <class Call>
+    void add(const TableParts::OnceRead<Call>& part)
+    {
+        m_onceRead = part.call;
+    }
+
+    template <class Call>
+    void add(const TableParts::Afterwards<Call>& part)
+    {
+        m_afterwards.append(part.call);
+    }
+
+    void add(const TableParts::Logs& part)
+    {
+        m_afterwards.append([part](Manager&) {
+            (part.channel == QtDebugMsg ? qDebug() : qInfo()).noquote()
+                << QString::fromUtf8(part.line);
+        });
+    }
+
+    void add(const TableParts::Duplicates& part) { m_words = QString::fromUtf8(part.words); }
+
+    template <class Field>
+    void nameBy(Field field)
+    {
+        m_schema.key = m_schema.columns.at(m_columns.indexOf(field)).name;
+    }
+
+    template <class Container>
+    void showFrom(Container container)
+    {
+        m_forEach = [container](const Manager& manager, const Use& use) {
+            for (const Record& record : manager.*container)
+                use(record);
+        };
+    }
+
+    QString duplicates() const
+    {
+        if (!m_words.isEmpty())
+            return m_words;
+        if (m_inGroups)
+            return QStringLiteral("all are kept, in table order within their group");
+        if (!m_inMap)
+            return QStringLiteral("all are kept, in table order");
+        return m_inList ? QStringLiteral("the map holds the later row, the list both")
+                        : QStringLiteral("the later row replaces the earlier");
+    }
+
+    TableColumns<Row, Record> m_columns;
+    Steps m_beforehand;
+    std::function<void(Manager&, const TableRows&)> m_onceRead;
+    Steps m_empty;
+    std::function<void(Manager&, const Row&, const QJsonArray&)> m_eachRow;
+    QVector<LeavingOut> m_leftOut;
+    std::function<Record(const Row&)> m_make;
+    QVector<std::function<void(Manager&, const Record&)>> m_stores;
+    Steps m_afterwards;
+    std::function<void(const Manager&, const Use&)> m_forEach;
+    bool m_inMap = false;
+    bool m_inList = false;
+    bool m_inGroups = false;
+    QString m_words;
+};

@@ -1,0 +1,3 @@
+#include "datatable/TableSchema.h"
+
+TableDeclaration::~TableDeclaration() = default;

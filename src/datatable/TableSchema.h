@@ -1,0 +1,71 @@
+#pragma once
+
+#include "ZGlobalExport.h"
+
+#include <QJsonArray>
+#include <QJsonValue>
+#include <QString>
+#include <QVector>
+
+/** One column that a manager wants of its table, in words. */
+struct ColumnSchema
+{
+    QString name;
+    bool required = false; ///< a table without the column is refused
+    QString conversion;    ///< how the cell is read; empty when it never is
+    QString otherwise;     ///< what a cell of another type, or one beyond the row's end, becomes
+    QString field;         ///< the record's field that it fills; empty when none
+    QString remark;        ///< what the manager makes of it beyond filling the field
+
+    QString referredTable;  ///< the table whose record the cell names; empty when none
+    QString referredColumn; ///< that table's column with the same value
+    QString server;         ///< the configuration key of the server that holds the file which the
+                            ///< cell names; empty when it names none
+    QString address;        ///< what stands between the server and the cell
+
+    /** Whether a cell is of the kind that the conversion is meant for; null for one never read. */
+    bool (*fits)(const QJsonValue& cell) = nullptr;
+};
+
+/** What a manager makes of its table's columns and rows, in words. */
+struct TableSchema
+{
+    QVector<ColumnSchema> columns;
+    QString key;        ///< the column that names a record; empty when none does
+    QString duplicates; ///< what happens to two rows of one key
+};
+
+/**
+ * A table as its manager declares it: the columns in words, the loading, the records held.
+ *
+ * What holds for every manager and every loading operation unless its own words say otherwise:
+ *
+ * - A load is false, with records, signals and log as if it had not been tried, when the file is no
+ *   table or lacks a required column. Otherwise it replaces what the manager holds of the table.
+ * - Elements of the table that are null are passed over; one that is no row reads as an empty row.
+ * - A lookup of an unknown id gives an empty text or a default record, and a lookup never fails.
+ * - References to containers are to the live ones: not to be held across a load.
+ * - GUI thread only.
+ */
+class ZGLOBAL_EXPORT TableDeclaration
+{
+public:
+    virtual ~TableDeclaration();
+
+    const TableSchema& schema() const { return m_schema; }
+
+    /** The manager's own loading operation. */
+    virtual bool load(const QString& path) const = 0;
+
+    /** The records that the manager holds of this table at the moment. */
+    virtual int recordCount() const = 0;
+
+    /** The same records as objects whose members are the columns, or as texts. */
+    virtual QJsonArray records() const = 0;
+
+protected:
+    TableDeclaration() = default;
+    Q_DISABLE_COPY(TableDeclaration)
+
+    TableSchema m_schema;
+};

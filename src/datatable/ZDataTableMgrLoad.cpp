@@ -1,0 +1,121 @@
+#include "datatable/CacheFolders.h"
+#include "datatable/TableCatalogue.h"
+#include "datatable/TableList.h"
+#include "datatable/ZDataTableMgr.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+/** The entry of a table, or null when none is read. */
+const TableEntry* entryOf(const QString& table)
+{
+    const auto& list = tableList();
+    const auto found = std::find_if(list.begin(), list.end(), [&table](const TableEntry& entry) {
+        return QLatin1String(entry.reader.table) == table;
+    });
+    return found == list.end() ? nullptr : &*found;
+}
+
+void describe(const TableEntry& entry, TableStatus& status)
+{
+    status.table = QString::fromUtf8(entry.reader.table);
+    status.manager = QString::fromUtf8(entry.reader.manager);
+    status.loader = QString::fromUtf8(entry.reader.loader);
+    status.loadedAtStart = entry.title != nullptr;
+    status.declaration = &entry.reader.declaration();
+}
+
+TableStatus::State stateOf(const QMap<QString, bool>& results, const QString& table)
+{
+    const auto result = results.constFind(table);
+    if (result == results.constEnd())
+        return TableStatus::NotLoaded;
+    return *result ? TableStatus::Loaded : TableStatus::Failed;
+}
+
+} // namespace
+
+bool ZDataTableMgr::loadAllTables()
+{
+    for (const TableEntry& entry : tableList()) {
+        if (entry.title == nullptr)
+            continue;
+        if (entry.before != nullptr)
+            entry.before();
+        const auto type = static_cast<EDataTable::EDataTableType>(entry.reader.kind);
+        if (!load(entry, getTablePath(type)) && entry.essential)
+            return false;
+        if (entry.afterwards != nullptr)
+            entry.afterwards();
+    }
+    return true;
+}
+
+bool ZDataTableMgr::loadTable(EDataTable::EDataTableType type)
+{
+    const TableEntry* entry = entryOf(TableCatalogue::name(type));
+    return entry != nullptr && load(*entry, getTablePath(type));
+}
+
+bool ZDataTableMgr::loadUnversionedTable(const QString& table, const QString& path)
+{
+    const TableEntry* entry = entryOf(table);
+    return entry != nullptr && entry->reader.kind < 0 && load(*entry, path);
+}
+
+bool ZDataTableMgr::load(const TableEntry& entry, const QString& path)
+{
+    const bool loaded = entry.reader.load(path);
+    m_loadResults.insert(QString::fromUtf8(entry.reader.table), loaded);
+    if (!loaded && entry.essential)
+        QFile::remove(path);
+    if (entry.title != nullptr) {
+        const QString outcome = loaded ? QStringLiteral("加载成功") : QStringLiteral("加载失败");
+        qDebug().noquote() << QString::fromUtf8(entry.title) + outcome
+                           << QFileInfo(path).fileName();
+    }
+    return loaded;
+}
+
+void ZDataTableMgr::loadGiftTable()
+{
+    updateGiftDataTable().then([this] { loadTable(EDataTable::CS_GiftList); }).fail([] {
+    }); // the update has logged why
+}
+
+QVector<TableStatus> ZDataTableMgr::getTableStatuses() const
+{
+    QVector<TableStatus> statuses;
+    for (const EDataTable::EDataTableType type : TableCatalogue::types())
+        statuses.append(getTableStatus(type));
+    for (const TableEntry& entry : tableList()) {
+        if (entry.reader.kind >= 0)
+            continue;
+        TableStatus status;
+        describe(entry, status);
+        status.state = stateOf(m_loadResults, status.table);
+        statuses.append(status);
+    }
+    return statuses;
+}
+
+TableStatus ZDataTableMgr::getTableStatus(EDataTable::EDataTableType type) const
+{
+    TableStatus status;
+    status.kind = type;
+    status.table = TableCatalogue::name(type);
+    if (status.table.isEmpty())
+        return status;
+    status.version = getTableVersion(type);
+    status.path = CacheFolders::tables() + fileNameOf(urlOf(type, status.version));
+    status.size = QFileInfo(status.path).size();
+    if (const TableEntry* entry = entryOf(status.table))
+        describe(*entry, status);
+    status.state = stateOf(m_loadResults, status.table);
+    return status;
+}
