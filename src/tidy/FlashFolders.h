@@ -13,13 +13,10 @@ namespace FlashFolders {
  * entry is that one now. Of two versions the lower goes, unless recent; of two that are equal as
  * numbers both stay.
  */
-bool keepHighest(const TidyPass& pass, const TidyEntry& entry,
-                 const CacheNames::VersionedName& flash, QMap<QString, QString>& seen,
-                 TidyCounts& counts);
+bool keepHighest(TidyPass& pass, const TidyEntry& entry, const CacheNames::VersionedName& flash,
+                 QMap<QString, QString>& seen);
 
 /** Removes the old files of the folder "tmp" in this one; a file of unknown age stays. */
 void sweepTemporary(const QString& title, const QString& folder);
-
-void logEnd(const TidyPass& pass, const TidyCounts& counts);
 
 } // namespace FlashFolders

@@ -57,6 +57,18 @@ TidyPass::TidyPass(const QString& title, const QString& folder, Kind kind)
 {
 }
 
+void TidyPass::run(std::initializer_list<Count> shown,
+                   const std::function<void(const TidyEntry&)>& visit,
+                   const std::function<void()>& beforehand)
+{
+    if (!begin())
+        return;
+    if (beforehand)
+        beforehand();
+    if (walk(visit))
+        logEnd(shown);
+}
+
 bool TidyPass::begin() const
 {
     if (isEnding())
@@ -101,14 +113,13 @@ TidyEntry TidyPass::entry(const QString& path, const QString& name) const
     return {path, name, ageOf(inside.lastModified())};
 }
 
-void TidyPass::discard(const TidyEntry& entry, const QString& action, const QString& shown,
-                       TidyCounts& counts) const
+void TidyPass::discard(const TidyEntry& entry, const QString& action, const QString& shown)
 {
     if (entry.age == TidyAge::Recent) {
-        ++counts.delayed;
+        ++m_counts.delayed;
         return;
     }
-    ++counts.removed;
+    ++m_counts.removed;
     const bool removed = m_kind == Files ? QFile::remove(entry.path) : removeFolder(entry.path);
     if (removed || !isEnding()) // a removal that was cut short has not failed
         logRemoval(action, shown, removed);
@@ -121,6 +132,28 @@ void TidyPass::removeArchiveIfOld(const TidyEntry& entry) const
     const QString archive = QStringLiteral("%1/%2").arg(entry.path, entry.name);
     if (QFile::exists(archive) && !QFile::remove(archive))
         logRemoval(QStringLiteral("zip remove"), archive, false);
+}
+
+void TidyPass::logEnd(std::initializer_list<Count> shown) const
+{
+    QStringList counts;
+    for (const Count count : shown) {
+        switch (count) {
+        case Used:
+            counts.append(QStringLiteral("use=%1").arg(m_counts.use));
+            break;
+        case Removed:
+            counts.append(QStringLiteral("delete=%1").arg(m_counts.removed));
+            break;
+        case Delayed:
+            counts.append(QStringLiteral("delay=%1").arg(m_counts.delayed));
+            break;
+        case Ignored:
+            counts.append(QStringLiteral("ignore=%1").arg(m_counts.ignored));
+            break;
+        }
+    }
+    log(QStringLiteral("end:") + counts.join(QLatin1Char(',')));
 }
 
 void TidyPass::log(const QString& text) const

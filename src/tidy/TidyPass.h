@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <functional>
+#include <initializer_list>
 
 enum class TidyAge {
     Unknown, ///< neither old nor recent; each rule says which way it falls
@@ -29,7 +30,7 @@ struct TidyCounts
 
 /**
  * One pass over the entries of one folder, for the tidying thread: the walk with its pauses, the
- * removals, and the log lines, each of which begins with the title.
+ * removals, the counts, and the log lines, each of which begins with the title.
  *
  * When the thread is asked to end, the pass stops where it is, inside the removal of a folder too,
  * and writes no further line; the next run of the program finds what is left.
@@ -38,16 +39,21 @@ class TidyPass
 {
 public:
     enum Kind { Files, Folders };
+    enum Count { Used, Removed, Delayed, Ignored };
 
     TidyPass(const QString& title, const QString& folder, Kind kind);
 
     const QString& folder() const { return m_folder; }
 
-    /** Logs the start; false, and the log says why, when there is nothing to walk. */
-    bool begin() const;
+    /** What has become of the entries so far. */
+    TidyCounts& counts() { return m_counts; }
 
-    /** Calls visit for each entry; false when the thread was asked to end. */
-    bool walk(const std::function<void(const TidyEntry&)>& visit) const;
+    /**
+     * Logs the start, does what is to be done before the walk, calls visit for each entry, and logs
+     * the end with the counts named. Without anything to walk the log says why, and that is all.
+     */
+    void run(std::initializer_list<Count> shown, const std::function<void(const TidyEntry&)>& visit,
+             const std::function<void()>& beforehand = {});
 
     /**
      * The entry with its age: a file's own, for a folder that of the entry inside which bears its
@@ -59,17 +65,21 @@ public:
      * Removes the entry unless it is recent. It counts as removed whatever comes of the removal,
      * which is logged as action with shown and the result.
      */
-    void discard(const TidyEntry& entry, const QString& action, const QString& shown,
-                 TidyCounts& counts) const;
+    void discard(const TidyEntry& entry, const QString& action, const QString& shown);
 
     /** Removes the archive in an old folder, the file that bears its whole name; logs a failure. */
     void removeArchiveIfOld(const TidyEntry& entry) const;
 
-    void log(const QString& text) const;
     void logRemoval(const QString& action, const QString& shown, bool result) const;
 
 private:
+    bool begin() const;
+    bool walk(const std::function<void(const TidyEntry&)>& visit) const;
+    void logEnd(std::initializer_list<Count> shown) const;
+    void log(const QString& text) const;
+
     QString m_title;
     QString m_folder;
     Kind m_kind;
+    TidyCounts m_counts;
 };

@@ -1,9 +1,10 @@
 #include "tidy/zTidyAnimation.h"
 
+#include "datatable/CacheFolders.h"
 #include "tidy/TidyPass.h"
 
 zTidyAnimation::zTidyAnimation()
-    : m_folder(QStringLiteral("res/animation/"))
+    : m_folder(CacheFolders::animations())
 {
 }
 
@@ -14,21 +15,13 @@ void zTidyAnimation::setUseNames(const QSet<QString>& names)
 
 void zTidyAnimation::tidy()
 {
-    const TidyPass pass(QStringLiteral("tidy animation"), m_folder, TidyPass::Folders);
-    if (!pass.begin())
-        return;
-    TidyCounts counts;
-    const bool finished = pass.walk([&](const TidyEntry& entry) {
+    TidyPass pass(QStringLiteral("tidy animation"), m_folder, TidyPass::Folders);
+    pass.run({TidyPass::Used, TidyPass::Removed, TidyPass::Delayed}, [&](const TidyEntry& entry) {
         if (!m_useNames.contains(entry.name)) {
-            pass.discard(entry, QStringLiteral("remove"), entry.name, counts);
+            pass.discard(entry, QStringLiteral("remove"), entry.name);
             return;
         }
-        ++counts.use;
+        ++pass.counts().use;
         pass.removeArchiveIfOld(entry);
     });
-    if (finished)
-        pass.log(QStringLiteral("end:use=%1,delete=%2,delay=%3")
-                     .arg(counts.use)
-                     .arg(counts.removed)
-                     .arg(counts.delayed));
 }

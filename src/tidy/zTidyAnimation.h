@@ -1,11 +1,13 @@
 #pragma once
 
+#include "ZGlobalExport.h"
+
 #include <QObject>
 #include <QSet>
 #include <QString>
 
 /** Tidies "res/animation/": removes the folders of animations that no gift uses any more. */
-class zTidyAnimation : public QObject
+class ZGLOBAL_EXPORT zTidyAnimation : public QObject
 {
     Q_OBJECT
 

@@ -1,9 +1,10 @@
 #include "tidy/zTidyDatatable.h"
 
+#include "datatable/CacheFolders.h"
 #include "tidy/TidyPass.h"
 
 zTidyDatatable::zTidyDatatable()
-    : m_folder(QStringLiteral("res/dataTable/"))
+    : m_folder(CacheFolders::tables())
 {
 }
 
@@ -14,19 +15,11 @@ void zTidyDatatable::setUseNames(const QStringList& names)
 
 void zTidyDatatable::tidy()
 {
-    const TidyPass pass(QStringLiteral("tidy datatable"), m_folder, TidyPass::Files);
-    if (!pass.begin())
-        return;
-    TidyCounts counts;
-    const bool finished = pass.walk([&](const TidyEntry& entry) {
+    TidyPass pass(QStringLiteral("tidy datatable"), m_folder, TidyPass::Files);
+    pass.run({TidyPass::Used, TidyPass::Removed, TidyPass::Delayed}, [&](const TidyEntry& entry) {
         if (m_useNames.contains(entry.name, Qt::CaseInsensitive))
-            ++counts.use;
+            ++pass.counts().use;
         else
-            pass.discard(entry, QStringLiteral("remove"), entry.name, counts);
+            pass.discard(entry, QStringLiteral("remove"), entry.name);
     });
-    if (finished)
-        pass.log(QStringLiteral("end:use=%1,delete=%2,delay=%3")
-                     .arg(counts.use)
-                     .arg(counts.removed)
-                     .arg(counts.delayed));
 }

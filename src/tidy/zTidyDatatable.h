@@ -1,11 +1,13 @@
 #pragma once
 
+#include "ZGlobalExport.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
 
 /** Tidies "res/dataTable/": removes the files of tables that are no longer current. */
-class zTidyDatatable : public QObject
+class ZGLOBAL_EXPORT zTidyDatatable : public QObject
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #include "tidy/zTidyFlash.h"
 
+#include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
 #include "tidy/FlashFolders.h"
 #include "tidy/TidyPass.h"
@@ -18,7 +19,7 @@ QString title()
 } // namespace
 
 zTidyFlash::zTidyFlash()
-    : m_folder(QStringLiteral("res/flash"))
+    : m_folder(CacheFolders::flashes())
 {
 }
 
@@ -35,34 +36,32 @@ void zTidyFlash::setUseNames(const QStringList& names)
 
 void zTidyFlash::tidy()
 {
-    const TidyPass pass(title(), m_folder, TidyPass::Folders);
-    if (!pass.begin())
-        return;
-    FlashFolders::sweepTemporary(title(), m_folder);
-    TidyCounts counts;
-    if (pass.walk([&](const TidyEntry& entry) { tidyFolder(pass, entry, counts); }))
-        FlashFolders::logEnd(pass, counts);
+    TidyPass pass(title(), m_folder, TidyPass::Folders);
+    pass.run(
+        {TidyPass::Used, TidyPass::Removed, TidyPass::Delayed, TidyPass::Ignored},
+        [&](const TidyEntry& entry) { tidyFolder(pass, entry); },
+        [&] { FlashFolders::sweepTemporary(title(), m_folder); });
 }
 
-void zTidyFlash::tidyFolder(const TidyPass& pass, const TidyEntry& entry, TidyCounts& counts)
+void zTidyFlash::tidyFolder(TidyPass& pass, const TidyEntry& entry)
 {
     const auto flash = VersionedName::split(entry.name);
     if (!flash.isValid()) {
-        ++counts.ignored;
+        ++pass.counts().ignored;
         if (entry.name.endsWith(QLatin1Char('_')))
             pass.removeArchiveIfOld(entry);
         return;
     }
     const QString configured = m_prepare.value(flash.name);
     if (configured.isEmpty()) {
-        if (FlashFolders::keepHighest(pass, entry, flash, m_seen, counts))
+        if (FlashFolders::keepHighest(pass, entry, flash, m_seen))
             pass.removeArchiveIfOld(entry);
         return;
     }
     if (flash.version != configured) {
-        pass.discard(entry, QStringLiteral("prepare remove"), entry.path, counts);
+        pass.discard(entry, QStringLiteral("prepare remove"), entry.path);
         return;
     }
-    ++counts.use;
+    ++pass.counts().use;
     pass.removeArchiveIfOld(entry);
 }

@@ -1,19 +1,20 @@
 #pragma once
 
+#include "ZGlobalExport.h"
+
 #include <QMap>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 
 class TidyPass;
-struct TidyCounts;
 struct TidyEntry;
 
 /**
  * Tidies "res/flash" and the files of its "tmp": of a configured flash the configured version
  * stays, of any other the highest version met in this process.
  */
-class zTidyFlash : public QObject
+class ZGLOBAL_EXPORT zTidyFlash : public QObject
 {
     Q_OBJECT
 
@@ -27,7 +28,7 @@ public:
     void tidy();
 
 private:
-    void tidyFolder(const TidyPass& pass, const TidyEntry& entry, TidyCounts& counts);
+    void tidyFolder(TidyPass& pass, const TidyEntry& entry);
 
     QString m_folder;
     QMap<QString, QString> m_prepare; // flash name to configured version

@@ -1,5 +1,6 @@
 #include "tidy/zTidyFlashext.h"
 
+#include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
 #include "tidy/FlashFolders.h"
 #include "tidy/TidyPass.h"
@@ -14,24 +15,23 @@ QString title()
 } // namespace
 
 zTidyFlashext::zTidyFlashext()
-    : m_folder(QStringLiteral("res/flashext"))
+    : m_folder(CacheFolders::extendedFlashes())
 {
 }
 
+void zTidyFlashext::setUseNames(const QStringList& /*names*/) { }
+
 void zTidyFlashext::tidy()
 {
-    const TidyPass pass(title(), m_folder, TidyPass::Folders);
-    if (!pass.begin())
-        return;
-    FlashFolders::sweepTemporary(title(), m_folder);
-    TidyCounts counts;
-    const bool finished = pass.walk([&](const TidyEntry& entry) {
-        const auto flash = CacheNames::VersionedName::split(entry.name);
-        if (flash.isValid())
-            FlashFolders::keepHighest(pass, entry, flash, m_seen, counts);
-        else
-            ++counts.ignored;
-    });
-    if (finished)
-        FlashFolders::logEnd(pass, counts);
+    TidyPass pass(title(), m_folder, TidyPass::Folders);
+    pass.run(
+        {TidyPass::Used, TidyPass::Removed, TidyPass::Delayed, TidyPass::Ignored},
+        [&](const TidyEntry& entry) {
+            const auto flash = CacheNames::VersionedName::split(entry.name);
+            if (flash.isValid())
+                FlashFolders::keepHighest(pass, entry, flash, m_seen);
+            else
+                ++pass.counts().ignored;
+        },
+        [&] { FlashFolders::sweepTemporary(title(), m_folder); });
 }

@@ -1,19 +1,25 @@
 #pragma once
 
+#include "ZGlobalExport.h"
+
 #include <QMap>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 /**
  * Tidies "res/flashext" and the files of its "tmp": of every flash the highest version met in this
  * process stays, archive included.
  */
-class zTidyFlashext : public QObject
+class ZGLOBAL_EXPORT zTidyFlashext : public QObject
 {
     Q_OBJECT
 
 public:
     zTidyFlashext();
+
+    /** Nothing here is configured: the names are not used. There because every task has it. */
+    void setUseNames(const QStringList& names);
 
     /** One pass, on the tidying thread. */
     void tidy();
