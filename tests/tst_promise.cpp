@@ -278,6 +278,17 @@ private Q_SLOTS:
         Open<int>().promise.then([&ran, token] { ++ran; }).fail([token] { return; });
         QCOMPARE(token.use_count(), 1L);
         QCOMPARE(ran, 1);
+
+        // What is settled is held by its promises alone: not by resolvers that somebody keeps, and
+        // not by a wait, whether it came too late or ran its loop.
+        for (const bool early : {true, false}) {
+            Open<std::shared_ptr<int>> kept;
+            const auto settle = [&] { (*kept.resolve)(token); };
+            early ? settle() : QTimer::singleShot(0, this, settle);
+            QCOMPARE(kept.promise.wait().isFulfilled(), true);
+            kept.promise = QPromise<std::shared_ptr<int>>::reject();
+            QVERIFY2(token.use_count() == 1, early ? "settled early" : "settled in the wait");
+        }
     }
 
     void settledFromManyThreads()
@@ -311,6 +322,8 @@ private Q_SLOTS:
         std::atomic<QThread*> freedIn {nullptr};
         std::atomic<bool> added {false};
         std::atomic<bool> waits {false};
+        const auto token = std::make_shared<int>();
+        std::atomic<long> held {0};
         const std::unique_ptr<QThread> thread(QThread::create([&] {
             std::shared_ptr<int> guard(new int, [&freedIn](const int* value) {
                 delete value;
@@ -322,6 +335,12 @@ private Q_SLOTS:
             open.promise.wait();
             waits = true;
             never.promise.wait();
+            // Broken off, a wait holds nothing of a promise that is settled afterwards.
+            Open<std::shared_ptr<int>> late;
+            late.promise.wait();
+            (*late.resolve)(token);
+            late.promise = QPromise<std::shared_ptr<int>>::reject();
+            held = token.use_count();
         }));
         thread->start();
         QTRY_VERIFY(added);
@@ -334,6 +353,7 @@ private Q_SLOTS:
         thread->quit();
         QVERIFY(thread->wait(30000));
         QVERIFY(never.promise.isPending());
+        QCOMPARE(held.load(), 1L);
     }
 
     void threadEndsFirst()

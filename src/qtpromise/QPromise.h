@@ -2,7 +2,6 @@
 
 #include "QPromiseState.h"
 
-#include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
 #include <QtGlobal>
@@ -15,35 +14,35 @@ namespace QtPromise {
 /**
  * Fulfils the promise it was made for: with a value, with nothing where the promise is one of void,
  * or with a promise, which is then followed. Only the first use of it, its copies and the matching
- * QPromiseReject counts. Any thread.
+ * QPromiseReject counts; from then on none of them holds anything. Any thread.
  */
 template <typename T>
 class QPromiseResolve
 {
 public:
-    explicit QPromiseResolve(detail::StatePtr<T> state)
-        : m_state(std::move(state))
+    explicit QPromiseResolve(detail::HandlePtr<T> handle)
+        : m_handle(std::move(handle))
     {
     }
 
     template <typename V = T>
     void operator()(V&& value) const
     {
-        if (m_state->claim()) {
-            detail::settleWith(m_state, [&]() -> V&& { return std::forward<V>(value); });
+        if (const auto state = m_handle->take()) {
+            detail::settleWith(state, [&]() -> V&& { return std::forward<V>(value); });
         }
     }
 
     void operator()() const
     {
         static_assert(std::is_void_v<T>, "this promise needs a value");
-        if (m_state->claim()) {
-            m_state->fulfill(nullptr);
+        if (const auto state = m_handle->take()) {
+            state->fulfill(nullptr);
         }
     }
 
 private:
-    detail::StatePtr<T> m_state;
+    detail::HandlePtr<T> m_handle;
 };
 
 /** Rejects the promise it was made for; see QPromiseResolve. */
@@ -51,8 +50,8 @@ template <typename T>
 class QPromiseReject
 {
 public:
-    explicit QPromiseReject(detail::StatePtr<T> state)
-        : m_state(std::move(state))
+    explicit QPromiseReject(detail::HandlePtr<T> handle)
+        : m_handle(std::move(handle))
     {
     }
 
@@ -60,8 +59,8 @@ public:
     template <typename E>
     void operator()(E&& error) const
     {
-        if (m_state->claim()) {
-            m_state->reject(detail::makeError(std::forward<E>(error)));
+        if (const auto state = m_handle->take()) {
+            state->reject(detail::makeError(std::forward<E>(error)));
         }
     }
 
@@ -69,7 +68,7 @@ public:
     void operator()() const { (*this)(QPromiseUndefinedException()); }
 
 private:
-    detail::StatePtr<T> m_state;
+    detail::HandlePtr<T> m_handle;
 };
 
 /**
@@ -105,12 +104,13 @@ public:
     explicit QPromise(F&& resolver)
         : m_state(std::make_shared<detail::State<T>>())
     {
-        const QPromiseReject<T> reject(m_state);
+        const auto handle = std::make_shared<detail::Handle<T>>(m_state);
+        const QPromiseReject<T> reject(handle);
         try {
             if constexpr (std::is_invocable_v<F&, QPromiseResolve<T>, QPromiseReject<T>>) {
-                resolver(QPromiseResolve<T>(m_state), reject);
+                resolver(QPromiseResolve<T>(handle), reject);
             } else {
-                resolver(QPromiseResolve<T>(m_state));
+                resolver(QPromiseResolve<T>(handle));
             }
         } catch (...) {
             reject(std::current_exception());
@@ -255,14 +255,9 @@ public:
      */
     QPromise wait() const
     {
-        QEventLoop loop;
-        m_state->whenSettled(detail::Mailbox::current(),
-                             [guard = QPointer<QEventLoop>(&loop)](const auto& /*settled*/) {
-                                 if (guard != nullptr) {
-                                     guard->quit();
-                                 }
-                             });
         if (isPending()) {
+            detail::WaitingLoop loop;
+            m_state->whenSettled(nullptr, [end = loop.ender()](const auto& /*settled*/) { end(); });
             loop.exec();
         }
         return *this;

@@ -147,8 +147,9 @@ template <typename T, typename MakeConnections>
 QPromise<T> connected(const QObject* sender, const MakeConnections& makeConnections)
 {
     auto output = std::make_shared<State<T>>();
-    const QPromiseReject<T> reject(output);
-    auto connections = makeConnections(QPromiseResolve<T>(output), reject);
+    const auto handle = std::make_shared<Handle<T>>(output);
+    const QPromiseReject<T> reject(handle);
+    auto connections = makeConnections(QPromiseResolve<T>(handle), reject);
     const auto lost = QObject::connect(sender, &QObject::destroyed,
                                        [reject] { reject(QPromiseContextException()); });
     output->whenSettled(nullptr, [connections, lost](const auto& /*settled*/) {

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QEventLoop>
 #include <QObject>
 
 #include <deque>
@@ -97,6 +98,46 @@ private:
     std::mutex m_mutex;
     std::unique_ptr<Receiver> m_receiver;
     std::deque<Job> m_jobs;
+};
+
+/**
+ * An event loop of the calling thread that any thread can end, also before it runs and after it is
+ * gone. It is ended by an event of its own, behind the jobs that were posted to the thread before,
+ * and an event that it did not get to is dropped with it.
+ */
+class WaitingLoop
+{
+public:
+    WaitingLoop() { m_link->loop = &m_loop; }
+    ~WaitingLoop()
+    {
+        const std::lock_guard<std::mutex> lock(m_link->mutex);
+        m_link->loop = nullptr;
+    }
+    Q_DISABLE_COPY_MOVE(WaitingLoop)
+
+    void exec() { m_loop.exec(); }
+
+    /** A function that ends the loop; what it holds is nothing but the way there. */
+    auto ender() const
+    {
+        return [link = m_link] {
+            const std::lock_guard<std::mutex> lock(link->mutex);
+            if (link->loop != nullptr) {
+                QCoreApplication::postEvent(link->loop, new QEvent(QEvent::Quit));
+            }
+        };
+    }
+
+private:
+    struct Link
+    {
+        std::mutex mutex;
+        QEventLoop* loop = nullptr;
+    };
+
+    QEventLoop m_loop;
+    const std::shared_ptr<Link> m_link = std::make_shared<Link>();
 };
 
 } // namespace detail

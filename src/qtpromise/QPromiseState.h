@@ -40,13 +40,6 @@ public:
     }
     bool isFulfilled() const { return status() == Status::Fulfilled; }
 
-    /** True for the first caller only: what the resolvers of a program may settle once. */
-    bool claim()
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        return !std::exchange(m_claimed, true);
-    }
-
     // Of a settled state only.
     const Value& value() const { return m_value; }
     const std::exception_ptr& error() const { return m_error; }
@@ -123,7 +116,6 @@ private:
 
     mutable std::mutex m_mutex;
     Status m_status = Status::Pending;
-    bool m_claimed = false;
     Value m_value;
     std::exception_ptr m_error;
     std::vector<Continuation> m_continuations;
@@ -131,6 +123,35 @@ private:
 
 template <typename T>
 using StatePtr = std::shared_ptr<State<T>>;
+
+/**
+ * The one right to settle a promise, which all its resolvers share. Whoever takes it gets the state
+ * and leaves none behind, so that a resolver that is kept does not keep the value alive. Any
+ * thread.
+ */
+template <typename T>
+class Handle
+{
+public:
+    explicit Handle(StatePtr<T> state)
+        : m_state(std::move(state))
+    {
+    }
+
+    /** The state for the first caller, null for all others. */
+    StatePtr<T> take()
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return std::exchange(m_state, nullptr);
+    }
+
+private:
+    std::mutex m_mutex;
+    StatePtr<T> m_state;
+};
+
+template <typename T>
+using HandlePtr = std::shared_ptr<Handle<T>>;
 
 /** The door between a promise and its state, for the helpers of this library only. */
 struct Access
@@ -175,7 +196,9 @@ struct Unwrap<QPromise<U>>
 template <typename R>
 using Unwrapped = Unwrap<std::decay_t<R>>;
 
-/** Settles target as the result of call() says: a value, a promise to follow, or an exception. */
+/**
+ * Settles target as the result of call() says: a value, a promise to follow, or an exception.
+ */
 template <typename T, typename Call>
 void settleWith(const StatePtr<T>& target, Call&& call)
 {
