@@ -198,6 +198,23 @@ using Unwrapped = Unwrap<std::decay_t<R>>;
 
 /**
  * Settles target as the result of call() says: a value, a promise to follow, or an exception.
+ *
+ * A promise is followed to its end: target stays pending until source settles, which may be before
+ * this returns, later, in another thread, or never. In each case the following takes place right
+ * there, inside the call that settles source (or here, where it is settled already). Without a
+ * mailbox, that is, for three reasons: nothing of the program runs in it, as the handlers of target
+ * go through the mailboxes that they were added with; every hop through an event loop would delay
+ * them by one round for each promise in a row; and the thread that happens to call this may never
+ * run a loop again, while source is settled by another that does.
+ *
+ * A promise that would follow itself waits for its own end, so it is rejected instead. The states
+ * are compared, not the promises, because only the state is common to all copies and because a
+ * promise of void may be made of one of T, whose state is of another type: hence the bare
+ * addresses. A ring of several promises is not looked for; it stays pending, and as each state in
+ * it then holds the next one, it is never freed.
+ *
+ * Source holds target while source is pending, never the other way round. So target settles even
+ * when all that is left of it is a handler, and when nobody can settle source any more both go.
  */
 template <typename T, typename Call>
 void settleWith(const StatePtr<T>& target, Call&& call)
