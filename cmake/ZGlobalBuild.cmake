@@ -37,6 +37,16 @@ if(ZGLOBAL_SANITIZE)
     add_link_options(-fsanitize=${ZGLOBAL_SANITIZE})
 endif()
 
+# zglobal_part(NAME SOURCES files... LINKS targets...) declares a static library that goes into shared
+# ones of ours and is not installed.
+function(zglobal_part name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+    target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+    target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE zglobal_strict)
+endfunction()
+
 # zglobal_library(NAME PAIRS names... SOURCES files... HEADERS exported headers... LINKS targets...
 #     PRIVATE_LINKS targets...)
 # declares a shared library with its export header, version, alias and installation. A pair is a

@@ -10,10 +10,10 @@ import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 MANAGERS = {"gift", "decoration", "chat", "presentation", "privilege", "effect"}
-ALLOWED = {"host": {"host"}, "datatable": {"datatable", "host"},
-           "tidy": {"tidy", "datatable"} | MANAGERS,
+ALLOWED = {"file": {"file"}, "host": {"host", "file"}, "datatable": {"datatable", "host", "file"},
+           "tidy": {"tidy", "datatable", "file"} | MANAGERS,
            "startup": {"startup", "datatable"} | MANAGERS}
-ALLOWED.update({folder: {folder, "datatable", "host"} for folder in MANAGERS})
+ALLOWED.update({folder: {folder, "datatable", "host", "file"} for folder in MANAGERS})
 
 
 def sources(top):

@@ -1,9 +1,9 @@
 #include "host/EntryNames.h"
 
+#include "file/FileNames.h"
 #include "host/HostLimits.h"
 
 #include <QFile>
-#include <QRegularExpression>
 
 namespace {
 
@@ -31,23 +31,12 @@ bool canBeStored(const QString& name)
 
 QString partError(const QString& part)
 {
-    static const QRegularExpression forbidden(QStringLiteral("[\\x00-\\x1f\\x7f\\\\:*?\"<>|]"));
-    static const QRegularExpression device(
-        QStringLiteral("^(CON|PRN|AUX|NUL|CONIN\\$|CONOUT\\$|(COM|LPT)[0-9]) *(\\.|$)"),
-        QRegularExpression::CaseInsensitiveOption);
     if (part.isEmpty())
         return QStringLiteral("has an empty part");
-    if (part == QLatin1String(".."))
-        return QStringLiteral("leads out of the folder");
-    if (part.endsWith(QLatin1Char('.')) || part.endsWith(QLatin1Char(' ')))
-        return QStringLiteral("ends in a dot or a space");
-    if (part.contains(forbidden))
-        return QStringLiteral("has a character that not every system stores");
-    if (part.normalized(QString::NormalizationForm_KC).contains(device))
-        return QStringLiteral("is a device on some systems");
-    if (!canBeStored(part))
+    const QString fault = FileNames::fault(part);
+    if (fault.isEmpty() && !canBeStored(part))
         return QStringLiteral("cannot be written in this system's encoding of file names");
-    return {};
+    return fault;
 }
 
 } // namespace

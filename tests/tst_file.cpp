@@ -1,0 +1,161 @@
+#include "file/FileNames.h"
+#include "file/WholeFile.h"
+#include "support/Literals.h"
+#include "support/WorkFolder.h"
+
+#include <QtTest>
+
+#ifdef Q_OS_LINUX
+#include <csignal>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#endif
+
+namespace {
+
+const QByteArray oldBytes(3000, 'o');
+const QByteArray newBytes(300 * 1000, 'n');
+
+} // namespace
+
+class TestFile : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<WorkFolder> m_work;
+
+private Q_SLOTS:
+    void init() { m_work = std::make_unique<WorkFolder>(); }
+    void cleanup() { m_work.reset(); }
+
+    void writesWholeFiles()
+    {
+        QCOMPARE(WholeFile::write(u"图 a"_s, newBytes), QString());
+        QVERIFY(QFile::setPermissions(u"图 a"_s, QFile::ReadOwner | QFile::WriteOwner));
+        const QFile::Permissions rights = QFile::permissions(u"图 a"_s);
+        QCOMPARE(WholeFile::write(u"图 a"_s, oldBytes), QString());
+        QCOMPARE(WorkFolder::read(u"图 a"_s), oldBytes);
+        QCOMPARE(QFile::permissions(u"图 a"_s), rights);
+        QCOMPARE(WholeFile::write(QDir::currentPath() + u"/图 a"_s, {}), QString());
+        QCOMPARE(QFileInfo(u"图 a"_s).size(), 0);
+        QCOMPARE(WorkFolder::files(), QStringList {u"图 a"_s});
+    }
+
+    void replacesALinkAndNotItsTarget()
+    {
+        WorkFolder::write(u"target"_s, oldBytes);
+        QVERIFY(QDir().mkdir(u"folder"_s));
+        for (const QString& target : {u"target"_s, u"folder"_s, u"nothing"_s}) {
+            QVERIFY(QFile::link(target, u"link"_s));
+            QCOMPARE(WholeFile::write(u"link"_s, newBytes), QString());
+            QVERIFY(!QFileInfo(u"link"_s).isSymLink());
+            QCOMPARE(WorkFolder::read(u"link"_s), newBytes);
+            QVERIFY(QFile::remove(u"link"_s));
+        }
+        QCOMPARE(WorkFolder::read(u"target"_s), oldBytes);
+        QCOMPARE(WorkFolder::files(), QStringList {u"target"_s});
+    }
+
+    void leavesWhatWasThere_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("cause");
+        QTest::newRow("a folder at the path") << u"folder"_s << u"Is a directory"_s;
+        QTest::newRow("no such folder") << u"none/file"_s << u"No such file or directory"_s;
+        QTest::newRow("a file for a folder") << u"file/file"_s << u"Not a directory"_s;
+        QTest::newRow("write-protected file") << u"folder/old"_s << u"is write-protected"_s;
+        QTest::newRow("write-protected folder") << u"closed/new"_s << u"Permission denied"_s;
+        QTest::newRow("full disk") << u"disk/old"_s << u"No space left on device"_s;
+        QTest::newRow("file-size limit") << u"file"_s << u"File too large"_s;
+    }
+
+    void leavesWhatWasThere()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, cause);
+        WorkFolder::write(u"file"_s, oldBytes);
+        WorkFolder::write(u"folder/old"_s, oldBytes);
+        QVERIFY(QDir().mkdir(u"disk"_s) && QDir().mkdir(u"closed"_s));
+        QVERIFY(QFile::setPermissions(u"folder/old"_s, QFile::ReadOwner));
+        QVERIFY(QFile::setPermissions(u"closed"_s, QFile::ReadOwner | QFile::ExeOwner));
+        if (QFileInfo(u"closed"_s).isWritable() && QTest::currentDataTag()[0] == 'w')
+            QSKIP("nothing is write-protected for this user");
+        bool mounted = false;
+        QString answer;
+#ifdef Q_OS_LINUX
+        if (path == u"disk/old"_s) {
+            mounted = mount("tmpfs", "disk", "tmpfs", 0, "size=64k") == 0;
+            if (!mounted)
+                QSKIP("this user may not mount a small disk");
+            WorkFolder::write(path, oldBytes);
+        }
+        rlimit limit {};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        const rlimit small {10000, limit.rlim_max};
+        const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+        if (path == u"file"_s)
+            setrlimit(RLIMIT_FSIZE, &small);
+        answer = WholeFile::write(path, newBytes);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        std::signal(SIGXFSZ, previous);
+#else
+        QSKIP("the causes are told in this system's own words");
+#endif
+        const QStringList files = WorkFolder::files();
+        const QByteArray held = WorkFolder::read(path);
+        QFile::setPermissions(u"closed"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+#ifdef Q_OS_LINUX
+        if (mounted)
+            umount("disk");
+#endif
+        QCOMPARE(answer, path + u": "_s + cause);
+        QStringList expected {u"file"_s, u"folder/old"_s};
+        if (mounted)
+            expected.prepend(path);
+        QCOMPARE(files, expected);
+        QCOMPARE(held, files.contains(path) ? oldBytes : QByteArray());
+    }
+
+    void namesThatNoSystemMisreads_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("fault");
+        const auto row = [](const QString& name, const char* fault) {
+            QTest::newRow(fault[0] == '\0' ? qPrintable(u"good "_s + name) : qPrintable(name))
+                << name << QString::fromLatin1(fault);
+        };
+        row(u"abc_12"_s, "");
+        row(u".hidden"_s, "");
+        row(u"飞机 1.flajson"_s, "");
+        row(u"con1"_s, "");
+        row(u"..a"_s, "");
+        row(u""_s, "is empty");
+        row(u"."_s, "ends in a dot or a space");
+        row(u".."_s, "leads out of the folder");
+        row(u".. ."_s, "ends in a dot or a space");
+        row(u"../x"_s, "has a character that not every system stores");
+        row(u"a\\b"_s, "has a character that not every system stores");
+        row(u"C:x"_s, "has a character that not every system stores");
+        row(u"a\tb"_s, "has a character that not every system stores");
+        row(QString(QChar(0xd800)), "has a character that not every system stores");
+        row(u"nul.png"_s, "is a device on some systems");
+        row(u"com¹"_s, "is a device on some systems");
+    }
+
+    void namesThatNoSystemMisreads()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, fault);
+        QCOMPARE(FileNames::fault(name), fault);
+        const bool good = fault.isEmpty();
+        QCOMPARE(FileNames::staysBelow(u"res/flash/"_s + name + u"/x.flajson"_s, u"res/"_s),
+                 good || name.isEmpty());
+        QCOMPARE(FileNames::staysBelow(u"res//"_s + name, u"res"_s), good);
+        QVERIFY(!FileNames::staysBelow(u"/res/"_s + name, u"res/"_s));
+        QVERIFY(!FileNames::staysBelow(u"resource/"_s + name, u"res/"_s));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFile)
+#include "tst_file.moc"
