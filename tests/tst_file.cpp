@@ -6,6 +6,8 @@
 #include <QtTest>
 
 #ifdef Q_OS_LINUX
+#include "faults/Faults.h"
+
 #include <csignal>
 #include <sys/mount.h>
 #include <sys/resource.h>
@@ -115,6 +117,36 @@ private Q_SLOTS:
             expected.prepend(path);
         QCOMPARE(files, expected);
         QCOMPARE(held, files.contains(path) ? oldBytes : QByteArray());
+    }
+
+    void standsEveryFailingCall()
+    {
+#ifdef Q_OS_LINUX
+        const QByteArray folder = QFile::encodeName(QDir::currentPath());
+        int failures = 0;
+        for (int i = 0; i < 2 * Faults::callKinds; ++i) {
+            Faults::Fault fault {Faults::Call(i / 2), 0, ENOSPC, i % 2 == 1};
+            int calls = 1;
+            for (fault.at = 1; fault.at <= calls; ++fault.at) {
+                WorkFolder::write(u"file"_s, oldBytes);
+                Faults::arm(fault, folder.constData());
+                const QString cause = WholeFile::write(u"file"_s, newBytes);
+                calls = Faults::disarm();
+                const QByteArray where = QByteArray(Faults::name(fault.call)) + ' '
+                    + QByteArray::number(fault.at) + " of " + QByteArray::number(calls);
+                const bool failed = calls >= fault.at;
+                failures += failed ? 1 : 0;
+                QVERIFY2(cause == (failed ? u"file: No space left on device"_s : QString()),
+                         where + ": " + cause.toUtf8());
+                QVERIFY2(WorkFolder::read(u"file"_s) == (failed ? oldBytes : newBytes), where);
+                QVERIFY2(WorkFolder::files() == QStringList {u"file"_s}, where);
+            }
+        }
+        // Open, write, fsync, close and rename, once and for good.
+        QVERIFY2(failures >= 10, qPrintable(QString::number(failures)));
+#else
+        QSKIP("no calls can be made to fail here");
+#endif
     }
 
     void namesThatNoSystemMisreads_data()

@@ -97,7 +97,8 @@ QString WholeFile::write(const QString& path, const QByteArray& bytes)
         return QStringLiteral("%1: %2").arg(path, cause);
 #ifdef Q_OS_UNIX
     // Before anything is in it: others may not read what they could not read before.
-    if (keepsRights && !file.setPermissions(known.permissions()))
+    if (keepsRights && file.permissions() != known.permissions()
+        && !file.setPermissions(known.permissions()))
         cause = file.errorString();
 #endif
     if (cause.isEmpty())
