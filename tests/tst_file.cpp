@@ -125,7 +125,7 @@ private Q_SLOTS:
         const QByteArray folder = QFile::encodeName(QDir::currentPath());
         int failures = 0;
         for (int i = 0; i < 2 * Faults::callKinds; ++i) {
-            Faults::Fault fault {Faults::Call(i / 2), 0, ENOSPC, i % 2 == 1};
+            Faults::Fault fault {Faults::Call(i / 2), 0, ENOSPC, i % 2 == 0 ? 1 : Faults::forGood};
             int calls = 1;
             for (fault.at = 1; fault.at <= calls; ++fault.at) {
                 WorkFolder::write(u"file"_s, oldBytes);

@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int maxNameLength = 1000;
@@ -68,6 +70,22 @@ QString EntryNames::add(const QString& name, bool folder, QString& path)
             return error;
     }
     return path.isEmpty() && !folder ? QStringLiteral("is no file name") : QString();
+}
+
+QStringList EntryNames::files() const
+{
+    const QString name = m_archive.left(m_archive.lastIndexOf(QLatin1Char('_')));
+    const QString suffix = QStringLiteral(".flajson");
+    const auto rank = [&](const QString& file) {
+        const int depth = file.count(QLatin1Char('/'));
+        if (depth > 0 || !file.endsWith(suffix, Qt::CaseInsensitive))
+            return -depth;
+        return folded(file) == name + suffix ? 2 : 1;
+    };
+    QStringList files = m_files;
+    std::stable_sort(files.begin(), files.end(),
+                     [&](const QString& a, const QString& b) { return rank(a) < rank(b); });
+    return files;
 }
 
 QString EntryNames::ownPrefix()

@@ -23,8 +23,12 @@ public:
     /** Paths relative to the folder; every folder after the one that holds it. */
     const QStringList& folders() const { return m_folders; }
 
-    /** In the order of the archive. */
-    const QStringList& files() const { return m_files; }
+    /**
+     * In the order in which they take their places: deeper ones first, those of one depth as in the
+     * archive, but an animation's description (".flajson" in the top folder) after all others, and
+     * last of all the one of the archive's own name without "_" and version.
+     */
+    QStringList files() const;
 
     /** Begins the names that the unpacking itself uses beside the archive. */
     static QString ownPrefix();

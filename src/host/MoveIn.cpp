@@ -1,10 +1,9 @@
 #include "host/MoveIn.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "file/WholeFile.h"
 
-#include <algorithm>
+#include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -22,17 +21,14 @@ MoveIn::MoveIn(const QString& from, const QString& aside, const QString& to)
 {
 }
 
-QString MoveIn::run(const QStringList& folders, QStringList files, bool overwrite)
+QString MoveIn::run(const QStringList& folders, const QStringList& files, bool overwrite)
 {
-    std::stable_sort(files.begin(), files.end(), [](const QString& a, const QString& b) {
-        return a.count(QLatin1Char('/')) > b.count(QLatin1Char('/'));
-    });
     QString error = checkPlaces(folders, files, overwrite);
     if (!error.isEmpty())
         return error;
     error = moveAll(folders, files);
-    if (!error.isEmpty())
-        undo();
+    if (!error.isEmpty() && !undo())
+        error += QStringLiteral(", and not everything could be put back");
     return error;
 }
 
@@ -61,12 +57,15 @@ QString MoveIn::moveAll(const QStringList& folders, const QStringList& files)
             return QStringLiteral("folder \"%1\" cannot be made").arg(folder);
     }
     for (auto file = files.crbegin(); file != files.crend(); ++file) {
-        if (QFileInfo::exists(m_to + *file) && !move(m_to + *file, m_aside + *file))
-            return QStringLiteral("\"%1\" cannot be replaced").arg(*file);
+        const QString cause =
+            QFileInfo::exists(m_to + *file) ? move(m_to + *file, m_aside + *file) : QString();
+        if (!cause.isEmpty())
+            return QStringLiteral("\"%1\" cannot be replaced: %2").arg(*file, cause);
     }
     for (const QString& file : files) {
-        if (!move(m_from + file, m_to + file))
-            return QStringLiteral("\"%1\" cannot be moved in").arg(file);
+        const QString cause = move(m_from + file, m_to + file);
+        if (!cause.isEmpty())
+            return QStringLiteral("\"%1\" cannot be moved in: %2").arg(file, cause);
     }
     return {};
 }
@@ -79,18 +78,26 @@ bool MoveIn::makeFolder(const QString& path)
     return QDir().mkdir(path);
 }
 
-bool MoveIn::move(const QString& from, const QString& to)
+/** Not as QFile does it, which copies what cannot be renamed: a copy can end half-way. */
+QString MoveIn::move(const QString& from, const QString& to)
 {
-    if (!QFile::rename(from, to))
-        return false;
-    m_moved.append({from, to});
-    return true;
+    const QFileInfo place(to);
+    if (place.exists() || isLink(place))
+        return QStringLiteral("something has come to that place");
+    const QString cause = WholeFile::replace(from, to);
+    if (cause.isEmpty())
+        m_moved.append({from, to});
+    return cause;
 }
 
-void MoveIn::undo()
+bool MoveIn::undo()
 {
-    for (auto done = m_moved.crbegin(); done != m_moved.crend(); ++done)
-        QFile::rename(done->second, done->first);
+    // Stops at the first that fails: the last file of the replaced set may not return alone.
+    for (auto done = m_moved.crbegin(); done != m_moved.crend(); ++done) {
+        if (!WholeFile::replace(done->second, done->first).isEmpty())
+            return false;
+    }
     for (auto folder = m_made.crbegin(); folder != m_made.crend(); ++folder)
         QDir().rmdir(*folder);
+    return true;
 }

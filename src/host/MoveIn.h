@@ -14,16 +14,18 @@ public:
 
     /**
      * Why nothing was moved, or an empty text. The paths are relative, every folder after the one
-     * that holds it. Deeper files come first, files of one depth in their order.
+     * that holds it. Files that are replaced are all moved away first, the last one before the
+     * others; then the files are moved in, in their order. So the last file is never there without
+     * the others of its set, whenever this ends.
      */
-    QString run(const QStringList& folders, QStringList files, bool overwrite);
+    QString run(const QStringList& folders, const QStringList& files, bool overwrite);
 
 private:
     QString checkPlaces(const QStringList& folders, const QStringList& files, bool overwrite) const;
     QString moveAll(const QStringList& folders, const QStringList& files);
     bool makeFolder(const QString& path);
-    bool move(const QString& from, const QString& to);
-    void undo();
+    QString move(const QString& from, const QString& to);
+    bool undo();
 
     QString m_from;
     QString m_aside;

@@ -1,5 +1,6 @@
 #include "host/Unpacker.h"
 
+#include "file/WholeFile.h"
 #include "host/HostLimits.h"
 #include "host/MoveIn.h"
 
@@ -8,6 +9,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QRegularExpression>
+#include <QSet>
 
 namespace {
 
@@ -22,6 +25,31 @@ void removeStaging(const QString& path)
         QDir(path).removeRecursively();
     else
         QFile::remove(path);
+}
+
+/** What dead runs left beside this one. A living run holds its lock. */
+void sweep(const QString& folder, const QString& own)
+{
+    static const QRegularExpression runName(QLatin1Char('^')
+                                            + QRegularExpression::escape(EntryNames::ownPrefix())
+                                            + QStringLiteral("[0-9a-f]{32}(?=(\\.lock)?\\z)"));
+    const QStringList names = QDir(folder).entryList({EntryNames::ownPrefix() + QLatin1Char('*')},
+                                                     QDir::AllEntries | QDir::Hidden | QDir::System
+                                                         | QDir::NoDotAndDotDot);
+    QSet<QString> runs;
+    for (const QString& name : names) {
+        const QRegularExpressionMatch match = runName.match(name);
+        if (match.hasMatch())
+            runs.insert(match.captured());
+    }
+    runs.remove(QFileInfo(own).fileName());
+    for (const QString& run : qAsConst(runs)) {
+        const QString path = folder + QLatin1Char('/') + run;
+        QLockFile lock(path + QStringLiteral(".lock"));
+        lock.setStaleLockTime(lockStaleMs);
+        if (lock.tryLock(0))
+            removeStaging(path);
+    }
 }
 
 } // namespace
@@ -50,6 +78,7 @@ QString Unpacker::unpack(bool overwrite)
     if (!lock.tryLock(lockWaitMs))
         return QStringLiteral("the folder cannot be written or another run does not end");
     removeStaging(m_staging);
+    sweep(m_folder, m_staging);
     if (!QDir().mkdir(m_staging))
         return QStringLiteral("cannot make a folder to unpack in");
 
@@ -109,7 +138,7 @@ QString Unpacker::extractEntry(ArchiveReader& reader, const ArchiveReader::Entry
 QString Unpacker::writeFile(ArchiveReader& reader, const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
         return QStringLiteral("cannot be written: %1").arg(file.errorString());
     QByteArray block(blockBytes, Qt::Uninitialized);
     for (;;) {
@@ -121,12 +150,12 @@ QString Unpacker::writeFile(ArchiveReader& reader, const QString& path)
         QString error = countBytes(bytes);
         if (!error.isEmpty())
             return error;
-        if (file.write(block.constData(), bytes) != bytes)
-            return QStringLiteral("cannot be written: %1").arg(file.errorString());
+        error = WholeFile::writeBlock(file, block.constData(), bytes);
+        if (!error.isEmpty())
+            return QStringLiteral("cannot be written: %1").arg(error);
     }
-    if (!file.flush())
-        return QStringLiteral("cannot be written: %1").arg(file.errorString());
-    return {};
+    const QString error = WholeFile::finish(file);
+    return error.isEmpty() ? error : QStringLiteral("cannot be written: %1").arg(error);
 }
 
 QString Unpacker::countBytes(qint64 bytes)

@@ -51,13 +51,16 @@ public:
      * Unpacks a zip or tar archive (gzip allowed) into the folder that holds it, and keeps it.
      *
      * All or nothing: the archive is first unpacked into a hidden folder beside it and checked to
-     * its end; only then are its files moved to their places, those in deeper folders first and
-     * those of one depth in the order of the archive. So the last file of the top folder is the one
-     * whose presence tells that everything is there. When a move fails, what was moved goes back.
-     * What an interrupted run leaves is the hidden folder, which the next run removes.
+     * its end; only then are its files moved to their places: those in deeper folders first, those
+     * of one depth in the order of the archive, but files of the top folder that end in ".flajson"
+     * after all others, and the one named like the archive (abc.flajson in abc_12) the very last.
+     * So the presence of that file, or else of the last one of the top folder, tells that
+     * everything is there, even after a kill. When a move fails, what was moved goes back. What a
+     * killed run leaves is a hidden folder, which the next run for any archive in the same folder
+     * removes. Nothing is forced onto the disk: against a loss of power this does not guard.
      *
      * overwrite: replace files that exist, instead of failing because of them. A replaced set is
-     * first moved away, top folder first, so old and new are never seen mixed.
+     * first moved away, in the opposite order, so old and new are never seen mixed.
      *
      * An archive is refused as a whole for anything that is neither a file nor a folder, for names
      * that lead out of the folder or through a link in it, that some system would not store or

@@ -55,8 +55,7 @@ bool pathIsBelow(int folder, const char* path)
 bool fails(Faults::Call call)
 {
     const int count = ++counts[call];
-    if (call != fault.call || fault.at == 0 || count < fault.at
-        || (count > fault.at && !fault.always))
+    if (call != fault.call || fault.at == 0 || count < fault.at || count - fault.at >= fault.times)
         return false;
     if (fault.error == Faults::kill)
         raise(SIGKILL);
@@ -95,7 +94,7 @@ struct FromEnvironment
         told.at = atoi(setting("ZGLOBAL_FAULT_AT"));
         const char* error = setting("ZGLOBAL_FAULT_ERROR");
         told.error = strcmp(error, "kill") == 0 ? Faults::kill : atoi(error);
-        told.always = *setting("ZGLOBAL_FAULT_ALWAYS") != '\0';
+        told.times = *setting("ZGLOBAL_FAULT_ALWAYS") != '\0' ? Faults::forGood : 1;
         char current[PATH_MAX] = "";
         const char* folder = setting("ZGLOBAL_FAULT_BELOW");
         Faults::arm(told, *folder != '\0' ? folder : getcwd(current, sizeof current));
@@ -156,6 +155,15 @@ const char* Faults::name(Call call)
         return fails(Faults::Open, folder, path) ? -1 : real arguments;                            \
     }
 
+#define ZGLOBAL_SYNC(name)                                                                         \
+    int name(int file)                                                                             \
+    {                                                                                              \
+        static const auto real = reinterpret_cast<decltype(&::name)>(dlsym(RTLD_NEXT, #name));     \
+        if (!counting || !fileIsBelow(file))                                                       \
+            return real(file);                                                                     \
+        return fails(Faults::Sync) ? -1 : 0;                                                       \
+    }
+
 extern "C" {
 // What programs that are built with checks of the system's headers call.
 int __open_2(const char* path, int flags);
@@ -205,8 +213,8 @@ ZGLOBAL_CALL(int, mkdir, (const char* path, mode_t mode) noexcept, (path, mode),
 ZGLOBAL_CALL(int, mkdirat, (int at, const char* path, mode_t mode) noexcept, (at, path, mode),
              Faults::Mkdir, at, path)
 
-ZGLOBAL_CALL(int, fsync, (int file), (file), Faults::Sync, file)
-ZGLOBAL_CALL(int, fdatasync, (int file), (file), Faults::Sync, file)
+ZGLOBAL_SYNC(fsync)
+ZGLOBAL_SYNC(fdatasync)
 
 int close(int file)
 {

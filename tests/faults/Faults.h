@@ -15,7 +15,9 @@
  *   ZGLOBAL_FAULT_REPORT  a file that gets one line "call count" for each kind when the process
  *                         exits by itself
  *
- * A close that fails has closed nevertheless; any other call that fails has done nothing.
+ * A close that fails has closed nevertheless; any other call that fails has done nothing. A sync
+ * below the folder does not wait for the disk: what is tried here ends with a process, not with the
+ * power.
  */
 namespace Faults {
 
@@ -24,12 +26,14 @@ enum Call { Open, Write, Rename, Unlink, Mkdir, Sync, Close, callKinds };
 /** Ends the process in place of an error. */
 constexpr int kill = -1;
 
+constexpr int forGood = 1000 * 1000;
+
 struct Fault
 {
     Call call = Open;
     int at = 0;
     int error = 0;
-    bool always = false;
+    int times = 1; ///< so many in a row
 };
 
 /** From now on, counted anew, below this absolute folder. */
