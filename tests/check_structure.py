@@ -12,8 +12,13 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 MANAGERS = {"gift", "decoration", "chat", "presentation", "privilege", "effect"}
 ALLOWED = {"file": {"file"}, "host": {"host", "file"}, "datatable": {"datatable", "host", "file"},
            "tidy": {"tidy", "datatable", "file"} | MANAGERS,
-           "startup": {"startup", "datatable"} | MANAGERS}
+           "startup": {"startup", "datatable"} | MANAGERS,
+           "client": {"client", "datatable", "tidy", "host", "file"} | MANAGERS}
 ALLOWED.update({folder: {folder, "datatable", "host", "file"} for folder in MANAGERS})
+# The rooms of the programs: what each may know of the others.
+PROGRAM = {"server": {"server"}, "zglobal/console": {"zglobal/console"},
+           "zglobal/command": {"zglobal/command", "zglobal/console", "server"},
+           "zglobal/demo": {"zglobal/demo", "zglobal/command", "zglobal/console", "server"}}
 
 
 def sources(top):
@@ -66,14 +71,22 @@ def main():
                 graph.setdefault(unit, set()).add(os.path.splitext(other)[0])
             if other.split("/")[0] not in ALLOWED.get(folder, {folder}):
                 faults.append(f"src/{path} may not know {other}")
-    faults += [f"a ring: {ring}" for ring in rings(graph)]
-
     exported = exported_headers()
     for path in sources("apps"):
+        room = os.path.dirname(path)
         for other in includes("apps", path):
             if os.path.exists(os.path.join(ROOT, "src", other)) and other not in exported:
                 faults.append(f"apps/{path} includes {other}, which is not exported")
+            known = os.path.dirname(other)
+            if known in ("console", "command", "demo", "server"):
+                where = known if known == "server" else f"zglobal/{known}"
+                unit = os.path.splitext(f"{where}/{os.path.basename(other)}")[0]
+                if unit != os.path.splitext(path)[0]:
+                    graph.setdefault(os.path.splitext(path)[0], set()).add(unit)
+                if where not in PROGRAM.get(room, {where}):
+                    faults.append(f"apps/{path} may not know {other}")
 
+    faults += [f"a ring: {ring}" for ring in rings(graph)]
     if not exported or not graph:
         faults.append("nothing was read: the layout has changed under this check")
     print("\n".join(faults) or f"{len(graph)} units, no fault")

@@ -1,7 +1,8 @@
-#include "Commands.h"
-#include "Failure.h"
-#include "Literals.h"
-#include "Terminal.h"
+#include "command/Commands.h"
+#include "console/Failure.h"
+#include "console/Interrupt.h"
+#include "console/Literals.h"
+#include "console/Terminal.h"
 
 #include <QCoreApplication>
 
@@ -40,10 +41,13 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"zglobal"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(ZGLOBAL_VERSION));
+    Interrupt::watch();
     try {
         return runProgram(QCoreApplication::arguments().mid(1));
     } catch (const Failure& failure) {
         Terminal::tell(u"zglobal: "_s + failure.message);
         return failure.status;
+    } catch (const Interrupted& interrupted) {
+        return interrupted.status;
     }
 }

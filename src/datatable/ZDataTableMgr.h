@@ -118,8 +118,9 @@ public:
      * Fetches url into path, making its folders; fulfilled with path.
      *
      * With reuseExisting a file that is not empty is taken as it is, without a request. An empty
-     * body writes nothing and is no error. Rejected with a zErrorInfo when the request fails or the
-     * file cannot be written.
+     * body writes nothing and is no error. Rejected with a zErrorInfo of code 0 when the request
+     * fails, when the file cannot be written whole, which then is gone, and for a path that begins
+     * with "res/" and leads out of it.
      */
     QtPromise::QPromise<QString> downloadFile(const QString& path, const QString& url,
                                               bool reuseExisting);
@@ -151,6 +152,8 @@ private:
 
     struct TableDownload;
     TableDownload startDownload(EDataTable::EDataTableType type);
+    QtPromise::QPromise<QByteArray> fetch(const TableDownload& download);
+    QtPromise::QPromise<void> store(const TableDownload& download, const QByteArray& body);
 
     static QSharedPointer<ZDataTableMgr> m_instance;
 
@@ -158,4 +161,5 @@ private:
     QTimer m_saveTimer;
     QByteArray m_lastGiftTable;
     QMap<QString, bool> m_loadResults; // by the table's name
+    QMap<int, QString> m_updateErrors; // of tables whose last update failed
 };

@@ -113,7 +113,9 @@ TableStatus ZDataTableMgr::getTableStatus(EDataTable::EDataTableType type) const
         return status;
     status.version = getTableVersion(type);
     status.path = CacheFolders::tables() + fileNameOf(urlOf(type, status.version));
-    status.size = QFileInfo(status.path).size();
+    const QFileInfo file(status.path);
+    status.size = file.isFile() ? file.size() : 0;
+    status.error = m_updateErrors.value(type);
     if (const TableEntry* entry = entryOf(status.table))
         describe(*entry, status);
     status.state = stateOf(m_loadResults, status.table);

@@ -1,7 +1,10 @@
 #include "datatable/CacheFolders.h"
+#include "datatable/CachePaths.h"
+#include "datatable/RequestCause.h"
 #include "datatable/TableCatalogue.h"
 #include "datatable/TableRows.h"
 #include "datatable/ZDataTableMgr.h"
+#include "file/WholeFile.h"
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 #include "host/zErrorInfo.h"
@@ -12,8 +15,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
-
-#include <memory>
 
 using QtPromise::QPromise;
 
@@ -43,16 +44,45 @@ QPromise<void> rejected(const QString& message)
     return QPromise<void>::reject(zErrorInfo(message, 0));
 }
 
-QPromise<QString> writeFile(const QString& path, const QByteArray& body)
+/** Why the file was not written; then there is none. */
+QString writeStraight(const QString& path, const QByteArray& body)
 {
-    if (body.isEmpty())
-        return QPromise<QString>::resolve(path);
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(body) != body.size() || !file.flush()) {
-        const QString message = QStringLiteral("Cannot write %1: %2");
-        return QPromise<QString>::reject(zErrorInfo(message.arg(path, file.errorString()), 0));
+    QString cause;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        cause = file.errorString();
+    } else {
+        cause = WholeFile::writeAll(file, body);
+        if (!cause.isEmpty())
+            QFile::remove(path);
     }
-    return QPromise<QString>::resolve(path);
+    return cause.isEmpty() ? cause : QStringLiteral("Cannot write %1: %2").arg(path, cause);
+}
+
+/** Opens a file that nobody else has, not even another process in the same millisecond. */
+bool openTemporary(QFile& file, const QString& path)
+{
+    for (qint64 time = QDateTime::currentMSecsSinceEpoch();; ++time) {
+        file.setFileName(path + QStringLiteral("_temp_") + QString::number(time));
+        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+            return true;
+        if (!QFileInfo::exists(file.fileName()))
+            return false;
+    }
+}
+
+/** Why the table was not stored; then what was at path is still there. */
+QString storeTable(const QString& path, const QByteArray& body)
+{
+    QFile file;
+    if (!openTemporary(file, path))
+        return file.errorString();
+    QString cause = WholeFile::writeAll(file, body);
+    if (cause.isEmpty() && !body.isEmpty())
+        cause = WholeFile::replace(file.fileName(), path);
+    if (!cause.isEmpty())
+        file.remove();
+    return cause;
 }
 
 } // namespace
@@ -60,60 +90,62 @@ QPromise<QString> writeFile(const QString& path, const QByteArray& body)
 /** Everything a download needs, fixed when it starts: the version may change while it runs. */
 struct ZDataTableMgr::TableDownload
 {
-    QString key;
+    EDataTable::EDataTableType type;
     QString address;
     QString path;
-    QString temporaryPath;
 
-    QPromise<QByteArray> fetch() const { return ZHttpComm::getInstance()->get(QUrl(address)); }
-
-    QPromise<void> failed() const
-    {
-        const QString message = QStringLiteral("静态表下载错误");
-        qInfo().noquote() << message << key;
-        return rejected(message);
-    }
-
-    QPromise<void> store(const QByteArray& body) const
-    {
-        QFile::remove(temporaryPath);
-        QFile file(temporaryPath);
-        if (!file.open(QIODevice::WriteOnly)) {
-            const QString message = QStringLiteral("保存静态表失败");
-            qInfo().noquote() << message << key << path;
-            return rejected(message);
-        }
-        const qint64 written = file.write(body);
-        file.close();
-        if (written > 0) {
-            QFile::remove(path);
-            QFile::rename(temporaryPath, path);
-        }
-        qInfo().noquote() << QStringLiteral("保存静态表成功") << key << path;
-        return QPromise<void>::resolve();
-    }
+    QString key() const { return TableCatalogue::name(type); }
 };
 
 ZDataTableMgr::TableDownload ZDataTableMgr::startDownload(EDataTable::EDataTableType type)
 {
-    const QString path = getTablePath(type);
-    const QString now = QString::number(QDateTime::currentMSecsSinceEpoch());
-    return {TableCatalogue::name(type), getDataTableUrl(type), path,
-            path + QStringLiteral("_temp_") + now};
+    return {type, getDataTableUrl(type), getTablePath(type)};
+}
+
+/** The bytes of the table; what goes wrong is noted, logged and becomes the fixed words. */
+QPromise<QByteArray> ZDataTableMgr::fetch(const TableDownload& download)
+{
+    const QUrl address(download.address);
+    const RequestCause cause(address);
+    return ZHttpComm::getInstance()->get(address).tapFail(cause).then(
+        [this, download](const QByteArray& body) {
+            if (isTable(body))
+                return QPromise<QByteArray>::resolve(body);
+            const QString message = notATable(download.address);
+            m_updateErrors.insert(download.type, message);
+            return QPromise<QByteArray>::reject(zErrorInfo(message, 0));
+        },
+        [this, download, cause] {
+            const QString message = QStringLiteral("静态表下载错误");
+            qInfo().noquote() << message << download.key();
+            m_updateErrors.insert(download.type, cause.message());
+            return QPromise<QByteArray>::reject(zErrorInfo(message, 0));
+        });
+}
+
+QPromise<void> ZDataTableMgr::store(const TableDownload& download, const QByteArray& body)
+{
+    const QString cause = storeTable(download.path, body);
+    if (!cause.isEmpty()) {
+        const QString message = QStringLiteral("保存静态表失败");
+        qInfo().noquote() << message << download.key() << download.path;
+        m_updateErrors.insert(download.type, QStringLiteral("%1: %2").arg(download.path, cause));
+        return rejected(message);
+    }
+    m_updateErrors.remove(download.type);
+    qInfo().noquote() << QStringLiteral("保存静态表成功") << download.key() << download.path;
+    return QPromise<void>::resolve();
 }
 
 QPromise<void> ZDataTableMgr::updateDataTable(EDataTable::EDataTableType type)
 {
     const TableDownload download = startDownload(type);
-    if (hasContent(download.path))
+    if (hasContent(download.path)) {
+        m_updateErrors.remove(type);
         return QPromise<void>::resolve();
-    return download.fetch().then(
-        [download](const QByteArray& body) {
-            if (!isTable(body))
-                return rejected(notATable(download.address));
-            return download.store(body);
-        },
-        [download] { return download.failed(); });
+    }
+    return fetch(download).then(
+        [this, download](const QByteArray& body) { return store(download, body); });
 }
 
 QPromise<void> ZDataTableMgr::updateAllDataTable()
@@ -134,38 +166,39 @@ QPromise<void> ZDataTableMgr::updateAllDataTable()
 QPromise<void> ZDataTableMgr::updateGiftDataTable()
 {
     const TableDownload download = startDownload(EDataTable::CS_GiftList);
-    return download.fetch().then(
-        [this, download](const QByteArray& body) {
-            if (!isTable(body))
-                return rejected(notATable(download.address));
-            if (body == m_lastGiftTable) {
-                const QString message = QStringLiteral("数据没变化");
-                qInfo().noquote() << message << QStringLiteral("updateGiftDataTable")
-                                  << download.address;
-                return rejected(message);
-            }
-            m_lastGiftTable = body;
-            return download.store(body);
-        },
-        [download] { return download.failed(); });
+    return fetch(download).then([this, download](const QByteArray& body) {
+        if (body == m_lastGiftTable) {
+            const QString message = QStringLiteral("数据没变化");
+            qInfo().noquote() << message << QStringLiteral("updateGiftDataTable")
+                              << download.address;
+            return rejected(message);
+        }
+        const QPromise<void> stored = store(download, body);
+        // What could not be stored has to be fetched again.
+        m_lastGiftTable = stored.isFulfilled() ? body : QByteArray();
+        return stored;
+    });
 }
 
 QPromise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString& url,
                                               bool reuseExisting)
 {
+    const auto refused = [](const QString& why) {
+        return QPromise<QString>::reject(zErrorInfo(why, 0));
+    };
+    if (!CachePaths::mayBeUsed(path))
+        return refused(QStringLiteral("%1 leads out of the cache").arg(path));
     if (reuseExisting && QFileInfo(path).size() > 0)
         return QPromise<QString>::resolve(path);
     const QString folder = QFileInfo(path).path();
     if (!QDir(folder).exists())
         QDir().mkpath(folder);
     const QUrl address(url);
-    // A host may reject with anything; its own words are kept where it has some.
-    const QString unnamed = QStringLiteral("Cannot download %1");
-    const auto error = std::make_shared<zErrorInfo>(
-        unnamed.arg(address.toString(QUrl::RemoveQuery | QUrl::RemoveUserInfo)), 0);
-    return ZHttpComm::getInstance()
-        ->get(address)
-        .tapFail([error](const zErrorInfo& cause) { *error = zErrorInfo(cause.message(), 0); })
-        .then([path](const QByteArray& body) { return writeFile(path, body); },
-              [error] { return QPromise<QString>::reject(*error); });
+    const RequestCause cause(address);
+    return ZHttpComm::getInstance()->get(address).tapFail(cause).then(
+        [path, refused](const QByteArray& body) {
+            const QString fault = body.isEmpty() ? QString() : writeStraight(path, body);
+            return fault.isEmpty() ? QPromise<QString>::resolve(path) : refused(fault);
+        },
+        [cause, refused] { return refused(cause.message()); });
 }

@@ -2,9 +2,12 @@
 
 #include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
+#include "datatable/CachePaths.h"
 #include "datatable/DeclaredTable.h"
+#include "datatable/RequestCause.h"
 #include "datatable/ResourceServer.h"
 #include "datatable/ZDataTableMgr.h"
+#include "file/WholeFile.h"
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 
@@ -15,6 +18,7 @@
 #include <QUrl>
 
 using CacheNames::VersionedName;
+using QtPromise::QPromise;
 
 namespace {
 
@@ -32,18 +36,41 @@ int tableVersionNow()
     return ZDataTableMgr::getInstance()->getTableVersion(EDataTable::FlashConfig);
 }
 
-void store(const QString& folder, const QString& archiveName, const QByteArray& body)
+QString descriptionOf(const ZFlashConfigInfo& info)
 {
+    return QStringLiteral("%1/%2.flajson")
+        .arg(nameOf(info).in(CacheFolders::flashes()), info.flashName);
+}
+
+/** Unpacks on the thread pool; fulfilled with why that failed, or with an empty text. */
+QPromise<QString> unpack(const QString& archive)
+{
+    return QPromise<QString>([archive](const QtPromise::QPromiseResolve<QString>& resolve) {
+        QThreadPool::globalInstance()->start([archive, resolve] {
+            const bool unpacked = ZGlobalConfig::unZipFile(archive, true);
+            resolve(unpacked ? QString() : QStringLiteral("%1 cannot be unpacked").arg(archive));
+        });
+    });
+}
+
+/** Stores the archive in its folder and unpacks it there; fulfilled as unpack() is. */
+QPromise<QString> store(const ZFlashConfigInfo& info, const QByteArray& body)
+{
+    const QString folder = nameOf(info).in(CacheFolders::flashes());
     QDir().mkpath(folder);
-    const QString archive = QStringLiteral("%1/%2").arg(folder, archiveName);
-    QFile file(archive);
-    if (!file.open(QIODevice::WriteOnly) || file.write(body) != body.size())
-        return;
-    file.close();
-    QThreadPool::globalInstance()->start([archive] { ZGlobalConfig::unZipFile(archive, true); });
+    const QString archive = QStringLiteral("%1/%2").arg(folder, nameOf(info).whole());
+    const QString fault = WholeFile::write(archive, body);
+    return fault.isEmpty() ? unpack(archive) : QPromise<QString>::resolve(fault);
 }
 
 } // namespace
+
+struct ZFlashConfigMgr::Pass
+{
+    int tableVersion = 0;
+    int started = 0;
+    int open = 0;
+};
 
 ZFlashConfigMgr& ZFlashConfigMgr::getInstance()
 {
@@ -127,32 +154,59 @@ void ZFlashConfigMgr::loadFlash()
     m_timer.start();
 }
 
+bool ZFlashConfigMgr::isPresent(const QString& flashName) const
+{
+    const auto known = m_infos.constFind(flashName);
+    return known != m_infos.constEnd() && QFile::exists(descriptionOf(*known));
+}
+
+QString ZFlashConfigMgr::getFailure(const QString& flashName) const
+{
+    return m_failures.value(flashName);
+}
+
 void ZFlashConfigMgr::sltDownLoadFlash()
 {
-    const int tableVersion = tableVersionNow();
-    qInfo().noquote() << QStringLiteral("开始下载flash") << tableVersion;
-    m_started = 0;
+    const auto pass = std::make_shared<Pass>();
+    pass->tableVersion = tableVersionNow();
+    qInfo().noquote() << QStringLiteral("开始下载flash") << pass->tableVersion;
     for (const ZFlashConfigInfo& info : qAsConst(m_infos)) {
-        const QString folder = getFlashPath(info.flashName);
-        if (!QFile::exists(QStringLiteral("%1/%2.flajson").arg(folder, info.flashName)))
-            download(info, tableVersion);
+        if (!isPresent(info.flashName) && CachePaths::mayBeUsed(descriptionOf(info)))
+            download(info, pass);
     }
-    if (m_started == 0) {
+    if (pass->started == 0) {
         Q_EMIT sigDownloadFlash();
         qInfo().noquote() << QStringLiteral("下载FlashConfig完成");
+        Q_EMIT sigPassEnded(0);
     }
 }
 
-void ZFlashConfigMgr::download(const ZFlashConfigInfo& info, int tableVersion)
+void ZFlashConfigMgr::download(const ZFlashConfigInfo& info, const std::shared_ptr<Pass>& pass)
 {
-    ++m_started;
-    const QString folder = getFlashPath(info.flashName);
+    ++pass->started;
+    ++pass->open;
+    const QUrl address(getFlashUrl(info.flashName));
+    const RequestCause cause(address);
     ZHttpComm::getInstance()
-        ->get(QUrl(getFlashUrl(info.flashName)))
-        .then([folder, info, tableVersion](const QByteArray& body) {
-            // What was asked for under another version of the table may no longer be wanted.
-            if (tableVersionNow() == tableVersion)
-                store(folder, nameOf(info).whole(), body);
-        })
-        .fail([] {}); // the next pass finds it missing still
+        ->get(address)
+        .tapFail(cause)
+        .then(
+            [info, pass](const QByteArray& body) {
+                // What was asked for under another version of the table may no longer be wanted.
+                if (tableVersionNow() != pass->tableVersion)
+                    return QPromise<QString>::resolve(QStringLiteral("the table has changed"));
+                return store(info, body);
+            },
+            [cause] { return QPromise<QString>::resolve(cause.message()); })
+        .then([this, info, pass](const QString& failure) { ended(info, *pass, failure); });
+}
+
+void ZFlashConfigMgr::ended(const ZFlashConfigInfo& info, Pass& pass, const QString& failure)
+{
+    if (failure.isEmpty())
+        m_failures.remove(info.flashName);
+    else
+        m_failures.insert(info.flashName, failure);
+    if (--pass.open == 0)
+        Q_EMIT sigPassEnded(pass.started);
 }

@@ -3,12 +3,13 @@
 #include "ZGlobalExport.h"
 #include "datatable/TableSchema.h"
 
-#include <QByteArray>
 #include <QMap>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
+
+#include <memory>
 
 /** A flash animation in its current version. */
 struct ZFlashConfigInfo
@@ -52,10 +53,16 @@ public:
     /** Where the archive is downloaded from; empty for an empty name, no version for an unknown. */
     QString getFlashUrl(const QString& flashName);
 
+    /** Whether an animation of the table is unpacked in its folder. */
+    bool isPresent(const QString& flashName) const;
+
+    /** Why the last try to fetch an animation failed; empty when it did not, or there was none. */
+    QString getFailure(const QString& flashName) const;
+
     /**
      * Downloads the animations that are missing, one second after the last call. A download that
      * fails, or ends when the table has another version already, leaves nothing; the next call
-     * tries again.
+     * tries again. A name that would lead out of "res/" is passed over.
      */
     void loadFlash();
 
@@ -66,15 +73,20 @@ Q_SIGNALS:
      */
     void sigDownloadFlash();
 
+    /** All downloads of a pass, so many of them, have ended, and what came in is unpacked. */
+    void sigPassEnded(int downloads);
+
 private Q_SLOTS:
     void sltDownLoadFlash();
 
 private:
     explicit ZFlashConfigMgr(QObject* parent);
 
-    void download(const ZFlashConfigInfo& info, int tableVersion);
+    struct Pass;
+    void download(const ZFlashConfigInfo& info, const std::shared_ptr<Pass>& pass);
+    void ended(const ZFlashConfigInfo& info, Pass& pass, const QString& failure);
 
     QMap<QString, ZFlashConfigInfo> m_infos;
+    QMap<QString, QString> m_failures; // by name, of those that could not be had
     QTimer m_timer;
-    int m_started = 0; // downloads of the current pass
 };

@@ -134,7 +134,7 @@ QString ZBannerMgr::getBannerImagePathById(const int& id)
     return CacheNames::imagePath(getBannerImageUrlById(id));
 }
 
-void ZBannerMgr::loadBannerImages()
+QStringList ZBannerMgr::getMissingImageUrls()
 {
     QStringList missing;
     for (const ZBannerInfo& info : qAsConst(m_banners)) {
@@ -142,6 +142,12 @@ void ZBannerMgr::loadBannerImages()
         if (hasPicture && !QFile::exists(getBannerImagePathById(info.id)))
             missing.append(getBannerImageUrlById(info.id));
     }
+    return missing;
+}
+
+void ZBannerMgr::loadBannerImages()
+{
+    const QStringList missing = getMissingImageUrls();
     if (missing.isEmpty()) {
         Q_EMIT sigDownloadImages();
         return;

@@ -76,6 +76,8 @@ public:
     /** The picture's file in "res/images/", named after its address. */
     QString getBannerImagePathById(const int& id);
 
+    /** The addresses of the pictures that have no file yet. */
+    QStringList getMissingImageUrls();
     /** Fetches the pictures that have no file yet; sigDownloadImages follows in every case. */
     void loadBannerImages();
 

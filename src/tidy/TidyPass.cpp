@@ -35,9 +35,28 @@ TidyAge ageOf(const QDateTime& modified)
     return old ? TidyAge::Old : TidyAge::Recent;
 }
 
-bool removeFolder(const QString& path)
+bool isLink(const QString& path)
 {
-    // First the files, one by one, so that a large folder does not hold up the end of the process.
+    const QFileInfo info(path);
+    return info.isSymLink() || info.isJunction();
+}
+
+/** The link alone: what it leads to is not ours. */
+bool removeLink(const QString& path)
+{
+    return QFile::remove(path) || QDir().rmdir(path);
+}
+
+bool removeFolder(const QString& path, const QString& name)
+{
+    if (isLink(path))
+        return removeLink(path);
+    // The description first: its presence tells that everything is there.
+    const QString description =
+        QStringLiteral("%1/%2.flajson").arg(path, CacheNames::VersionedName::split(name).name);
+    if (QFile::exists(description) && !QFile::remove(description))
+        return false;
+    // Then the files, one by one, so that a large folder does not hold up the end of the process.
     QDirIterator files(path, QDir::Files | QDir::Hidden | QDir::System,
                        QDirIterator::Subdirectories);
     while (files.hasNext()) {
@@ -120,14 +139,15 @@ void TidyPass::discard(const TidyEntry& entry, const QString& action, const QStr
         return;
     }
     ++m_counts.removed;
-    const bool removed = m_kind == Files ? QFile::remove(entry.path) : removeFolder(entry.path);
+    const bool removed =
+        m_kind == Files ? QFile::remove(entry.path) : removeFolder(entry.path, entry.name);
     if (removed || !isEnding()) // a removal that was cut short has not failed
         logRemoval(action, shown, removed);
 }
 
 void TidyPass::removeArchiveIfOld(const TidyEntry& entry) const
 {
-    if (entry.age != TidyAge::Old)
+    if (entry.age != TidyAge::Old || isLink(entry.path))
         return;
     const QString archive = QStringLiteral("%1/%2").arg(entry.path, entry.name);
     if (QFile::exists(archive) && !QFile::remove(archive))

@@ -1,16 +1,16 @@
 #include "demo/Demo.h"
 #include "demo/Steps.h"
 
-#include "Literals.h"
-#include "Terminal.h"
-#include "Wait.h"
-#include "WordMasks.h"
 #include "chat/ZBubbleConfigMgr.h"
 #include "chat/ZDoutuMgr.h"
 #include "chat/ZGroupWelcomelMgr.h"
 #include "chat/ZMessageMgr.h"
 #include "chat/ZQuickInputMessageMgr.h"
 #include "chat/ZSensitiveWordsInfoListMgr.h"
+#include "command/WordMasks.h"
+#include "console/Literals.h"
+#include "console/Terminal.h"
+#include "console/Wait.h"
 
 #include <QFileInfo>
 

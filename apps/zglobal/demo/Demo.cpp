@@ -1,8 +1,8 @@
 #include "demo/Demo.h"
 
-#include "Failure.h"
-#include "Literals.h"
-#include "Terminal.h"
+#include "console/Failure.h"
+#include "console/Literals.h"
+#include "console/Terminal.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -101,7 +101,10 @@ bool Demo::finish() const
 
 void Demo::serve()
 {
-    m_server = std::make_unique<ContentServer>(content(), 0);
+    QString error;
+    m_server = std::make_unique<ContentServer>();
+    if (!m_server->start(content(), 0, &error))
+        throw Failure {error};
 }
 
 ContentServer& Demo::server() const

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "ContentServer.h"
-#include "TextTable.h"
+#include "client/ZGlobalClient.h"
+#include "console/TextTable.h"
+#include "server/ContentServer.h"
 
 #include <QString>
 #include <QStringList>
@@ -14,7 +15,7 @@
  * The stage of the demonstration: a content server over a copy of the content, a client's working
  * folder, and what the steps tell and check.
  *
- * A step is as expected when it checked something, every check held, and nothing was thrown.
+ * A step is as expected when it checked something, every check held, and no Failure was thrown.
  */
 class Demo
 {
@@ -42,6 +43,8 @@ public:
     /** Throws a Failure while there is none. */
     ContentServer& server() const;
 
+    ZGlobalClient& client() { return m_client; }
+
     /** The operator's folder and the client's. */
     QString content() const { return m_content.path(); }
     QString work() const { return m_work; }
@@ -55,6 +58,7 @@ private:
     QString m_work;
     QString m_start;
     std::unique_ptr<ContentServer> m_server;
+    ZGlobalClient m_client;
     int m_steps = 0;
     int m_asExpected = 0;
     int m_checks = 0;

@@ -1,8 +1,9 @@
 #include "demo/Demo.h"
 #include "demo/Steps.h"
 
-#include "Flashes.h"
-#include "Literals.h"
+#include "command/Flashes.h"
+#include "console/Literals.h"
+#include "console/Wait.h"
 #include "effect/ZActivityAwardEffectMgr.h"
 #include "effect/ZAwardEffectMgr.h"
 #include "effect/ZFlashConfigMgr.h"
@@ -39,12 +40,16 @@ void Steps::effects(Demo& demo)
 
 void Steps::flashes(Demo& demo)
 {
-    const Flashes::Pass first = Flashes::run();
+    int announced = 0;
+    QObject context;
+    QObject::connect(&ZFlashConfigMgr::getInstance(), &ZFlashConfigMgr::sigDownloadFlash, &context,
+                     [&announced] { ++announced; });
+    const auto first = settled(demo.client().fetchFlashes());
     demo.say(u"loadFlash() downloads what is missing and unpacks it on the thread pool:"_s);
     demo.show(Flashes::asTable());
-    demo.expect(first.downloads == 4 && !first.allPresent && Flashes::missing() == 0,
-                u"%1 animations downloaded and unpacked"_s.arg(first.downloads));
-    const Flashes::Pass second = Flashes::run();
-    demo.expect(second.allPresent && second.downloads == 0,
+    demo.expect(first.value.downloads == 4 && announced == 0 && first.value.failures.isEmpty(),
+                u"%1 animations downloaded and unpacked"_s.arg(first.value.downloads));
+    const auto second = settled(demo.client().fetchFlashes());
+    demo.expect(announced == 1 && second.value.downloads == 0,
                 u"a second pass finds every one present and says so"_s);
 }

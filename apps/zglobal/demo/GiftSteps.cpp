@@ -1,9 +1,9 @@
 #include "demo/Demo.h"
 #include "demo/Steps.h"
 
-#include "Literals.h"
-#include "Wait.h"
-#include "Words.h"
+#include "console/Literals.h"
+#include "console/Readable.h"
+#include "console/Wait.h"
 #include "datatable/ZDataTableMgr.h"
 #include "gift/ZGiftListMgr.h"
 
@@ -55,7 +55,7 @@ void Steps::giftPicture(Demo& demo)
     const bool same = stored.open(QIODevice::ReadOnly) && published.open(QIODevice::ReadOnly)
         && stored.size() > 0 && stored.readAll() == published.readAll();
     demo.expect(download.ok && download.value == path && same,
-                u"the picture is there, %1, byte for byte"_s.arg(Words::size(stored.size())));
+                u"the picture is there, %1, byte for byte"_s.arg(Readable::size(stored.size())));
     const int before = demo.server().requests();
     const auto again = settled(ZDataTableMgr::getInstance()->downloadFile(path, address, true));
     demo.expect(again.ok && demo.server().requests() == before,

@@ -1,10 +1,10 @@
 #include "demo/Demo.h"
 #include "demo/Steps.h"
 
-#include "Banners.h"
-#include "Literals.h"
-#include "Wait.h"
-#include "Words.h"
+#include "command/Banners.h"
+#include "console/Literals.h"
+#include "console/Readable.h"
+#include "console/Wait.h"
 #include "presentation/ZBannerMgr.h"
 #include "presentation/ZOtherBannerMgr.h"
 #include "presentation/ZPCSkinMgr.h"
@@ -65,7 +65,7 @@ void Steps::pages(Demo& demo)
     const QVector<ZOtherBannerInfo> list = others->getList();
     for (const ZOtherBannerInfo& other : list)
         table.add({QString::number(other.id), other.targetObject.trimmed(),
-                   Words::yesNo(others->otherBannerIsByCef(other.targetObject))});
+                   Readable::yesNo(others->otherBannerIsByCef(other.targetObject))});
     demo.show(table);
     demo.expect(others->otherBannerIsByCef(u"https://h5.example.com/hall/dance"_s)
                     && !others->otherBannerIsByCef(u"https://h5.example.com/hall/music"_s),

@@ -1,9 +1,9 @@
 #include "demo/Demo.h"
 #include "demo/Steps.h"
 
-#include "Literals.h"
-#include "Terminal.h"
-#include "Words.h"
+#include "console/Literals.h"
+#include "console/Readable.h"
+#include "console/Terminal.h"
 #include "decoration/ZFunLevelMgr.h"
 #include "decoration/ZImageFrameInfoListMgr.h"
 #include "decoration/ZMedalMgr.h"
@@ -127,6 +127,6 @@ void Steps::nobility(Demo& demo)
     for (const auto& car : cars) {
         const bool exclusive = nobility->isExclusiveCar(car.first);
         demo.expect(exclusive == car.second,
-                    u"%1 belongs to a rank: %2"_s.arg(car.first, Words::yesNo(exclusive)));
+                    u"%1 belongs to a rank: %2"_s.arg(car.first, Readable::yesNo(exclusive)));
     }
 }

@@ -1,12 +1,12 @@
 #include "demo/Demo.h"
 #include "demo/Steps.h"
 
-#include "Failure.h"
-#include "Host.h"
-#include "Json.h"
-#include "Literals.h"
-#include "Log.h"
-#include "Wait.h"
+#include "console/Failure.h"
+#include "console/Json.h"
+#include "console/Literals.h"
+#include "console/Log.h"
+#include "console/Wait.h"
+#include "datatable/TableCatalogue.h"
 #include "datatable/ZDataTableMgr.h"
 #include "gift/ZGiftListMgr.h"
 
@@ -72,8 +72,9 @@ QStringList runAgain(const QStringList& arguments)
 {
     QProcess process;
     process.start(QCoreApplication::applicationFilePath(), arguments);
-    if (!process.waitForFinished(patience) || process.exitStatus() != QProcess::NormalExit
-        || process.exitCode() != 0)
+    const bool ended =
+        waitUntil([&process] { return process.state() == QProcess::NotRunning; }, patience);
+    if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
         throw Failure {u"zglobal %1 failed: %2"_s.arg(
             arguments.join(QLatin1Char(' ')),
             QString::fromUtf8(process.readAllStandardError()).trimmed())};
@@ -89,7 +90,7 @@ void Steps::publishGifts(Demo& demo)
     const QString oldName = gifts->getGiftNameById(renamedGift());
     const bool wasUnknown = gifts->isGiftInvalid(newGift());
     publish(demo.content());
-    const Host::Learnt learnt = Host::learnVersions();
+    const auto learnt = settled(demo.client().learnVersions());
     demo.say(
         u"The operator renamed %1, added %2 and raised the version; the client keeps running"_s.arg(
             renamedGift(), newGift()));
@@ -101,19 +102,20 @@ void Steps::publishGifts(Demo& demo)
     const QStringList lines = Log::lines();
     for (const QString& line : lines)
         demo.say(u"log: "_s + line);
-    demo.expect(learnt.changed == QVector {EDataTable::CS_GiftList}, u"only its version is new"_s);
+    demo.expect(learnt.value.changed == QVector {EDataTable::CS_GiftList},
+                u"only its version is new"_s);
     demo.expect(loaded, u"the log tells that it is loaded"_s);
     const QString name = gifts->getGiftNameById(renamedGift());
     demo.expect(oldName != name && name == renamedTo(),
                 u"%1 was %2 and is %3"_s.arg(renamedGift(), oldName, name));
     demo.expect(wasUnknown && !gifts->isGiftInvalid(newGift()),
                 u"%1 %2 is known"_s.arg(newGift(), gifts->getGiftNameById(newGift())));
-    Host::waitForSavedVersions();
+    settled(demo.client().versionsSaved());
 }
 
 void Steps::unchangedGifts(Demo& demo)
 {
-    const QString path = Host::fileOf(EDataTable::CS_GiftList).path;
+    const QString path = ZDataTableMgr::getInstance()->getTableStatus(EDataTable::CS_GiftList).path;
     const int before = demo.server().requests();
     const auto outcome = settled(ZDataTableMgr::getInstance()->updateGiftDataTable());
     demo.say(
@@ -139,8 +141,8 @@ void Steps::restartOffline(Demo& demo)
     demo.say(u"$ zglobal status"_s);
     const QStringList status = runAgain(QStringList {u"status"_s} + folder);
     demo.say(status);
-    const auto files = Host::tableFiles();
-    demo.expect(status.size() == files.size() + 1 && status.filter(u"missing"_s).isEmpty()
+    const int tables = TableCatalogue::types().size();
+    demo.expect(status.size() == tables + 1 && status.filter(u"missing"_s).isEmpty()
                     && status.filter(u"failed"_s).isEmpty(),
-                u"all %1 tables have their file, none fails to load"_s.arg(files.size()));
+                u"all %1 tables have their file, none fails to load"_s.arg(tables));
 }

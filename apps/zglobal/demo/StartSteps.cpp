@@ -1,10 +1,12 @@
 #include "demo/Demo.h"
 #include "demo/Steps.h"
 
-#include "Host.h"
-#include "Literals.h"
-#include "Wait.h"
-#include "Words.h"
+#include "command/Session.h"
+#include "console/Failure.h"
+#include "console/Literals.h"
+#include "console/Readable.h"
+#include "console/Wait.h"
+#include "datatable/TableCatalogue.h"
 #include "datatable/ZDataTableMgr.h"
 #include "host/ZHttpComm.h"
 
@@ -16,7 +18,10 @@
 
 namespace {
 
-constexpr int tableCount = 33;
+int tableCount()
+{
+    return TableCatalogue::types().size();
+}
 
 int filesIn(const QString& folder)
 {
@@ -45,7 +50,10 @@ void Steps::serveContent(Demo& demo)
 
 void Steps::startClient(Demo& demo)
 {
-    Host::enter(demo.work(), Host::configurationFor(demo.server().baseUrl()));
+    QString error;
+    if (!demo.client().open(demo.work(), Session::configurationFor(demo.server().baseUrl()),
+                            &error))
+        throw Failure {error};
     demo.say(
         u"Configuration first, then getInstance() and loadLocalVersion(). The folder is new,"_s);
     demo.say(u"so no version is known and no table is there."_s);
@@ -59,11 +67,14 @@ void Steps::startClient(Demo& demo)
 
 void Steps::learnVersions(Demo& demo)
 {
-    const Host::Learnt learnt = Host::learnVersions();
+    const auto learnt = settled(demo.client().learnVersions());
+    if (!learnt.ok)
+        throw Failure {learnt.error};
     demo.say(u"app/versions.json tells %1 versions; each goes into setTableVersion()."_s.arg(
-        learnt.told));
-    demo.expect(learnt.changed.size() == tableCount, u"all %1 are news"_s.arg(tableCount));
-    Host::waitForSavedVersions();
+        learnt.value.told));
+    demo.expect(learnt.value.changed.size() == tableCount(),
+                u"all %1 are news"_s.arg(tableCount()));
+    settled(demo.client().versionsSaved());
     const QSettings saved(u"common.ini"_s, QSettings::IniFormat);
     const int gifts = saved.value(u"TableVersion/CS_GiftList"_s).toInt();
     demo.expect(gifts == 57, u"one second later common.ini has them, CS_GiftList=%1"_s.arg(gifts));
@@ -71,25 +82,28 @@ void Steps::learnVersions(Demo& demo)
 
 void Steps::updateTables(Demo& demo)
 {
-    const Host::Updated updated = Host::updateTables();
-    demo.say(u"updateAllDataTable() made %1 requests and got %2."_s.arg(
-        QString::number(updated.requests), Words::size(updated.bytes)));
+    const auto update = settled(demo.client().updateTables());
+    const ZUpdateResult& result = update.value;
+    demo.say(u"%1 requests brought in %2: the tables, and one that has no version."_s.arg(
+        QString::number(result.requests), Readable::size(result.bytes)));
     TextTable sample({u"table"_s, u">version"_s, u">size"_s, u"file"_s});
     int present = 0;
-    const QVector<Host::TableFile> files = Host::tableFiles();
-    for (const Host::TableFile& file : files) {
-        if (file.size > 0)
+    for (const ZTableChange& change : result.tables) {
+        const TableStatus& table = change.after;
+        if (change.outcome() == ZTableChange::New)
             ++present;
-        if (sample.lines().size() <= 4 && file.report.loadedAtStart)
-            sample.add({file.report.table, QString::number(file.version), Words::size(file.size),
-                        file.path});
+        if (sample.lines().size() <= 4 && table.loadedAtStart)
+            sample.add({table.table, QString::number(table.version), Readable::size(table.size),
+                        table.path});
     }
     demo.show(sample);
-    demo.expect(updated.ok, updated.ok ? u"the promise is fulfilled"_s : updated.error);
-    demo.expect(present == tableCount && updated.requests == tableCount,
+    for (const ZClientFailure& failure : result.failures)
+        demo.expect(false, u"%1: %2"_s.arg(failure.what, failure.why));
+    demo.expect(present == tableCount() && result.requests == tableCount() + 1,
                 u"%1 tables lie in res/dataTable/"_s.arg(present));
-    const Host::Updated again = Host::updateTables();
-    demo.expect(again.ok && again.requests == 0, u"a second update asks the server for nothing"_s);
+    const auto again = settled(demo.client().updateTables());
+    demo.expect(again.ok && again.value.requests == 1,
+                u"a second update asks for the one without a version only"_s);
 }
 
 void Steps::loadTables(Demo& demo)
@@ -98,28 +112,29 @@ void Steps::loadTables(Demo& demo)
     int tables = 0;
     int expected = 0;
     int records = 0;
-    const QVector<Host::TableFile> files = Host::tableFiles();
-    for (const Host::TableFile& file : files) {
-        if (!file.report.loadedAtStart)
+    const QVector<TableStatus> statuses = ZDataTableMgr::getInstance()->getTableStatuses();
+    for (const TableStatus& status : statuses) {
+        if (!status.loadedAtStart)
             continue;
         ++expected;
-        if (file.report.state != TableStatus::Loaded)
-            demo.say(u"not loaded: "_s + file.report.table);
+        if (status.state != TableStatus::Loaded)
+            demo.say(u"not loaded: "_s + status.table);
         else
             ++tables;
-        records += file.report.declaration->recordCount();
+        records += status.declaration->recordCount();
     }
     demo.say(u"loadAllTables() handed %1 tables to their managers, which hold %2 records."_s.arg(
         QString::number(expected), QString::number(records)));
     demo.expect(loaded && tables == expected, u"all %1 are loaded"_s.arg(tables));
 }
 
-void Steps::loadOwnTables(Demo& demo)
+void Steps::loadOtherTables(Demo& demo)
 {
-    Host::fetchActivityAwards();
-    const bool loaded = Host::loadOwnTables();
+    const bool loaded = demo.client().loadOthers();
     demo.say(
         u"The chat filter's two lists and the award effects, from the files just updated, and"_s);
-    demo.say(u"the awards of activities, a table without a version that the program fetches."_s);
+    demo.say(u"the awards of activities, the table without a version."_s);
+    for (const ZClientFailure& failure : ZGlobalClient::failures())
+        demo.say(u"%1: %2"_s.arg(failure.what, failure.why));
     demo.expect(loaded, u"all four are loaded"_s);
 }

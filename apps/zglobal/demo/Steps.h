@@ -10,7 +10,7 @@ void startClient(Demo& demo);
 void learnVersions(Demo& demo);
 void updateTables(Demo& demo);
 void loadTables(Demo& demo);
-void loadOwnTables(Demo& demo);
+void loadOtherTables(Demo& demo);
 
 void giftsOnSale(Demo& demo);
 void giftPicture(Demo& demo);

@@ -1,11 +1,12 @@
 #include "demo/Demo.h"
 #include "demo/Steps.h"
 
-#include "Failure.h"
-#include "Host.h"
-#include "Literals.h"
-#include "Tidying.h"
+#include "command/Tidying.h"
+#include "console/Failure.h"
+#include "console/Literals.h"
+#include "datatable/ZDataTableMgr.h"
 #include "gift/ZGiftListMgr.h"
+#include "tidy/zTidyMgr.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -29,7 +30,7 @@ void leaveFile(const QString& path, int days)
 void leaveAnimation(const QString& folder, int days)
 {
     const QString versioned = QFileInfo(folder).fileName();
-    const QString name = versioned.left(versioned.lastIndexOf(QLatin1Char('_')));
+    const QString name = versioned.section(QLatin1Char('_'), 0, -2);
     leaveFile(folder + QLatin1Char('/') + name, days);
     leaveFile(folder + QLatin1Char('/') + versioned, days);
 }
@@ -45,13 +46,14 @@ void Steps::tidying(Demo& demo)
     const QStringList stale {u"res/dataTable/00112233445566778899AABBCCDDEEFF"_s,
                              u"res/animation/retired_1500000000"_s, u"res/flash/level_up_11"_s,
                              u"res/flash/tmp/download_8"_s, u"res/flashext/car_taxi_run_2"_s};
-    const QStringList kept {u"res/animation/"_s + usedName,
-                            u"res/animation/withdrawn_1600000000"_s,
-                            u"res/flash/level_up_12"_s,
-                            u"res/flash/rocket_fly_2"_s,
-                            u"res/flash/tmp/download_9"_s,
-                            u"res/flashext/car_taxi_run_3"_s,
-                            Host::fileOf(EDataTable::CS_GiftList).path};
+    const QStringList kept {
+        u"res/animation/"_s + usedName,
+        u"res/animation/withdrawn_1600000000"_s,
+        u"res/flash/level_up_12"_s,
+        u"res/flash/rocket_fly_2"_s,
+        u"res/flash/tmp/download_9"_s,
+        u"res/flashext/car_taxi_run_3"_s,
+        ZDataTableMgr::getInstance()->getTableStatus(EDataTable::CS_GiftList).path};
     leaveFile(stale.at(0), old);
     leaveAnimation(stale.at(1), old);
     leaveAnimation(stale.at(2), old);
@@ -64,7 +66,7 @@ void Steps::tidying(Demo& demo)
     leaveAnimation(kept.at(5), recent);
     demo.say(u"%1 stale entries of %2 days were put among those in use and those of %3 days."_s.arg(
         QString::number(stale.size()), QString::number(old), QString::number(recent)));
-    const bool ended = Tidying::run([&demo](const QString& line) { demo.say(line); });
+    Tidying::run(demo.client(), [&demo](const QString& line) { demo.say(line); });
     QStringList wrong;
     for (const QString& path : stale) {
         if (QFileInfo::exists(path))
@@ -74,7 +76,7 @@ void Steps::tidying(Demo& demo)
         if (!QFileInfo::exists(path))
             wrong.append(path);
     }
-    demo.expect(ended, u"the thread has ended"_s);
+    demo.expect(zTidyMgr::getInstance().isFinished(), u"the thread has ended"_s);
     demo.expect(wrong.isEmpty(),
                 wrong.isEmpty() ? u"what is stale is gone, what is used or of this week is there"_s
                                 : u"wrong: "_s + wrong.join(u", "_s));

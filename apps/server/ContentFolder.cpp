@@ -1,0 +1,23 @@
+#include "server/ContentFolder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStringList>
+
+QString ContentFolder::find(const QString& named, QString* error)
+{
+    const QString installed =
+        QDir::cleanPath(QCoreApplication::applicationDirPath() + QLatin1Char('/')
+                        + QStringLiteral(ZGLOBAL_INSTALLED_CONTENT));
+    const QStringList candidates = named.isEmpty()
+        ? QStringList {QStringLiteral(ZGLOBAL_SOURCE_CONTENT), installed}
+        : QStringList {named};
+    for (const QString& folder : candidates) {
+        if (QFileInfo::exists(folder + QStringLiteral("/app/versions.json")))
+            return QDir(folder).absolutePath();
+    }
+    *error = QStringLiteral("there is no content in %1; name some with --content DIR")
+                 .arg(candidates.join(QStringLiteral(" or ")));
+    return {};
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "command/CommandLine.h"
+
+Command bannersCommand();
+Command demoCommand();
+Command flashCommand();
+Command giftCommand();
+Command maskCommand();
+Command openCommand();
+Command serveCommand();
+Command showCommand();
+Command statusCommand();
+Command tidyCommand();
+Command updateCommand();

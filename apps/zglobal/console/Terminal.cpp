@@ -1,0 +1,133 @@
+#include "console/Terminal.h"
+
+#include "console/Literals.h"
+
+#include <QMutex>
+#include <QVector>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#ifdef Q_OS_WIN
+#include <io.h>
+#include <qt_windows.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace {
+
+struct Range
+{
+    uint first;
+    uint last;
+};
+
+constexpr std::array<Range, 11> wideRanges {{{0x1100, 0x115F},
+                                             {0x2E80, 0x303E},
+                                             {0x3041, 0xA4CF},
+                                             {0xAC00, 0xD7A3},
+                                             {0xF900, 0xFAFF},
+                                             {0xFE30, 0xFE6F},
+                                             {0xFF00, 0xFF60},
+                                             {0xFFE0, 0xFFE6},
+                                             {0x1F300, 0x1F64F},
+                                             {0x1F900, 0x1F9FF},
+                                             {0x20000, 0x3FFFD}}};
+
+int columnsOf(uint character)
+{
+    const QChar::Category category = QChar::category(character);
+    if (category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing
+        || category == QChar::Other_Format)
+        return 0;
+    const bool wide =
+        std::any_of(wideRanges.begin(), wideRanges.end(), [character](const Range& range) {
+            return range.first <= character && character <= range.last;
+        });
+    return wide ? 2 : 1;
+}
+
+bool isTerminal(FILE* stream)
+{
+#ifdef Q_OS_WIN
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return isatty(fileno(stream)) != 0;
+#endif
+}
+
+void write(FILE* stream, const QString& text)
+{
+    static QMutex mutex;
+    const QMutexLocker lock(&mutex);
+#ifdef Q_OS_WIN
+    static const bool utf8 = SetConsoleOutputCP(CP_UTF8);
+    Q_UNUSED(utf8)
+#endif
+    const QByteArray bytes = text.toUtf8();
+    fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+    fflush(stream);
+}
+
+} // namespace
+
+void Terminal::print(const QString& line)
+{
+    write(stdout, line + QLatin1Char('\n'));
+}
+
+void Terminal::tell(const QString& line)
+{
+    const QString wipe = isErrorTerminal() ? u"\r\x1b[K"_s : QString();
+    write(stderr, wipe + line + QLatin1Char('\n'));
+}
+
+void Terminal::draw(const QString& text)
+{
+    write(stderr, text);
+}
+
+bool Terminal::isErrorTerminal()
+{
+    static const bool answer = isTerminal(stderr);
+    return answer;
+}
+
+QString Terminal::styled(Style style, const QString& text)
+{
+    static const bool plain = !isTerminal(stdout) || qEnvironmentVariableIsSet("NO_COLOR");
+    static const QVector<QString> codes {u"0"_s, u"1"_s, u"2"_s, u"32"_s, u"31"_s};
+    if (plain || style == Plain)
+        return text;
+    return u"\x1b[%1m%2\x1b[0m"_s.arg(codes.at(style), text);
+}
+
+int Terminal::columns(const QString& text)
+{
+    int sum = 0;
+    for (const uint character : text.toUcs4())
+        sum += columnsOf(character);
+    return sum;
+}
+
+QString Terminal::padded(const QString& text, int width)
+{
+    return text + QString(std::max(0, width - columns(text)), QLatin1Char(' '));
+}
+
+QString Terminal::cut(const QString& text, int width)
+{
+    if (columns(text) <= width)
+        return text;
+    QVector<uint> kept;
+    int sum = 0;
+    for (const uint character : text.toUcs4()) {
+        sum += columnsOf(character);
+        if (sum >= width)
+            break;
+        kept.append(character);
+    }
+    return QString::fromUcs4(kept.constData(), kept.size()) + QChar(0x2026);
+}

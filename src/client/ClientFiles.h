@@ -1,0 +1,34 @@
+#pragma once
+
+#include "client/ClientResults.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+#include <QVector>
+#include <QtPromise>
+
+/** The files of the working folder that are the client's own, and the reading of tables that are
+ *  not right. */
+namespace ClientFiles {
+
+/** The object that a text holds; empty, and error tells the source and the cause, for any other. */
+QJsonObject objectOf(const QByteArray& text, const QString& source, QString* error);
+
+/**
+ * Joins the values to those in "zglobal.json" and puts all of them into force. Why that cannot be
+ * done, or an empty text.
+ */
+QString remember(const QJsonObject& values);
+
+/** Where the file of a table outside the catalogue lies: not beside the others, where tidying
+ *  removes what it does not know. */
+QString unversionedPath(const QString& table);
+
+/** Fetches the tables outside the catalogue; what is no such table does not replace a good file. */
+QtPromise::QPromise<QVector<ZClientFailure>> fetchUnversioned();
+
+/** Why a manager would refuse the file: it cannot be read, or what column it lacks. */
+QString tableFault(const QString& path, const TableDeclaration& declaration);
+
+} // namespace ClientFiles

@@ -1,0 +1,73 @@
+#include "client/Traffic.h"
+
+#include "host/ZHttpComm.h"
+
+#include <QTimer>
+
+#include <numeric>
+
+namespace {
+
+// What an answer leads to comes a turn of the event loop later, further requests included.
+constexpr int quietLooks = 3;
+constexpr int lookInterval = 10; // milliseconds
+
+} // namespace
+
+Traffic::Traffic(QObject* parent)
+    : QObject(parent)
+{
+    const ZHttpComm* http = ZHttpComm::getInstance();
+    connect(http, &ZHttpComm::sigRequestStarted, this, [this](int id, const QUrl& url) {
+        ++m_started;
+        m_open.insert(id);
+        m_running.insert(id);
+        tell(url);
+    });
+    connect(http, &ZHttpComm::sigRequestProgress, this,
+            [this](int id, const QUrl& url, qint64 received) {
+                if (!m_open.contains(id))
+                    return;
+                m_received.insert(id, received);
+                tell(url);
+            });
+    connect(http, &ZHttpComm::sigRequestFinished, this, [this](int id, const QUrl& url) {
+        m_running.remove(id);
+        if (m_open.remove(id))
+            tell(url);
+    });
+}
+
+qint64 Traffic::received() const
+{
+    return std::accumulate(m_received.cbegin(), m_received.cend(), qint64(0));
+}
+
+void Traffic::restart()
+{
+    m_started = 0;
+    m_open.clear();
+    m_received.clear();
+}
+
+QtPromise::QPromise<void> Traffic::quiet() const
+{
+    return QtPromise::QPromise<void>(
+        [this](const QtPromise::QPromiseResolve<void>& resolve) { lookAgain(0, resolve); });
+}
+
+void Traffic::tell(const QUrl& url)
+{
+    Q_EMIT sigProgress(m_started - m_open.size(), m_started, received(), url);
+}
+
+void Traffic::lookAgain(int looks, const QtPromise::QPromiseResolve<void>& resolve) const
+{
+    QTimer::singleShot(lookInterval, this, [this, looks, resolve] {
+        const int quiet = m_running.isEmpty() ? looks + 1 : 0;
+        if (quiet < quietLooks)
+            lookAgain(quiet, resolve);
+        else
+            resolve();
+    });
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QUrl>
+#include <QtPromise>
+
+/** Counts the requests of the process while it lives. GUI thread only. */
+class Traffic : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Traffic(QObject* parent);
+
+    int started() const { return m_started; }
+    qint64 received() const;
+
+    /** Forgets what has been counted; requests that are under way are not counted any more. */
+    void restart();
+
+    /** Fulfilled when no request is under way and none has followed the last. */
+    QtPromise::QPromise<void> quiet() const;
+
+Q_SIGNALS:
+    void sigProgress(int finished, int started, qint64 received, const QUrl& url);
+
+private:
+    void tell(const QUrl& url);
+    void lookAgain(int looks, const QtPromise::QPromiseResolve<void>& resolve) const;
+
+    int m_started = 0;
+    QSet<int> m_open;    // of those counted
+    QSet<int> m_running; // all
+    QHash<int, qint64> m_received;
+};

@@ -1,0 +1,274 @@
+#include "client/ZGlobalClient.h"
+
+#include "client/ClientFiles.h"
+#include "client/Traffic.h"
+#include "datatable/TableCatalogue.h"
+#include "datatable/ZDataTableMgr.h"
+#include "effect/ZFlashConfigMgr.h"
+#include "host/ZGlobalConfig.h"
+#include "host/ZHttpComm.h"
+#include "host/ZImageCacheUtil.h"
+#include "host/zErrorInfo.h"
+#include "presentation/ZBannerMgr.h"
+#include "tidy/zTidyMgr.h"
+
+#include <QDir>
+#include <QPointer>
+#include <QUrl>
+
+#include <memory>
+
+using QtPromise::QPromise;
+
+namespace {
+
+ZDataTableMgr* tables()
+{
+    return ZDataTableMgr::getInstance();
+}
+
+QVector<TableStatus> catalogued()
+{
+    QVector<TableStatus> all = tables()->getTableStatuses();
+    while (!all.isEmpty() && all.last().kind < 0)
+        all.removeLast();
+    return all;
+}
+
+/** The versions by the tables' names; throws a zErrorInfo. */
+QJsonObject versionsOf(const QByteArray& answer, const QString& address)
+{
+    QString error;
+    const QJsonObject file = ClientFiles::objectOf(answer, address, &error);
+    if (!error.isEmpty())
+        throw zErrorInfo(error);
+    const QJsonValue versions = file.value(QLatin1String("versions"));
+    if (!versions.isObject())
+        throw zErrorInfo(QStringLiteral("%1 has no object \"versions\"").arg(address));
+    return versions.toObject();
+}
+
+ZVersionNews takeVersions(const QJsonObject& versions)
+{
+    ZVersionNews news;
+    for (const EDataTable::EDataTableType type : TableCatalogue::types()) {
+        const int version = versions.value(TableCatalogue::name(type)).toInt(-1);
+        const int before = tables()->getTableVersion(type);
+        if (!tables()->setTableVersion(type, version, true))
+            continue;
+        ++news.told;
+        if (version != before)
+            news.changed.append(type);
+    }
+    return news;
+}
+
+ZUpdateResult resultOf(const QVector<TableStatus>& before)
+{
+    ZUpdateResult result;
+    const QVector<TableStatus> after = catalogued();
+    for (int i = 0; i < after.size(); ++i) {
+        const ZTableChange change {before.at(i), after.at(i)};
+        result.tables.append(change);
+        if (change.outcome() == ZTableChange::Failed)
+            result.failures.append({change.after.table, change.after.error});
+    }
+    return result;
+}
+
+} // namespace
+
+ZTableChange::Outcome ZTableChange::outcome() const
+{
+    if (after.size == 0)
+        return Failed;
+    return after.path == before.path && before.size > 0 ? Current : New;
+}
+
+ZGlobalClient::ZGlobalClient(QObject* parent)
+    : QObject(parent)
+    , m_traffic(new Traffic(this))
+{
+    connect(m_traffic, &Traffic::sigProgress, this, &ZGlobalClient::sigProgress);
+}
+
+ZGlobalClient::~ZGlobalClient() = default;
+
+QJsonObject ZGlobalClient::configurationFor(const QString& address)
+{
+    QString base = address;
+    while (base.endsWith(QLatin1Char('/')))
+        base.chop(1);
+    const QString withSlash = base + QLatin1Char('/');
+    QJsonObject values {{QStringLiteral("ImageResServer"), base},
+                        {QStringLiteral("ServerType"), QStringLiteral("1002")}};
+    for (const char* key : {"cmsServer", "ZZResServer", "H5Server", "H5WebServer"})
+        values.insert(QLatin1String(key), withSlash);
+    return values;
+}
+
+bool ZGlobalClient::open(const QString& folder, const QJsonObject& configuration, QString* error)
+{
+    QString cause;
+    if (!QDir().mkpath(folder) || !QDir::setCurrent(folder))
+        cause = QStringLiteral("the folder %1 cannot be made or entered").arg(folder);
+    if (cause.isEmpty())
+        cause = ClientFiles::remember(configuration);
+    if (cause.isEmpty() && ZGlobalClient::configuration(QStringLiteral("cmsServer")).isEmpty())
+        cause = QStringLiteral("no content server is known in %1").arg(folder);
+    if (error != nullptr && !cause.isEmpty())
+        *error = cause;
+    return cause.isEmpty();
+}
+
+QString ZGlobalClient::configuration(const QString& key)
+{
+    return ZGlobalConfig::getInstance().getConfig(key);
+}
+
+bool ZGlobalClient::load()
+{
+    tables()->loadLocalVersion();
+    const bool loaded = tables()->loadAllTables();
+    loadOthers();
+    return loaded;
+}
+
+bool ZGlobalClient::loadOthers()
+{
+    bool all = true;
+    const QVector<TableStatus> statuses = tables()->getTableStatuses();
+    for (const TableStatus& status : statuses) {
+        if (status.loadedAtStart || status.declaration == nullptr)
+            continue;
+        const bool loaded = status.kind >= 0
+            ? tables()->loadTable(static_cast<EDataTable::EDataTableType>(status.kind))
+            : tables()->loadUnversionedTable(status.table,
+                                             ClientFiles::unversionedPath(status.table));
+        all = all && loaded;
+    }
+    return all;
+}
+
+QVector<ZClientFailure> ZGlobalClient::failures()
+{
+    QVector<ZClientFailure> failures;
+    const QVector<TableStatus> statuses = tables()->getTableStatuses();
+    for (const TableStatus& status : statuses) {
+        if (status.state != TableStatus::Failed)
+            continue;
+        const QString path =
+            status.kind < 0 ? ClientFiles::unversionedPath(status.table) : status.path;
+        failures.append({status.table, ClientFiles::tableFault(path, *status.declaration)});
+    }
+    return failures;
+}
+
+QPromise<ZVersionNews> ZGlobalClient::learnVersions()
+{
+    const QString address =
+        configuration(QStringLiteral("cmsServer")) + QStringLiteral("app/versions.json");
+    const QPointer<ZGlobalClient> self(this);
+    return ZHttpComm::getInstance()
+        ->get(QUrl(address))
+        .then([self, address](const QByteArray& answer) {
+            const ZVersionNews news = takeVersions(versionsOf(answer, address));
+            if (self != nullptr && !news.changed.isEmpty())
+                self->m_unsaved = true;
+            return news;
+        })
+        .fail([](const zErrorInfo& error) -> ZVersionNews {
+            throw zErrorInfo(QStringLiteral("the versions could not be learnt: ") + error.message(),
+                             error.code());
+        });
+}
+
+QPromise<void> ZGlobalClient::versionsSaved()
+{
+    if (!m_unsaved)
+        return QPromise<void>::resolve();
+    const QPointer<ZGlobalClient> self(this);
+    return QtPromise::connect(tables(), &ZDataTableMgr::sigVersionsSaved).then([self](bool ok) {
+        if (!ok)
+            throw zErrorInfo(QStringLiteral("the versions could not be saved in common.ini"));
+        if (self != nullptr)
+            self->m_unsaved = false;
+    });
+}
+
+QPromise<ZUpdateResult> ZGlobalClient::updateTables()
+{
+    const QVector<TableStatus> before = catalogued();
+    m_traffic->restart();
+    const QPointer<ZGlobalClient> self(this);
+    const auto sideFailures = std::make_shared<QVector<ZClientFailure>>();
+    return tables()
+        ->updateAllDataTable()
+        .fail([] {}) // the tables tell themselves what failed
+        .then([] { return ClientFiles::fetchUnversioned(); })
+        .then([sideFailures](const QVector<ZClientFailure>& failures) { *sideFailures = failures; })
+        // The update's promise does not wait for every table.
+        .then([self] { return self != nullptr ? self->quiet() : QPromise<void>::resolve(); })
+        .then([self, before, sideFailures] {
+            ZUpdateResult result = resultOf(before);
+            result.failures += *sideFailures;
+            if (self != nullptr) {
+                result.requests = self->m_traffic->started();
+                result.bytes = self->m_traffic->received();
+            }
+            return result;
+        });
+}
+
+QPromise<ZUpdateResult> ZGlobalClient::update()
+{
+    const QPointer<ZGlobalClient> self(this);
+    const auto gone = [] { return zErrorInfo(QStringLiteral("the client is gone")); };
+    return learnVersions().then([self, gone] {
+        if (self == nullptr)
+            throw gone();
+        return self->updateTables().tap([self](const ZUpdateResult&) {
+            return self != nullptr ? self->versionsSaved() : QPromise<void>::resolve();
+        });
+    });
+}
+
+QPromise<void> ZGlobalClient::fetchPictures()
+{
+    return ZImageCacheUtil::preloadList(ZBannerMgr::getInstance()->getMissingImageUrls());
+}
+
+QPromise<ZFlashResult> ZGlobalClient::fetchFlashes()
+{
+    ZFlashConfigMgr& flashes = ZFlashConfigMgr::getInstance();
+    const auto ended = QtPromise::connect(&flashes, &ZFlashConfigMgr::sigPassEnded);
+    flashes.loadFlash();
+    return ended.then([&flashes](int downloads) {
+        ZFlashResult result;
+        result.downloads = downloads;
+        const auto all = flashes.getMessageMap();
+        for (const ZFlashConfigInfo& flash : all) {
+            if (!hasFlash(flash.flashName))
+                result.failures.append({flash.flashName, flashes.getFailure(flash.flashName)});
+        }
+        return result;
+    });
+}
+
+bool ZGlobalClient::hasFlash(const QString& flashName)
+{
+    return ZFlashConfigMgr::getInstance().isPresent(flashName);
+}
+
+QPromise<void> ZGlobalClient::tidy()
+{
+    zTidyMgr& tidying = zTidyMgr::getInstance();
+    const auto ended = QtPromise::connect(&tidying, &QThread::finished);
+    tidying.startThread();
+    return ended;
+}
+
+QPromise<void> ZGlobalClient::quiet()
+{
+    return m_traffic->quiet();
+}

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "ZGlobalClientExport.h"
+#include "client/ClientResults.h"
+
+#include <QJsonObject>
+#include <QObject>
+#include <QString>
+#include <QUrl>
+#include <QVector>
+#include <QtPromise>
+
+class Traffic;
+
+/**
+ * What a program does that embeds the library: a working folder, a configuration, the start-up
+ * order, versions, updates, loading, pictures, animations, tidying.
+ *
+ * It works on the process: the folder becomes the current one and the managers are those of the
+ * whole process, so one object is enough. Who wants the managers alone needs none of this.
+ *
+ * Nothing here blocks or prints. Promises are rejected with a zErrorInfo whose message names the
+ * object and the cause. GUI thread only; needs a running QCoreApplication.
+ */
+class ZGLOBALCLIENT_EXPORT ZGlobalClient : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ZGlobalClient(QObject* parent = nullptr);
+    ~ZGlobalClient() override;
+
+    /** The configuration for content that lies whole below one address, a slash at its end or not.
+     */
+    static QJsonObject configurationFor(const QString& address);
+
+    /**
+     * Makes the folder and enters it; the library keeps all its files there. The values join those
+     * of the last time, which are remembered in the folder's "zglobal.json".
+     *
+     * False, and the cause told, when that cannot be done or no content server is known then.
+     */
+    bool open(const QString& folder, const QJsonObject& configuration, QString* error = nullptr);
+
+    /** A value of the configuration in force. */
+    static QString configuration(const QString& key);
+
+    /**
+     * Loads the remembered versions and then every table that is read, as far as it is on disk:
+     * those of the start-up, the word lists, the award effects. False when one of the essential
+     * ones is missing; failures() names every table that did not load.
+     */
+    bool load();
+
+    /** The same without the tables of the start-up. */
+    bool loadOthers();
+
+    /** The tables whose last load failed, and why. */
+    static QVector<ZClientFailure> failures();
+
+    /** Asks the content server for the versions of the tables ("app/versions.json"). */
+    QtPromise::QPromise<ZVersionNews> learnVersions();
+
+    /** Fulfilled when "common.ini" holds the versions learnt; rejected when it could not be saved.
+     */
+    QtPromise::QPromise<void> versionsSaved();
+
+    /**
+     * Brings all table files up to date as the versions known say, the table without a version
+     * included. Fulfilled also when tables failed; see ZUpdateResult::failures.
+     */
+    QtPromise::QPromise<ZUpdateResult> updateTables();
+
+    /**
+     * learnVersions(), updateTables() and versionsSaved() in one. Rejected when the versions cannot
+     * be learnt; then nothing was asked for. Loads nothing: that is load().
+     */
+    QtPromise::QPromise<ZUpdateResult> update();
+
+    /** Fetches the banners' pictures that are missing; rejected when one could not be had. */
+    QtPromise::QPromise<void> fetchPictures();
+
+    /** Downloads and unpacks the flash animations that are missing; begins a second later. */
+    QtPromise::QPromise<ZFlashResult> fetchFlashes();
+
+    /** Whether an animation of the flash table is on disk and unpacked. */
+    static bool hasFlash(const QString& flashName);
+
+    /** Tidies the cache; fulfilled at the end of the run. The log tells what was removed. */
+    QtPromise::QPromise<void> tidy();
+
+    /** Fulfilled when no request is under way and none has followed the last. */
+    QtPromise::QPromise<void> quiet();
+
+Q_SIGNALS:
+    /** A request began, received something or ended; counted since the last time that all was
+     * quiet. */
+    void sigProgress(int finished, int started, qint64 received, const QUrl& url);
+
+private:
+    Traffic* m_traffic;
+    bool m_unsaved = false; // versions learnt that "common.ini" does not hold yet
+};
