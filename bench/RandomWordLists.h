@@ -17,7 +17,10 @@ public:
     {
     }
 
-    /** Up to this many words, short ones rather than long, and lines, all from one alphabet. */
+    /**
+     * Up to this many words, short ones rather than long, and lines, all from one alphabet; now and
+     * then one more line of some thousand characters.
+     */
     void next(int maxWords, int lineCount)
     {
         const QVector<QString> alphabets = characters();
@@ -31,6 +34,8 @@ public:
         lines.clear();
         for (int i = 0; i < lineCount; ++i)
             lines.append(text(m_random.bounded(24)));
+        if (m_random.bounded(10) == 0)
+            lines.append(text(m_random.bounded(3000)));
     }
 
     QStringList words;

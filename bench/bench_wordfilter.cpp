@@ -205,6 +205,21 @@ void printLines(const QString& what, const QStringList& words, int masks, Chat& 
     out().flush();
 }
 
+/** What a character costs in a line of so many, of what everybody types and of words in a row. */
+void printLongLine(int length, const QStringList& words, Chat& chat)
+{
+    QString ofWords;
+    while (ofWords.size() < length)
+        ofWords += words.at(chat.bounded(0, words.size())) + QLatin1Char(' ');
+    const auto perCharacter = [length](const QString& line) {
+        return QString::number(microseconds([&] { prepared(line); }, 3) / length, 'f', 2);
+    };
+    const QString typed = perCharacter(chat.text(length));
+    out() << "| " << grouped(length) << " | " << typed << QStringLiteral(" µs | ")
+          << perCharacter(ofWords.left(length)) << QStringLiteral(" µs |\n");
+    out().flush();
+}
+
 void printPreparation(int count, Chat& chat)
 {
     QTemporaryDir folder;
@@ -247,11 +262,17 @@ void printFigures()
     load(words);
     printLines(QStringLiteral("10,000, 1 % with metacharacters"), words, 0, chat);
     Chat latin(letters);
+    QStringList latinWords;
     for (const int count : {1000, 10000, 100000}) {
-        const QStringList latinWords = latin.words(count, 0);
+        latinWords = latin.words(count, 0);
         load(latinWords);
         printLines(grouped(count) + QStringLiteral(" of Latin letters"), latinWords, 0, latin);
     }
+
+    out() << "\n| Length of the line, 100,000 words of Latin letters | Letters | Words in a row |\n"
+          << "|---:|---:|---:|\n";
+    for (const int length : {1000, 10000, 100000, 1000000})
+        printLongLine(length, latinWords, latin);
 
     out() << "\n| Words | Reading the table | Preparing | Preparing / reading | Bytes a word |\n"
           << "|---:|---:|---:|---:|---:|\n";

@@ -9,6 +9,8 @@
 
 #include <QtTest>
 
+#include <ctime>
+
 namespace {
 
 QString masked(const QStringList& words, const QString& text)
@@ -19,15 +21,35 @@ QString masked(const QStringList& words, const QString& text)
     return line.text();
 }
 
+/** The line as the masks that were noted tell it; a later one swallows those in its stretch. */
+QString retold(const QString& text, const ChatLine& line)
+{
+    QVector<int> maskOf(text.size(), -1);
+    for (int i = 0; i < line.masks().size(); ++i) {
+        const Stretch covered = line.masks().at(i).covered;
+        if (covered.length == 0)
+            return line.text(); // stands between two characters, which are no place to note it
+        std::fill_n(maskOf.begin() + covered.start, covered.length, i);
+    }
+    QString told;
+    for (int i = 0; i < text.size(); ++i) {
+        if (maskOf.at(i) < 0)
+            told += text.at(i);
+        else if (line.masks().at(maskOf.at(i)).covered.start == i)
+            told += u'*';
+    }
+    return told;
+}
+
 /** Empty when the lines read the same after the words' filter and after the literal procedure. */
 QString difference(const QStringList& words, const QStringList& lines)
 {
     WordFilter filter(words); // one for all lines, as what it keeps between them must not matter
     for (const QString& text : lines) {
-        ChatLine line(text);
+        ChatLine line(text, true);
         filter.mask(line);
         const QString wanted = LiteralWordFilter::mask(words, text);
-        if (line.text() != wanted) {
+        if (line.text() != wanted || retold(text, line) != wanted) {
             QString report;
             QDebug(&report) << words << text << "gives" << line.text() << "not" << wanted;
             return report;
@@ -45,6 +67,21 @@ QStringList allTexts(const QString& characters, int length)
             texts.append(texts.at(i) + character);
     }
     return texts;
+}
+
+/** The processor time of masking so many words in one line, each once, in seconds. */
+double secondsOf(int count)
+{
+    QStringList words;
+    for (int i = 0; i < count; ++i)
+        words += QString(QChar(0x4E00 + i % 0x5000)) + QChar(0x3041 + i / 0x5000);
+    WordFilter filter(words);
+    const QString text = words.join(u"---"_s);
+    const std::clock_t begin = std::clock();
+    ChatLine line(text);
+    filter.mask(line);
+    const std::clock_t end = std::clock();
+    return line.text().count(u'*') == count ? double(end - begin) / CLOCKS_PER_SEC : qInf();
 }
 
 } // namespace
@@ -99,6 +136,13 @@ private Q_SLOTS:
             << QStringList {u"a-d"_s} << u"a-bd a-xd"_s << u"a-bd *"_s;
         QTest::newRow("no valid pattern")
             << QStringList {u"a+b"_s, u"x"_s} << u"a+b ab x"_s << u"a+b ab *"_s;
+        const QString before(ChatLine::pieceLength - 1, u'-');
+        QTest::newRow("anchor in the next piece") << QStringList {u"abcdefgh"_s, u"abcdefxx"_s}
+                                                  << before + u"abcdefgh"_s << before + u"*"_s;
+        const QString piece(ChatLine::pieceLength, u'x');
+        QTest::newRow("own asterisk within reach")
+            << QStringList {piece, u"ab"_s} << before.mid(2) + u"aab"_s + piece + u"b--ab"_s
+            << before.mid(2) + u"a**b--*"_s;
         QTest::newRow("empty word") << QStringList {QString()} << u"ab"_s << u"*a*b*"_s;
         QTest::newRow("empty word, empty line") << QStringList {QString()} << QString() << u"*"_s;
     }
@@ -158,6 +202,26 @@ private Q_SLOTS:
         QFETCH(const QString, word);
         const QString text = u"abcdefgh abc.d.e..fg-h "_s.repeated(1100);
         QCOMPARE(difference({word, u"g-"_s, u"h*"_s, u"*a"_s}, {text, text + text}), QString());
+    }
+
+    void bounds()
+    {
+        const QString ordinary(64, u'd');
+        QCOMPARE(masked({ordinary.repeated(30)}, ordinary.repeated(30)), u"*"_s); // of four pieces
+
+        // One letter over and over holds its anchor in hundreds of ways at each place.
+        std::vector<int> ranks;
+        AnchorIndex({u"aaaaaa"_s}, {{0, 0, 6}}).find(QString(1000, u'a'), 0, 1000, ranks);
+        QVERIFY2(ranks.size() <= 1000, qPrintable(QString::number(ranks.size())));
+    }
+
+    // Sixteen times the line and the masks: 256 times, were the whole line touched for each.
+    void timeGrowsWithTheLine()
+    {
+        double least = qInf();
+        for (int i = 0; i < 5 && least > 40; ++i)
+            least = qMin(least, secondsOf(80000) / qMin(secondsOf(5000), secondsOf(5000)));
+        QVERIFY2(least < 40, qPrintable(QString::number(least)));
     }
 
     void appliesTheMapsInTheirOwnOrder()

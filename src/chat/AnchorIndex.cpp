@@ -1,5 +1,6 @@
 #include "chat/AnchorIndex.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -72,8 +73,13 @@ void AnchorIndex::find(QStringView text, int from, int to, std::vector<int>& ran
 {
     if (m_entries.isEmpty())
         return;
-    for (int first = qMax(from, 0); first < to; first += blockSize)
+    for (int first = qMax(from, 0); first < to; first += blockSize) {
+        const auto known = ranks.size();
         findBlock(text, first, qMin(first + blockSize, to), ranks);
+        // One letter over and over is the same anchor in hundreds of ways.
+        std::sort(ranks.begin() + known, ranks.end());
+        ranks.erase(std::unique(ranks.begin() + known, ranks.end()), ranks.end());
+    }
 }
 
 void AnchorIndex::setMark(Key key, Mark mark)
@@ -115,7 +121,8 @@ void AnchorIndex::findBlock(QStringView text, int from, int to, std::vector<int>
 void AnchorIndex::findKey(Key key, std::vector<int>& ranks) const
 {
     for (int i = m_buckets.at(bucket(key)); i < m_buckets.at(bucket(key) + 1); ++i) {
-        if (m_entries.at(i).key == key)
-            ranks.push_back(m_entries.at(i).rank);
+        const Entry& entry = m_entries.at(i);
+        if (entry.key == key && (ranks.empty() || ranks.back() != entry.rank))
+            ranks.push_back(entry.rank);
     }
 }

@@ -37,7 +37,10 @@ public:
     AnchorIndex() = default;
     AnchorIndex(const QStringList& words, const QVector<Anchor>& anchors);
 
-    /** Appends the rank for every anchor in text that begins at from or later and before to. */
+    /**
+     * Appends the ranks of the anchors in text that begin at from or later and before to; a rank
+     * comes more than once only where its anchors stand apart.
+     */
     void find(QStringView text, int from, int to, std::vector<int>& ranks) const;
 
 private:

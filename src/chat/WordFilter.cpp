@@ -105,7 +105,7 @@ WordFilter::WordFilter(const QStringList& words)
         if (WordPattern::kindOf(word) == WordPattern::Invalid)
             continue;
         if (!addAnchors(word, rank, counts, anchors) && engine(rank).isValid())
-            m_unanchored.push_back(rank);
+            m_unanchored.push_back({rank, everywhere});
     }
     m_index = AnchorIndex(words, anchors);
 }
@@ -113,52 +113,106 @@ WordFilter::WordFilter(const QStringList& words)
 void WordFilter::mask(ChatLine& line)
 {
     Due due = m_unanchored;
-    addDue(line.text(), 0, line.text().size(), -1, due);
-    int done = -1;
+    for (int piece = 0; piece < line.pieceCount(); ++piece) {
+        const auto window = line.pieces(piece, piece, 0, AnchorIndex::maxReach, piece);
+        addDue(line, window, line.pieceSize(piece), -1, due);
+    }
+    std::vector<int> pieces;
     while (!due.empty()) {
-        std::pop_heap(due.begin(), due.end(), std::greater<>());
-        const int rank = due.back();
-        due.pop_back();
-        if (rank == done)
-            continue;
-        done = rank;
-        apply(rank, line, due);
+        int rank = 0;
+        takeFirst(due, rank, pieces);
+        apply(rank, pieces, line, due);
     }
 }
 
-void WordFilter::addDue(const QString& text, int from, int to, int after, Due& due) const
+/**
+ * Adds the words whose anchors begin in the window, before to, and that stand after this one.
+ *
+ * Every word has one turn, in the order of the list. A mask may make a match possible for a word
+ * that has had its turn; the rule does not go back for it, and taking it up again would mask what
+ * the rule leaves. Nor may the word at work be taken up again, for its own asterisks.
+ */
+void WordFilter::addDue(const ChatLine& line, const ChatLine::Window& window, int to, int after,
+                        Due& due) const
 {
-    auto end = due.size();
-    m_index.find(text, from, to, due);
-    due.erase(std::remove_if(due.begin() + end, due.end(), [&](int rank) { return rank <= after; }),
-              due.end());
-    while (end < due.size())
-        std::push_heap(due.begin(), due.begin() + ++end, std::greater<>());
+    std::vector<int> ranks;
+    int piece = window.begin.piece;
+    for (int begin = -window.begin.offset; begin < to; ++piece) {
+        const int end = begin + line.pieceSize(piece);
+        ranks.clear();
+        m_index.find(window.text, begin, qMin(end, to), ranks);
+        std::sort(ranks.begin(), ranks.end());
+        ranks.erase(std::unique(ranks.begin(), ranks.end()), ranks.end());
+        for (auto rank = std::upper_bound(ranks.begin(), ranks.end(), after); rank != ranks.end();
+             ++rank) {
+            due.push_back({*rank, piece});
+            std::push_heap(due.begin(), due.end(), std::greater<>());
+        }
+        begin = end;
+    }
 }
 
-void WordFilter::apply(int rank, ChatLine& line, Due& due)
+/** Takes the word whose turn it is out of the heap, with all pieces that it is due in. */
+void WordFilter::takeFirst(Due& due, int& rank, std::vector<int>& pieces)
+{
+    rank = due.front().rank;
+    pieces.clear();
+    do {
+        const int piece = due.front().piece;
+        if (pieces.empty() || pieces.back() != piece)
+            pieces.push_back(piece);
+        std::pop_heap(due.begin(), due.end(), std::greater<>());
+        due.pop_back();
+    } while (!due.empty() && due.front().rank == rank);
+}
+
+void WordFilter::apply(int rank, const std::vector<int>& pieces, ChatLine& line, Due& due)
+{
+    const int longest = WordPattern::longestMatch(m_words.at(rank));
+    if (longest == 0 || pieces.front() == everywhere) {
+        const auto window = line.pieces(0, line.pieceCount() - 1, 0, 0, 0);
+        apply(rank, window, window.text.size() + 1, line, due);
+        return;
+    }
+    // A match may begin in a piece before its anchor's, but not where the word has been at work.
+    int done = -1;
+    for (auto first = pieces.begin(); first != pieces.end();) {
+        auto last = first;
+        while (last + 1 != pieces.end()
+               && *(last + 1) - *last <= longest / ChatLine::pieceLength + 1)
+            ++last;
+        const auto window = line.pieces(*first, *last, longest, longest, done + 1);
+        int to = window.before;
+        for (int piece = *first; piece <= *last; ++piece)
+            to += line.pieceSize(piece);
+        apply(rank, window, to, line, due);
+        done = *last;
+        first = last + 1;
+    }
+}
+
+/** Masks the matches that begin in the window, before to. */
+void WordFilter::apply(int rank, const ChatLine::Window& window, int to, ChatLine& line, Due& due)
 {
     const QString& word = m_words.at(rank);
     const QRegExp* byEngine =
         WordPattern::kindOf(word) == WordPattern::Ordinary ? nullptr : &engine(rank);
     ChatLine::Stretches found;
     for (int from = 0;;) {
-        const Stretch match = byEngine != nullptr ? nextByEngine(*byEngine, line.text(), from)
-                                                  : WordPattern::next(word, line.text(), from);
-        if (match.start < 0)
+        const Stretch match = byEngine != nullptr ? nextByEngine(*byEngine, window.text, from)
+                                                  : WordPattern::next(word, window.text, from);
+        if (match.start < 0 || match.start >= to)
             break;
         found.append(match);
         from = match.start + qMax(match.length, 1);
     }
     if (found.isEmpty())
         return;
-    line.mask(rank, found);
-    int shift = 0;
-    for (const Stretch& match : found) {
+    constexpr int reach = AnchorIndex::maxReach;
+    for (const ChatLine::Place& asterisk : line.mask(rank, window, found)) {
         // Characters have come closer only across a new asterisk, which is in no anchor itself.
-        const int asterisk = match.start + shift;
-        addDue(line.text(), asterisk + 1 - AnchorIndex::maxReach, asterisk, rank, due);
-        shift += 1 - match.length;
+        const auto across = line.window(asterisk, asterisk, reach - 1, reach, 0);
+        addDue(line, across, across.before, rank, due);
     }
 }
 

@@ -13,7 +13,8 @@
  * A list of words, prepared for masking.
  *
  * Masks as if every word's pattern were run over the line in the order of the list, each on what
- * the ones before it left, but looks only at the words that could match. See docs/word-filter.md.
+ * the ones before it left, but looks only at the words that could match, and only where they could.
+ * See docs/word-filter.md.
  *
  * Not for two threads at once, masking included: engines are compiled on first need and kept.
  */
@@ -28,11 +29,25 @@ public:
     void mask(ChatLine& line);
 
 private:
-    /** Words by their place in the list, the first at the front; a heap. */
-    using Due = std::vector<int>;
+    /** A word, by its place in the list, and the piece of the line that its anchor begins in. */
+    struct DueWord
+    {
+        int rank;
+        int piece; // everywhere for a word without an anchor
 
-    void addDue(const QString& text, int from, int to, int after, Due& due) const;
-    void apply(int rank, ChatLine& line, Due& due);
+        bool operator>(const DueWord& other) const
+        {
+            return rank != other.rank ? rank > other.rank : piece > other.piece;
+        }
+    };
+    using Due = std::vector<DueWord>; // a heap, the first word's first piece at the front
+    static constexpr int everywhere = -1;
+
+    void addDue(const ChatLine& line, const ChatLine::Window& window, int to, int after,
+                Due& due) const;
+    static void takeFirst(Due& due, int& rank, std::vector<int>& pieces);
+    void apply(int rank, const std::vector<int>& pieces, ChatLine& line, Due& due);
+    void apply(int rank, const ChatLine::Window& window, int to, ChatLine& line, Due& due);
     QRegExp& engine(int rank);
 
     QStringList m_words;

@@ -38,22 +38,31 @@ int matchEnd(const QString& word, const QString& text, int start)
 
 WordPattern::Kind WordPattern::kindOf(const QString& word)
 {
-    bool special = word.isEmpty();
+    bool ordinary = !word.isEmpty();
     bool invalid = false;
     for (const QChar character : word) {
         if (character == QLatin1Char('\\'))
             return Special;
         invalid = invalid || isOneOf(refused, character);
-        special = special || character == QLatin1Char('-') || isOneOf(meaningful, character);
+        ordinary = ordinary && character != QLatin1Char('-') && !isOneOf(meaningful, character);
     }
     if (invalid)
         return Invalid;
-    return special ? Special : Ordinary;
+    return ordinary ? Ordinary : Special;
 }
 
 bool WordPattern::isLiteral(QChar character)
 {
     return !isOneOf(refused, character) && !isOneOf(meaningful, character);
+}
+
+int WordPattern::longestMatch(const QString& word)
+{
+    for (const QChar character : word) {
+        if (isOneOf(u"^$\\", character))
+            return 0;
+    }
+    return qMax(0, 3 * word.size() - 2);
 }
 
 QString WordPattern::of(const QString& word)

@@ -28,6 +28,12 @@ enum Kind {
 Kind kindOf(const QString& word);
 
 /**
+ * The length of the longest match there can be, where matching looks at nothing but the characters
+ * matched; 0 where it depends on the rest of the line.
+ */
+int longestMatch(const QString& word);
+
+/**
  * Whether the character, outside the pattern's classes, stands for itself: it is then part of every
  * match, unless the word holds a bar or a backslash.
  */
