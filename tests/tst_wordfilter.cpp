@@ -206,8 +206,17 @@ private Q_SLOTS:
 
     void bounds()
     {
-        const QString ordinary(64, u'd');
+        const QString longest = u"a."_s + QString(WordPattern::maxSpecialLength - 2, u'b');
+        const QString tooLong = u"c."_s + QString(WordPattern::maxSpecialLength - 1, u'd');
+        const QString ordinary = tooLong.mid(2);
+        QCOMPARE(masked({longest, tooLong}, longest + tooLong), QString(u"*"_s + tooLong));
         QCOMPARE(masked({ordinary.repeated(30)}, ordinary.repeated(30)), u"*"_s); // of four pieces
+
+        const LogLines log;
+        QVERIFY(m_manager->loadSensitiveWordsInfoListTable(table({longest, tooLong})));
+        QVERIFY(m_manager->loadNewSensitiveWordsInfoListTable(table({longest})));
+        QCOMPARE(LogLines::count(u"left out, 65 characters where 64 are the most: \"c.d"_s), 1);
+        QCOMPARE(LogLines::count(tooLong), 0); // shortened
 
         // One letter over and over holds its anchor in hundreds of ways at each place.
         std::vector<int> ranks;

@@ -102,7 +102,8 @@ WordFilter::WordFilter(const QStringList& words)
     anchors.reserve(words.size());
     for (int rank = 0; rank < words.size(); ++rank) {
         const QString& word = words.at(rank);
-        if (WordPattern::kindOf(word) == WordPattern::Invalid)
+        const WordPattern::Kind kind = WordPattern::kindOf(word);
+        if (kind == WordPattern::Invalid || kind == WordPattern::TooLong)
             continue;
         if (!addAnchors(word, rank, counts, anchors) && engine(rank).isValid())
             m_unanchored.push_back({rank, everywhere});

@@ -14,7 +14,7 @@
  *
  * Masks as if every word's pattern were run over the line in the order of the list, each on what
  * the ones before it left, but looks only at the words that could match, and only where they could.
- * See docs/word-filter.md.
+ * Words of kind WordPattern::TooLong are left out. See docs/word-filter.md.
  *
  * Not for two threads at once, masking included: engines are compiled on first need and kept.
  */

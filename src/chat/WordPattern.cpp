@@ -38,17 +38,18 @@ int matchEnd(const QString& word, const QString& text, int start)
 
 WordPattern::Kind WordPattern::kindOf(const QString& word)
 {
+    const Kind special = word.size() > maxSpecialLength ? TooLong : Special;
     bool ordinary = !word.isEmpty();
     bool invalid = false;
     for (const QChar character : word) {
         if (character == QLatin1Char('\\'))
-            return Special;
+            return special;
         invalid = invalid || isOneOf(refused, character);
         ordinary = ordinary && character != QLatin1Char('-') && !isOneOf(meaningful, character);
     }
     if (invalid)
         return Invalid;
-    return ordinary ? Ordinary : Special;
+    return ordinary ? Ordinary : special;
 }
 
 bool WordPattern::isLiteral(QChar character)

@@ -22,7 +22,15 @@ enum Kind {
     Ordinary, ///< every character stands for itself: next() finds what the engine would
     Special,  ///< only the engine knows
     Invalid,  ///< the engine refuses the pattern, so nothing ever matches
+    TooLong,  ///< would be special, but costs more than a word may: matches nothing either
 };
+
+/**
+ * The longest special word. A pattern holds the whole word once for each of its characters, so
+ * that memory and time to compile it grow with the square of the length, and the time to match it
+ * can grow even faster.
+ */
+constexpr int maxSpecialLength = 64;
 
 /** Special words may still turn out to be refused by the engine. */
 Kind kindOf(const QString& word);

@@ -3,6 +3,33 @@
 #include "chat/WordFilter.h"
 #include "datatable/DeclaredTable.h"
 
+#include <QDebug>
+
+namespace {
+
+// Of the words that are left out: enough to find them in the table, and no flood.
+constexpr int shownOfWord = 32;
+constexpr int namedWords = 100;
+
+template <class Info>
+void logLeftOut(const QHash<QString, Info>& words)
+{
+    const QString text = QStringLiteral("Sensitive word with metacharacters left out, %1 "
+                                        "characters where %2 are the most:");
+    int count = 0;
+    for (const Info& info : words) {
+        const QString& word = info.word;
+        if (WordPattern::kindOf(word) == WordPattern::TooLong && ++count <= namedWords)
+            (qWarning().noquote() << text.arg(word.size()).arg(WordPattern::maxSpecialLength))
+                    .quote()
+                << word.left(shownOfWord) << "...";
+    }
+    if (count > namedWords)
+        qWarning() << "Sensitive words with metacharacters left out for their length:" << count;
+}
+
+} // namespace
+
 QSharedPointer<ZSensitiveWordsInfoListMgr> ZSensitiveWordsInfoListMgr::m_instance;
 
 ZSensitiveWordsInfoListMgr::ZSensitiveWordsInfoListMgr(QObject* parent)
@@ -32,6 +59,7 @@ const TableDeclaration& ZSensitiveWordsInfoListMgr::declaration()
         KeyedBy {&ZSensitiveWordsInfo::word, &ZSensitiveWordsInfoListMgr::m_words},
         Duplicates {"kept once"},
         Afterwards {&ZSensitiveWordsInfoListMgr::prepare},
+        Afterwards {[](ZSensitiveWordsInfoListMgr& words) { logLeftOut(words.m_words); }},
         Logs {"SensitiveWordsInfoList.json加载完毕"}};
     return table;
 }
@@ -47,6 +75,7 @@ const TableDeclaration& ZSensitiveWordsInfoListMgr::newDeclaration()
         KeyedBy {&ZNewSensitiveWordsInfo::word, &ZSensitiveWordsInfoListMgr::m_newWords},
         Duplicates {"kept once"},
         Afterwards {&ZSensitiveWordsInfoListMgr::prepare},
+        Afterwards {[](ZSensitiveWordsInfoListMgr& words) { logLeftOut(words.m_newWords); }},
         Logs {"NewSensitiveWordsInfoList.json加载完毕"}};
     return table;
 }

@@ -46,6 +46,11 @@ struct stWordMask
  * words, so a line costs what its length and the few words that could match it cost, however long
  * the lists are; docs/word-filter.md has the rule and how it is kept to. GUI thread only, masking
  * included.
+ *
+ * A word with a metacharacter, which is any of ^$.|()[\- here, has at most 64 characters (UTF-16
+ * units): a longer one stays in its map but is left out of masking, and loading names it in a
+ * warning, by its first 32. Other words may have any length. Lines have no bound: each is
+ * masked completely, and its time grows in proportion to its length.
  */
 class ZGLOBAL_EXPORT ZSensitiveWordsInfoListMgr : public QObject
 {
