@@ -218,6 +218,17 @@ private Q_SLOTS:
         QCOMPARE(LogLines::count(u"left out, 65 characters where 64 are the most: \"c.d"_s), 1);
         QCOMPARE(LogLines::count(tooLong), 0); // shortened
 
+        QStringList many;
+        for (int i = 0; i < 2000; ++i)
+            many += QString(QChar(0x4E00 + i)) + u".x"_s;
+        WordFilter byNumber(many);
+        ChatLine line(many.join(u"---"_s));
+        byNumber.mask(line);
+        QCOMPARE(line.text().count(u'*'), many.size());
+        QVERIFY(byNumber.keptEngines() > 0);
+        QVERIFY2(byNumber.keptEngines() * (3 + 4) <= WordFilter::maxKeptCharacters,
+                 qPrintable(QString::number(byNumber.keptEngines())));
+
         // One letter over and over holds its anchor in hundreds of ways at each place.
         std::vector<int> ranks;
         AnchorIndex({u"aaaaaa"_s}, {{0, 0, 6}}).find(QString(1000, u'a'), 0, 1000, ranks);

@@ -219,8 +219,11 @@ void WordFilter::apply(int rank, const ChatLine::Window& window, int to, ChatLin
 
 QRegExp& WordFilter::engine(int rank)
 {
-    auto found = m_engines.find(rank);
-    if (found == m_engines.end())
-        found = m_engines.insert(rank, QRegExp(WordPattern::of(m_words.at(rank))));
-    return *found;
+    QRegExp* engine = m_engines.object(rank);
+    if (engine == nullptr) {
+        const QString& word = m_words.at(rank);
+        engine = new QRegExp(WordPattern::of(word));
+        m_engines.insert(rank, engine, word.size() + 4);
+    }
+    return *engine;
 }

@@ -3,7 +3,7 @@
 #include "chat/AnchorIndex.h"
 #include "chat/ChatLine.h"
 
-#include <QHash>
+#include <QCache>
 #include <QRegExp>
 #include <QStringList>
 
@@ -16,17 +16,22 @@
  * the ones before it left, but looks only at the words that could match, and only where they could.
  * Words of kind WordPattern::TooLong are left out. See docs/word-filter.md.
  *
- * Not for two threads at once, masking included: engines are compiled on first need and kept.
+ * Not for two threads at once, masking included: engines are compiled on need, and kept for a time.
  */
 class WordFilter
 {
 public:
+    /** The words whose engines are kept have, together, so many characters, and four more each. */
+    static constexpr int maxKeptCharacters = 4096;
+
     WordFilter() = default;
     explicit WordFilter(const QStringList& words);
 
     const QStringList& words() const { return m_words; }
 
     void mask(ChatLine& line);
+
+    int keptEngines() const { return m_engines.size(); }
 
 private:
     /** A word, by its place in the list, and the piece of the line that its anchor begins in. */
@@ -53,5 +58,5 @@ private:
     QStringList m_words;
     AnchorIndex m_index;
     Due m_unanchored; // what could match any text
-    QHash<int, QRegExp> m_engines;
+    QCache<int, QRegExp> m_engines {maxKeptCharacters};
 };

@@ -129,5 +129,5 @@ QVector<stWordMask> ZSensitiveWordsInfoListMgr::explainSensitiveWords(const QStr
 
 void ZSensitiveWordsInfoListMgr::prepare()
 {
-    *m_filter = WordFilter(m_words.keys() + m_newWords.keys());
+    m_filter.reset(new WordFilter(m_words.keys() + m_newWords.keys()));
 }

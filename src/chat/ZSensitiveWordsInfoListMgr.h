@@ -49,7 +49,9 @@ struct stWordMask
  *
  * A word with a metacharacter, which is any of ^$.|()[\- here, has at most 64 characters (UTF-16
  * units): a longer one stays in its map but is left out of masking, and loading names it in a
- * warning, by its first 32. Other words may have any length. Lines have no bound: each is
+ * warning, by its first 32. Other words may have any length. Patterns are compiled when their words
+ * are first due and kept while the words of those kept have up to 4,096 characters together,
+ * counting four more for each; the one not used for longest goes. Lines have no bound: each is
  * masked completely, and its time grows in proportion to its length.
  */
 class ZGLOBAL_EXPORT ZSensitiveWordsInfoListMgr : public QObject
