@@ -35,7 +35,7 @@ QString partError(const QString& part)
 {
     if (part.isEmpty())
         return QStringLiteral("has an empty part");
-    const QString fault = FileNames::fault(part);
+    QString fault = FileNames::fault(part);
     if (fault.isEmpty() && !canBeStored(part))
         return QStringLiteral("cannot be written in this system's encoding of file names");
     return fault;

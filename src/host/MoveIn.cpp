@@ -84,7 +84,7 @@ QString MoveIn::move(const QString& from, const QString& to)
     const QFileInfo place(to);
     if (place.exists() || isLink(place))
         return QStringLiteral("something has come to that place");
-    const QString cause = WholeFile::replace(from, to);
+    QString cause = WholeFile::replace(from, to);
     if (cause.isEmpty())
         m_moved.append({from, to});
     return cause;
