@@ -154,7 +154,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("fault");
         const auto row = [](const QString& name, const char* fault) {
-            QTest::newRow(fault[0] == '\0' ? qPrintable(u"good "_s + name) : qPrintable(name))
+            QTest::addRow("\"%s\" %s", name.toUtf8().toPercentEncoding(" /").constData(), fault)
                 << name << QString::fromLatin1(fault);
         };
         row(u"abc_12"_s, "");
