@@ -334,7 +334,7 @@ private Q_SLOTS:
             reached = 0;
             for (const QByteArray& before : {QByteArray(), QByteArray("old")}) {
                 Faults::arm({}, folder.constData());
-                makeSet(before, soak > 0 ? soak : 20);
+                makeSet(before, soak > 0 ? soak : 12);
                 const pid_t child = fork();
                 if (child == 0) {
                     Faults::arm({Faults::Call(call), at, error, times}, folder.constData());
