@@ -24,31 +24,21 @@ QString configurationFile()
     return QStringLiteral("zglobal.json");
 }
 
-QString missingColumn(const QHash<QString, int>& header, const TableSchema& schema)
-{
-    for (const ColumnSchema& column : schema.columns) {
-        if (column.required && !header.contains(column.name))
-            return column.name;
-    }
-    return {};
-}
-
-/** Why a table of this declaration cannot be read from the source, a path or bytes. */
-template <class Source>
-QString faultOf(const Source& source, const TableSchema& schema)
+/** Why a table of this declaration cannot be read from the bytes. */
+QString faultOf(const QByteArray& bytes, const TableDeclaration& declaration)
 {
     QHash<QString, int> header;
     QJsonArray rows;
     QString error;
-    if (!ZGlobalConfig::readTableFile(source, header, rows, &error))
+    if (!ZGlobalConfig::readTableFile(bytes, header, rows, &error))
         return error;
-    const QString column = missingColumn(header, schema);
+    const QString column = declaration.missingColumn(header);
     return column.isEmpty() ? column : QStringLiteral("has no column \"%1\"").arg(column);
 }
 
 QString store(const TableStatus& table, const QByteArray& body)
 {
-    const QString fault = faultOf(body, table.declaration->schema());
+    const QString fault = faultOf(body, *table.declaration);
     if (!fault.isEmpty())
         return fault;
     const QString path = ClientFiles::unversionedPath(table.table);
@@ -119,11 +109,4 @@ QPromise<QVector<ZClientFailure>> ClientFiles::fetchUnversioned()
                            .fail([failed](const zErrorInfo& error) { failed(error.message()); }));
     }
     return QtPromise::all(fetches).then([failures] { return *failures; });
-}
-
-QString ClientFiles::tableFault(const QString& path, const TableDeclaration& declaration)
-{
-    const QString fault = faultOf(path, declaration.schema());
-    return fault.startsWith(path) || fault.isEmpty() ? fault
-                                                     : QStringLiteral("%1 %2").arg(path, fault);
 }

@@ -8,8 +8,7 @@
 #include <QVector>
 #include <QtPromise>
 
-/** The files of the working folder that are the client's own, and the reading of tables that are
- *  not right. */
+/** The files of the working folder that are the client's own. */
 namespace ClientFiles {
 
 /** The object that a text holds; empty, and error tells the source and the cause, for any other. */
@@ -27,8 +26,5 @@ QString unversionedPath(const QString& table);
 
 /** Fetches the tables outside the catalogue; what is no such table does not replace a good file. */
 QtPromise::QPromise<QVector<ZClientFailure>> fetchUnversioned();
-
-/** Why a manager would refuse the file: it cannot be read, or what column it lacks. */
-QString tableFault(const QString& path, const TableDeclaration& declaration);
 
 } // namespace ClientFiles

@@ -1,6 +1,7 @@
 #include "client/ZGlobalClient.h"
 
 #include "client/ClientFiles.h"
+#include "client/GoodVersions.h"
 #include "client/Traffic.h"
 #include "datatable/TableCatalogue.h"
 #include "datatable/ZDataTableMgr.h"
@@ -48,12 +49,16 @@ QJsonObject versionsOf(const QByteArray& answer, const QString& address)
     return versions.toObject();
 }
 
-ZVersionNews takeVersions(const QJsonObject& versions)
+ZVersionNews takeVersions(const QJsonObject& versions, const GoodVersions& known)
 {
     ZVersionNews news;
     for (const EDataTable::EDataTableType type : TableCatalogue::types()) {
         const int version = versions.value(TableCatalogue::name(type)).toInt(-1);
         const int before = tables()->getTableVersion(type);
+        if (known.isBad(type, version)) {
+            ++news.told; // what has been refused once is not fetched again
+            continue;
+        }
         if (!tables()->setTableVersion(type, version, true))
             continue;
         ++news.told;
@@ -88,6 +93,7 @@ ZTableChange::Outcome ZTableChange::outcome() const
 ZGlobalClient::ZGlobalClient(QObject* parent)
     : QObject(parent)
     , m_traffic(new Traffic(this))
+    , m_good(std::make_shared<GoodVersions>())
 {
     connect(m_traffic, &Traffic::sigProgress, this, &ZGlobalClient::sigProgress);
 }
@@ -118,6 +124,7 @@ bool ZGlobalClient::open(const QString& folder, const QJsonObject& configuration
         cause = QStringLiteral("no content server is known in %1").arg(folder);
     if (error != nullptr && !cause.isEmpty())
         *error = cause;
+    m_good->read(ZGlobalClient::configuration(QStringLiteral("cmsServer")));
     return cause.isEmpty();
 }
 
@@ -129,9 +136,45 @@ QString ZGlobalClient::configuration(const QString& key)
 bool ZGlobalClient::load()
 {
     tables()->loadLocalVersion();
-    const bool loaded = tables()->loadAllTables();
+    m_returned.clear();
+    const QVector<TableStatus> before = catalogued();
+    bool loaded = tables()->loadAllTables();
     loadOthers();
+    if (returnToGood(before)) {
+        loaded = tables()->loadAllTables();
+        loadOthers();
+    }
+    for (const TableStatus& status : catalogued()) {
+        if (status.state == TableStatus::Loaded)
+            m_good->noteGood(static_cast<EDataTable::EDataTableType>(status.kind), status.version);
+    }
+    m_good->save(); // what cannot be remembered is found out again
     return loaded;
+}
+
+bool ZGlobalClient::returnToGood(const QVector<TableStatus>& before)
+{
+    bool any = false;
+    for (const TableStatus& status : before) {
+        const auto type = static_cast<EDataTable::EDataTableType>(status.kind);
+        const TableStatus now = tables()->getTableStatus(type);
+        const int good = m_good->good(type);
+        if (now.state != TableStatus::Failed || good < 0 || good == status.version)
+            continue;
+        tables()->setTableVersion(type, good, true);
+        if (tables()->getTableStatus(type).size == 0) {
+            tables()->setTableVersion(type, status.version, true);
+            continue;
+        }
+        // One that is only missing may still come in; one that was read and refused will not do.
+        if (status.size > 0)
+            m_good->noteBad(type, status.version);
+        m_unsaved = any = true;
+        m_returned.append(
+            {status.table,
+             QStringLiteral("%1; back to version %2").arg(now.error, QString::number(good))});
+    }
+    return any;
 }
 
 bool ZGlobalClient::loadOthers()
@@ -150,16 +193,13 @@ bool ZGlobalClient::loadOthers()
     return all;
 }
 
-QVector<ZClientFailure> ZGlobalClient::failures()
+QVector<ZClientFailure> ZGlobalClient::failures() const
 {
-    QVector<ZClientFailure> failures;
+    QVector<ZClientFailure> failures = m_returned;
     const QVector<TableStatus> statuses = tables()->getTableStatuses();
     for (const TableStatus& status : statuses) {
-        if (status.state != TableStatus::Failed)
-            continue;
-        const QString path =
-            status.kind < 0 ? ClientFiles::unversionedPath(status.table) : status.path;
-        failures.append({status.table, ClientFiles::tableFault(path, *status.declaration)});
+        if (status.state == TableStatus::Failed)
+            failures.append({status.table, status.error});
     }
     return failures;
 }
@@ -171,8 +211,8 @@ QPromise<ZVersionNews> ZGlobalClient::learnVersions()
     const QPointer<ZGlobalClient> self(this);
     return ZHttpComm::getInstance()
         ->get(QUrl(address))
-        .then([self, address](const QByteArray& answer) {
-            const ZVersionNews news = takeVersions(versionsOf(answer, address));
+        .then([self, address, known = m_good](const QByteArray& answer) {
+            const ZVersionNews news = takeVersions(versionsOf(answer, address), *known);
             if (self != nullptr && !news.changed.isEmpty())
                 self->m_unsaved = true;
             return news;

@@ -10,6 +10,9 @@
 #include <QVector>
 #include <QtPromise>
 
+#include <memory>
+
+class GoodVersions;
 class Traffic;
 
 /**
@@ -49,14 +52,18 @@ public:
      * Loads the remembered versions and then every table that is read, as far as it is on disk:
      * those of the start-up, the word lists, the award effects. False when one of the essential
      * ones is missing; failures() names every table that did not load.
+     *
+     * A table that does not load goes back to the version that last did, where that is still on
+     * disk. A version that was refused is not fetched again: a newer one is waited for.
      */
     bool load();
 
     /** The same without the tables of the start-up. */
     bool loadOthers();
 
-    /** The tables whose last load failed, and why. */
-    static QVector<ZClientFailure> failures();
+    /** The tables whose last load failed, or that load() put back to an earlier version, and why.
+     */
+    QVector<ZClientFailure> failures() const;
 
     /** Asks the content server for the versions of the tables ("app/versions.json"). */
     QtPromise::QPromise<ZVersionNews> learnVersions();
@@ -98,6 +105,10 @@ Q_SIGNALS:
     void sigProgress(int finished, int started, qint64 received, const QUrl& url);
 
 private:
+    bool returnToGood(const QVector<TableStatus>& before);
+
     Traffic* m_traffic;
-    bool m_unsaved = false; // versions learnt that "common.ini" does not hold yet
+    std::shared_ptr<GoodVersions> m_good;
+    QVector<ZClientFailure> m_returned; // tables that the last load put back
+    bool m_unsaved = false;             // versions learnt that "common.ini" does not hold yet
 };

@@ -2,6 +2,7 @@
 
 #include "ZGlobalExport.h"
 
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonValue>
 #include <QString>
@@ -53,6 +54,9 @@ public:
     virtual ~TableDeclaration();
 
     const TableSchema& schema() const { return m_schema; }
+
+    /** The first required column that a header lacks; empty when it has them all. */
+    QString missingColumn(const QHash<QString, int>& header) const;
 
     /** The manager's own loading operation. */
     virtual bool load(const QString& path) const = 0;

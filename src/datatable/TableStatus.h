@@ -18,7 +18,7 @@ struct TableStatus
     int version = 0; ///< 0 when none is known
     QString path;    ///< where the file of this version lies; empty outside the catalogue
     qint64 size = 0; ///< of that file, 0 when it is missing
-    QString error;   ///< why the last update of the table failed; empty when it did not
+    QString error;   ///< why its last load or, before that, its last update failed; else empty
 
     QString manager;            ///< the class that holds its records; empty when none reads it
     QString loader;             ///< the manager's loading operation

@@ -160,6 +160,6 @@ private:
     QMap<int, int> m_versions;
     QTimer m_saveTimer;
     QByteArray m_lastGiftTable;
-    QMap<QString, bool> m_loadResults; // by the table's name
-    QMap<int, QString> m_updateErrors; // of tables whose last update failed
+    QMap<int, QString> m_updateErrors;   // of tables whose last update failed
+    QMap<QString, QString> m_loadErrors; // by the table's name; empty for one that loaded
 };

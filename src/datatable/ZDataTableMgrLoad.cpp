@@ -1,6 +1,7 @@
 #include "datatable/CacheFolders.h"
 #include "datatable/TableCatalogue.h"
 #include "datatable/TableList.h"
+#include "datatable/TableRows.h"
 #include "datatable/ZDataTableMgr.h"
 
 #include <QDebug>
@@ -30,12 +31,26 @@ void describe(const TableEntry& entry, TableStatus& status)
     status.declaration = &entry.reader.declaration();
 }
 
-TableStatus::State stateOf(const QMap<QString, bool>& results, const QString& table)
+/** Why a manager has refused the file. */
+QString faultOf(const QString& path, const TableDeclaration& declaration)
 {
-    const auto result = results.constFind(table);
-    if (result == results.constEnd())
-        return TableStatus::NotLoaded;
-    return *result ? TableStatus::Loaded : TableStatus::Failed;
+    if (!QFileInfo::exists(path))
+        return QStringLiteral("%1 is not there").arg(path);
+    TableRows table;
+    if (!table.read(path))
+        return QStringLiteral("%1 is no table").arg(path);
+    return QStringLiteral("%1 has no column \"%2\"")
+        .arg(path, declaration.missingColumn(table.header));
+}
+
+void tellLoad(const QMap<QString, QString>& errors, TableStatus& status)
+{
+    const auto error = errors.constFind(status.table);
+    if (error == errors.constEnd())
+        return;
+    status.state = error->isEmpty() ? TableStatus::Loaded : TableStatus::Failed;
+    if (!error->isEmpty())
+        status.error = *error;
 }
 
 } // namespace
@@ -71,7 +86,8 @@ bool ZDataTableMgr::loadUnversionedTable(const QString& table, const QString& pa
 bool ZDataTableMgr::load(const TableEntry& entry, const QString& path)
 {
     const bool loaded = entry.reader.load(path);
-    m_loadResults.insert(QString::fromUtf8(entry.reader.table), loaded);
+    m_loadErrors.insert(QString::fromUtf8(entry.reader.table),
+                        loaded ? QString() : faultOf(path, entry.reader.declaration()));
     if (!loaded && entry.essential)
         QFile::remove(path);
     if (entry.title != nullptr) {
@@ -98,7 +114,7 @@ QVector<TableStatus> ZDataTableMgr::getTableStatuses() const
             continue;
         TableStatus status;
         describe(entry, status);
-        status.state = stateOf(m_loadResults, status.table);
+        tellLoad(m_loadErrors, status);
         statuses.append(status);
     }
     return statuses;
@@ -118,6 +134,6 @@ TableStatus ZDataTableMgr::getTableStatus(EDataTable::EDataTableType type) const
     status.error = m_updateErrors.value(type);
     if (const TableEntry* entry = entryOf(status.table))
         describe(*entry, status);
-    status.state = stateOf(m_loadResults, status.table);
+    tellLoad(m_loadErrors, status);
     return status;
 }

@@ -5,12 +5,12 @@
 #include "datatable/DeclaredTable.h"
 #include "datatable/ResourceServer.h"
 #include "datatable/ZDataTableMgr.h"
+#include "file/WholeFile.h"
 #include "host/ZHttpComm.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QMetaEnum>
-#include <QSaveFile>
 
 namespace {
 
@@ -23,9 +23,10 @@ void store(const QString& path, const QByteArray& picture)
 {
     if (picture.isEmpty())
         return;
-    QSaveFile file(path); // the client may be painting the earlier picture
-    if (file.open(QIODevice::WriteOnly) && file.write(picture) == picture.size())
-        file.commit();
+    // Whole or not at all: the client may be painting the earlier picture.
+    const QString fault = WholeFile::write(path, picture);
+    if (!fault.isEmpty())
+        qWarning().noquote() << fault;
 }
 
 } // namespace

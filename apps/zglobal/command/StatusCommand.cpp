@@ -81,6 +81,8 @@ int run(const QCommandLineParser& line)
         Terminal::tell(Session::whereabouts());
         printText(catalogue());
     }
+    for (const ZClientFailure& failure : session->failures())
+        Terminal::tell(u"%1: %2"_s.arg(failure.what, failure.why));
     if (!loaded)
         throw Failure {u"an essential table cannot be loaded; \"zglobal update\" fetches it"_s};
     return 0;

@@ -3,9 +3,9 @@
 #include "console/Failure.h"
 #include "console/Literals.h"
 #include "console/Terminal.h"
+#include "file/WholeFile.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 QJsonObject Json::objectOf(const QByteArray& text, const QString& source)
 {
@@ -29,10 +29,9 @@ QJsonObject Json::objectInFile(const QString& path)
 void Json::writeFile(const QString& path, const QJsonObject& object,
                      QJsonDocument::JsonFormat format)
 {
-    const QByteArray text = QJsonDocument(object).toJson(format);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
-        throw Failure {u"%1 cannot be written: %2"_s.arg(path, file.errorString())};
+    const QString fault = WholeFile::write(path, QJsonDocument(object).toJson(format));
+    if (!fault.isEmpty())
+        throw Failure {fault};
 }
 
 void Json::print(const QJsonObject& object)

@@ -134,7 +134,7 @@ void Steps::loadOtherTables(Demo& demo)
     demo.say(
         u"The chat filter's two lists and the award effects, from the files just updated, and"_s);
     demo.say(u"the awards of activities, the table without a version."_s);
-    for (const ZClientFailure& failure : ZGlobalClient::failures())
+    for (const ZClientFailure& failure : demo.client().failures())
         demo.say(u"%1: %2"_s.arg(failure.what, failure.why));
     demo.expect(loaded, u"all four are loaded"_s);
 }
