@@ -130,7 +130,7 @@ void tst_datatable::savesAreFolded()
     QVERIFY2(clock.elapsed() >= 950 && clock.elapsed() < 1550,
              qPrintable(QString::number(clock.elapsed())));
     QCOMPARE(WorkFolder::read(u"common.ini"_s).simplified(),
-             QByteArray("[TableVersion] CS_GiftList=6 Doutu=0 Message=3"));
+             QByteArray("[TableVersion] Doutu=0 Message=3 CS_GiftList=6"));
 }
 
 void tst_datatable::localVersions_data()

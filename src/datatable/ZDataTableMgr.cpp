@@ -3,33 +3,20 @@
 #include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
 #include "datatable/TableCatalogue.h"
+#include "datatable/VersionFile.h"
 #include "host/ZGlobalConfig.h"
 
 #include <QDir>
-#include <QSettings>
-#include <QTextCodec>
 
 namespace {
 
 constexpr int saveDelay = 1000; // milliseconds
 constexpr int unprefixedServerType = 1002;
 
-QString versionGroup()
+QString versionFile()
 {
-    return QStringLiteral("TableVersion");
+    return QStringLiteral("common.ini");
 }
-
-struct VersionFile
-{
-    QSettings settings {QStringLiteral("common.ini"), QSettings::IniFormat};
-
-    VersionFile()
-    {
-        QTextCodec* system = QTextCodec::codecForName("System");
-        settings.setIniCodec(system != nullptr ? system : QTextCodec::codecForLocale());
-        settings.beginGroup(versionGroup());
-    }
-};
 
 } // namespace
 
@@ -72,25 +59,28 @@ bool ZDataTableMgr::setTableVersion(EDataTable::EDataTableType type, int version
 
 void ZDataTableMgr::loadLocalVersion()
 {
-    VersionFile file;
-    for (const EDataTable::EDataTableType type : TableCatalogue::types()) {
-        const int version = file.settings.value(TableCatalogue::name(type), -1).toInt();
-        if (version >= 0)
-            m_versions.insert(type, version);
+    const QVector<EDataTable::EDataTableType> types = TableCatalogue::types();
+    QStringList names;
+    for (const EDataTable::EDataTableType type : types)
+        names.append(TableCatalogue::name(type));
+    const QHash<QString, int> saved = VersionFile::read(versionFile(), names);
+    for (int i = 0; i < types.size(); ++i) {
+        const auto version = saved.constFind(names.at(i));
+        if (version != saved.cend())
+            m_versions.insert(types.at(i), version.value());
     }
 }
 
 void ZDataTableMgr::writeLocalVersion()
 {
-    VersionFile file;
+    VersionFile::Versions versions;
     for (auto entry = m_versions.cbegin(); entry != m_versions.cend(); ++entry) {
         const auto type = static_cast<EDataTable::EDataTableType>(entry.key());
-        const QString key = TableCatalogue::name(type);
-        if (!key.isEmpty())
-            file.settings.setValue(key, entry.value());
+        const QString name = TableCatalogue::name(type);
+        if (!name.isEmpty())
+            versions.append({name, entry.value()});
     }
-    file.settings.sync();
-    Q_EMIT sigVersionsSaved(file.settings.status() == QSettings::NoError);
+    Q_EMIT sigVersionsSaved(VersionFile::write(versionFile(), versions).isEmpty());
 }
 
 void ZDataTableMgr::clearTables()

@@ -1,0 +1,301 @@
+#include "datatable/VersionFile.h"
+#include "support/Literals.h"
+#include "support/WorkFolder.h"
+
+#include <QRandomGenerator>
+#include <QSettings>
+#include <QTextCodec>
+#include <QtTest>
+
+#ifdef Q_OS_LINUX
+#include "faults/Faults.h"
+
+#include <sys/stat.h>
+#endif
+
+using Versions = VersionFile::Versions;
+
+namespace {
+
+const int groupLength = QString(u"TableVersion/"_s).size();
+const QStringList keys {u"CS_GiftList"_s, u"Doutu"_s, u"Message"_s};
+
+/** Every key and its text, as QSettings reads them from a file of this name. */
+QHash<QString, QVariant> settingsIn(const QString& path)
+{
+    QSettings settings(path, QSettings::IniFormat);
+    settings.setIniCodec(QTextCodec::codecForLocale());
+    // First ours, one by one: what is asked for decides which sections are taken.
+    QHash<QString, QVariant> found;
+    for (const QString& key : keys)
+        found.insert(key, settings.value(u"TableVersion/"_s + key, -1));
+    for (const QString& key : settings.allKeys()) {
+        // What it takes for other spellings of ours it then asks for by our name.
+        if (!key.isEmpty() && !key.contains(u"//"_s) && !found.contains(key.mid(groupLength)))
+            found.insert(u"other "_s + key, settings.value(key));
+    }
+    return found;
+}
+
+/** Why our reading differs from QSettings', or an empty text. */
+QString readingFault(const QHash<QString, QVariant>& settings, const QByteArray& bytes)
+{
+    const QHash<QString, int> versions = VersionFile::parse(bytes, keys);
+    for (const QString& key : keys) {
+        const QVariant value = settings.value(key);
+        const bool wraps = value.toLongLong() != value.toInt();
+        const int expected = wraps ? 0 : value.toInt();
+        if (versions.value(key, -1) != qMax(expected, -1))
+            return u"%1: %2, not %3"_s.arg(key).arg(versions.value(key, -1)).arg(expected);
+    }
+    return {};
+}
+
+/** Lines of all kinds, good and bad; without a group in the group, which QSettings mixes up. */
+QByteArray randomFile(QRandomGenerator& random)
+{
+    static const QByteArrayList pieces {"\n",
+                                        "\n",
+                                        "\n",
+                                        "\r\n",
+                                        "\r",
+                                        "\n[TableVersion]\n",
+                                        "\n[TableVersion]\n",
+                                        "[Table%56ersion]",
+                                        "[ TableVersion ] ;x",
+                                        "[tableversion]",
+                                        "[Other]\n",
+                                        "[General]",
+                                        "[TableVersion =\n",
+                                        "CS_GiftList=",
+                                        "Doutu=",
+                                        "\nMessage = ",
+                                        "Do%75tu=",
+                                        "%U0044outu=",
+                                        "doutu=",
+                                        "%4=",
+                                        "%Uzz=",
+                                        "贵宾=",
+                                        "title=",
+                                        "=",
+                                        "5",
+                                        "57",
+                                        "-3",
+                                        "12345678901",
+                                        "\"",
+                                        "\"",
+                                        "\"7\"",
+                                        "\\",
+                                        "\\x35",
+                                        "\\x",
+                                        "\\065",
+                                        "\\n",
+                                        "\\\"",
+                                        "\\\n",
+                                        "\\\r\n",
+                                        "C:\\Users",
+                                        ";",
+                                        "; 注",
+                                        ",",
+                                        " ",
+                                        "\t",
+                                        "\x81\xff",
+                                        "@",
+                                        "abc",
+                                        "0x10",
+                                        "1e3",
+                                        "+4",
+                                        "#"};
+    QByteArray bytes = random.bounded(20) == 0 ? "\xef\xbb\xbf" : "";
+    for (int i = random.bounded(25); i > 0; --i)
+        bytes += pieces.at(random.bounded(pieces.size()));
+    return bytes;
+}
+
+} // namespace
+
+class TestVersionFile : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<WorkFolder> m_work;
+
+private Q_SLOTS:
+    void init() { m_work = std::make_unique<WorkFolder>(); }
+    void cleanup() { m_work.reset(); }
+
+    void readsAndChanges_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QByteArray>("expected");
+        const auto row = [](const char* name, const QByteArray& bytes, const QByteArray& expected) {
+            QTest::newRow(name) << bytes << expected;
+        };
+        const QByteArray ours("CS_GiftList=6\nDoutu=0\n");
+        const QByteArray section = "[TableVersion]\n" + ours;
+        row("no file", "", section);
+        row("nothing to change", section + "x", section + "x");
+        row("same number, other text", "[TableVersion]\nCS_GiftList=\"+06\"\nDoutu=abc",
+            "[TableVersion]\nCS_GiftList=\"+06\"\nDoutu=abc");
+        row("value in place", "[TableVersion]\n CS_GiftList = 5 ; old\nMessage=3\nDoutu=8",
+            "[TableVersion]\n CS_GiftList = 6 ; old\nMessage=3\nDoutu=0");
+        row("value that is empty", "[TableVersion]\nDoutu=0\nCS_GiftList= ; none\n",
+            "[TableVersion]\nDoutu=0\nCS_GiftList=6 ; none\n");
+        row("value of escapes", "[TableVersion]\nDoutu=0\n%43S_GiftList=\"\\x35\\067\"\n",
+            "[TableVersion]\nDoutu=0\n%43S_GiftList=6\n");
+        row("value beyond an integer", "[TableVersion]\nDoutu=4294967299\nCS_GiftList=4294967302\n",
+            "[TableVersion]\nDoutu=4294967299\nCS_GiftList=6\n");
+        row("value below 0", "[TableVersion]\nDoutu=-4\nCS_GiftList=6\n",
+            "[TableVersion]\nDoutu=0\nCS_GiftList=6\n");
+        row("key twice, section twice",
+            "[TableVersion]\nDoutu=1\nDoutu=0\n[A]\n[TableVersion]\nCS_GiftList=1\n",
+            "[TableVersion]\nDoutu=0\nDoutu=0\n[A]\n[TableVersion]\nCS_GiftList=6\n");
+        row("keys at the section's end", "[TableVersion]\nRetired=9\n; 注\n\n[Window]\nDoutu=1",
+            "[TableVersion]\nRetired=9\n" + ours + "; 注\n\n[Window]\nDoutu=1");
+        row("keys at an unended file's end", "[TableVersion] ; x\nMessage=3",
+            "[TableVersion] ; x\nMessage=3\n" + ours);
+        row("CRLF and a byte order mark", "\xef\xbb\xbf[TableVersion]\r\nDoutu=8\r\n[x]\r\n",
+            "\xef\xbb\xbf[TableVersion]\r\nDoutu=0\r\nCS_GiftList=6\r\n[x]\r\n");
+        row("CR", "[a]\rb=1", "[a]\rb=1\r\r[TableVersion]\rCS_GiftList=6\rDoutu=0\r");
+        const QByteArray foreign(
+            "\xef\xbb\xbf;注\nkey=C:\\Users;x\n\n[直播间]\n#\n=\n%zz=\x81\xff");
+        row("foreign bytes", foreign, foreign + "\n\n" + section);
+        row("backslash at the end", "[a]\nb=C:\\", "[a]\nb=C:\\\n\n" + section);
+        row("backslash and a line end of another kind", "[a]\nb=\\\r",
+            "[a]\nb=\\\r\r[TableVersion]\rCS_GiftList=6\rDoutu=0\r");
+        row("backslash at the section's end", "[TableVersion]\nDoutu=0\nx=C:\\\n",
+            "[TableVersion]\nDoutu=0\nCS_GiftList=6\nx=C:\\\n");
+        row("quote never closed", "k=1\n[a]\nb=5\" screen\n[c]\nd=1",
+            "k=1\n" + section + "\n[a]\nb=5\" screen\n[c]\nd=1");
+        row("quote never closed in the section", "[TableVersion]\nx=\"\nCS_GiftList=6\n",
+            "[TableVersion]\n" + ours + "x=\"\nCS_GiftList=6\n");
+        row("quote that swallows others",
+            "[TableVersion]\nCS_GiftList=\"9\nDoutu=1\n[a]\nb=\"c\"\n",
+            "[TableVersion]\nCS_GiftList=6\nDoutu=0\n[a]\nb=\"c\"\n");
+    }
+
+    void readsAndChanges()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QByteArray, expected);
+        const Versions versions {{u"CS_GiftList"_s, 6}, {u"Doutu"_s, 0}};
+        WorkFolder::write(u"before.ini"_s, bytes);
+        QCOMPARE(readingFault(settingsIn(u"before.ini"_s), bytes), QString());
+        WorkFolder::write(u"after.ini"_s, bytes);
+        QCOMPARE(VersionFile::write(u"after.ini"_s, versions), QString());
+        QCOMPARE(WorkFolder::read(u"after.ini"_s), expected);
+        QCOMPARE(readingFault(settingsIn(u"after.ini"_s), expected), QString());
+        QCOMPARE(VersionFile::read(u"after.ini"_s, keys).value(keys.first(), -1), 6);
+        QCOMPARE(VersionFile::edit(expected, versions), expected);
+    }
+
+    void agreesWithQSettings()
+    {
+        QRandomGenerator random(1);
+        int refused = 0;
+        for (int i = 0; i < 1500; ++i) {
+            const QByteArray bytes = randomFile(random);
+            const QHash<QString, QVariant> before =
+                settingsIn(WorkFolder::write(u"%1"_s.arg(i), bytes));
+            QVERIFY2(readingFault(before, bytes).isEmpty(), bytes.toPercentEncoding());
+
+            Versions versions;
+            QHash<QString, QVariant> expected = before;
+            for (const QString& key : keys) {
+                const int version = random.bounded(3);
+                versions.append({key, version});
+                if (before.value(key).toInt() != version)
+                    expected.insert(key, QString::number(version));
+            }
+            const QByteArray edited = VersionFile::edit(bytes, versions);
+            const QHash<QString, QVariant> after =
+                settingsIn(WorkFolder::write(u"%1 after"_s.arg(i), edited));
+            const QByteArray both = bytes.toPercentEncoding() + "\n" + edited.toPercentEncoding();
+            QVERIFY2(readingFault(after, edited).isEmpty(), both);
+            bool written = true;
+            for (const QString& key : keys)
+                written = written && after.value(key).toInt() == expected.value(key).toInt();
+            // Only a quote may keep ours out, and only what runs over lines may change.
+            QVERIFY2(written || bytes.contains('"'), both);
+            refused += written ? 0 : 1;
+            if (!QRegularExpression(u"\"|\\\\[\r\n]"_s)
+                     .match(QString::fromLatin1(bytes))
+                     .hasMatch())
+                QVERIFY2(after == expected, both);
+        }
+        QVERIFY2(refused < 300, qPrintable(QString::number(refused)));
+    }
+
+    void leavesWhatItCannotChange_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("cause");
+        QTest::newRow("a folder") << QByteArray("folder") << u"is no file"_s;
+        QTest::newRow("a pipe") << QByteArray("pipe") << u"is no file"_s;
+        QTest::newRow("too large") << QByteArray(16 * 1024 * 1024 + 1, '\n') << u"is too large"_s;
+        QTest::newRow("no place") << QByteArray("title=5\" screen\n[TableVersion]\nDoutu=1\n")
+                                  << u"holds a quote that nothing closes"_s;
+    }
+
+    void leavesWhatItCannotChange()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, cause);
+        if (bytes == "folder")
+            QVERIFY(QDir().mkdir(u"common.ini"_s));
+#ifdef Q_OS_LINUX
+        else if (bytes == "pipe")
+            QCOMPARE(mkfifo("common.ini", S_IRUSR | S_IWUSR), 0);
+#endif
+        else
+            WorkFolder::write(u"common.ini"_s, bytes);
+        QVERIFY(VersionFile::read(u"common.ini"_s, keys).isEmpty());
+        QCOMPARE(VersionFile::write(u"common.ini"_s, {{keys.first(), 6}}),
+                 u"common.ini: "_s + cause);
+        if (QFileInfo(u"common.ini"_s).isFile())
+            QCOMPARE(WorkFolder::read(u"common.ini"_s), bytes);
+        QVERIFY(QDir(u"."_s).entryList(QDir::Files | QDir::Hidden).size() <= 1);
+    }
+
+    void standsEveryFailingCall()
+    {
+#ifdef Q_OS_LINUX
+        const QByteArray before("[a]\nb=C:\\Users\n");
+        const QByteArray after = before + "\n[TableVersion]\nDoutu=4\n";
+        const QByteArray folder = QFile::encodeName(QDir::currentPath());
+        const QStringList files {u"common.ini"_s, u"common.ini.lock"_s, u"kept"_s};
+        WorkFolder::write(u"common.ini.lock"_s, "1\n");
+        QVERIFY(QFile::link(u"kept"_s, u"common.ini"_s));
+        int failures = 0;
+        for (int call = 0; call < Faults::callKinds; ++call) {
+            int at = 0;
+            int calls = 0;
+            do {
+                ++at;
+                WorkFolder::write(u"kept"_s, before);
+                Faults::arm({Faults::Call(call), at, ENOSPC, 1}, folder.constData());
+                const QString cause = VersionFile::write(u"common.ini"_s, {{ u"Doutu"_s, 4 }});
+                calls = Faults::disarm();
+                const QByteArray where = Faults::name(Faults::Call(call));
+                const bool written = cause.isEmpty();
+                QVERIFY2(WorkFolder::read(u"kept"_s) == (written ? after : before), where);
+                QCOMPARE(WorkFolder::files(), files);
+                failures += written ? 0 : 1;
+            } while (calls >= at);
+        }
+        // Two opens, write, rename, fsync and close at the least.
+        QVERIFY2(failures >= 6, qPrintable(QString::number(failures)));
+        QVERIFY(QFileInfo(u"common.ini"_s).isSymLink());
+
+        Faults::arm({Faults::Write, 1, ENOSPC, 1}, folder.constData());
+        QCOMPARE(VersionFile::write(u"common.ini"_s, {{ u"Doutu"_s, 4 }}), QString());
+        QCOMPARE(Faults::disarm(), 0); // nothing to change, so nothing was written
+#else
+        QSKIP("no calls can be made to fail here");
+#endif
+    }
+};
+
+QTEST_GUILESS_MAIN(TestVersionFile)
+#include "tst_versionfile.moc"
