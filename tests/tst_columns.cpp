@@ -1,11 +1,9 @@
 #include "datatable/DeclaredTable.h"
-#include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "support/Tables.h"
 
 #include <QDateTime>
 #include <QtTest>
 
-#include <cmath>
 #include <random>
 
 namespace {

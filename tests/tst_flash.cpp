@@ -3,9 +3,8 @@
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 #include "support/HttpServer.h"
-#include "support/Literals.h"
 #include "support/LogLines.h"
-#include "support/WorkFolder.h"
+#include "support/Tables.h"
 
 #include <QThreadPool>
 #include <QtTest>
@@ -14,7 +13,6 @@
 
 namespace {
 
-const QStringList columns {u"flashVersion"_s, u"flashName"_s, u"flashPrevDownload"_s};
 const QString url = u"/app/logo/flash/"_s;
 
 /** A tar archive of one file. */
@@ -46,9 +44,10 @@ private:
     ZFlashConfigMgr& m_flashes = ZFlashConfigMgr::getInstance();
     QSignalSpy m_complete {&m_flashes, &ZFlashConfigMgr::sigDownloadFlash};
 
-    void load(const QVector<QJsonValue>& rows)
+    void load(const QByteArray& rows)
     {
-        QVERIFY(m_flashes.loadListTable(m_folder.writeTable(columns, rows)));
+        QVERIFY(
+            m_flashes.loadListTable(tableOf(u"flashVersion flashName flashPrevDownload"_s, rows)));
     }
 
 private Q_SLOTS:
@@ -67,10 +66,7 @@ private Q_SLOTS:
 
 void tst_flash::recordsAndAddresses()
 {
-    load({QJsonArray {u"11"_s, u"zoo"_s, u"1"_s}, QJsonArray {u"7"_s, u"abc"_s}, QJsonValue(),
-          QJsonArray {u"12"_s, u"abc"_s, u"2"_s}, QJsonArray {u"3"_s, QString()},
-          QJsonArray {9, u"number"_s}});
-    QVERIFY(!m_flashes.loadListTable(m_folder.writeTable({u"flashName"_s, u"flashVersion"_s}, {})));
+    load("[['11', 'zoo'], ['12', 'abc', '2'], [9, 'number']]");
     QCOMPARE(m_flashes.getAllFlashName(), QStringList({u"abc_12"_s, u"number_0"_s, u"zoo_11"_s}));
     QCOMPARE(m_flashes.getMessageMap().value(u"abc"_s).flashPrevDownload, 2);
     QCOMPARE(m_flashes.getFlashPath(u"abc"_s), u"res/flash/abc_12"_s);
@@ -83,8 +79,7 @@ void tst_flash::recordsAndAddresses()
 
 void tst_flash::downloads()
 {
-    load({QJsonArray {u"12"_s, u"abc"_s}, QJsonArray {u"3"_s, u"gone"_s},
-          QJsonArray {u"1"_s, u"here"_s}});
+    load("[['12', 'abc'], ['3', 'gone'], ['1', 'here']]");
     WorkFolder::write(u"res/flash/here_1/here.flajson"_s, "{}");
     m_server.serve(url + u"abc"_s, archive("abc.flajson", "{}"));
     QSignalSpy finished(ZHttpComm::getInstance(), &ZHttpComm::sigRequestFinished);
@@ -114,7 +109,7 @@ void tst_flash::downloads()
 
 void tst_flash::dropsWhatCameTooLate()
 {
-    load({QJsonArray {u"5"_s, u"late"_s}});
+    load("[['5', 'late']]");
     m_server.serve(url + u"late"_s, archive("late.flajson", "{}"));
     m_server.hold(url + u"late"_s);
     m_flashes.loadFlash();

@@ -1,36 +1,12 @@
 #include "gift/ZGiftListMgr.h"
 #include "host/ZGlobalConfig.h"
-#include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "support/CacheName.h"
+#include "support/Tables.h"
 
 #include <QDateTime>
 #include <QtTest>
 
 namespace {
-
-QStringList giftColumns(bool optionalToo = true)
-{
-    QStringList columns;
-    for (const ColumnSchema& column : ZGiftListMgr::declaration().schema().columns) {
-        if (column.required || optionalToo)
-            columns.append(column.name);
-    }
-    return columns;
-}
-
-/** A valid gift on sale in the first half of 2026, with some cells set otherwise. */
-QJsonObject gift(const QString& id, const QJsonObject& cells = {})
-{
-    QJsonObject gift {{u"giftId"_s, id},
-                      {u"valid"_s, true},
-                      {u"isVisible"_s, true},
-                      {u"startTime"_s, u"2026-01-01 00:00:00"_s},
-                      {u"endTime"_s, u"2026-06-30 23:59:59"_s},
-                      {u"alterDateTime"_s, u"2026-01-02 03:04:05"_s}};
-    for (auto cell = cells.begin(); cell != cells.end(); ++cell)
-        gift.insert(cell.key(), cell.value());
-    return gift;
-}
 
 qint64 seconds(const QString& date)
 {
@@ -48,12 +24,23 @@ private:
     ZGiftListMgr* m_gifts = ZGiftListMgr::getInstance();
     const QString m_version = QString::number(seconds(u"2026-01-02 03:04:05"_s));
 
-    bool load(const QVector<QJsonObject>& gifts, const QStringList& columns = giftColumns())
+    /** Loads valid gifts that are on sale in the first half of 2026, but for the stated cells. */
+    bool load(const QByteArray& gifts)
     {
-        QVector<QJsonValue> rows {QJsonValue()};
-        for (const QJsonObject& gift : gifts)
-            rows.append(WorkFolder::row(columns, gift));
-        return m_gifts->loadGiftListTable(m_folder.writeTable(columns, rows));
+        QJsonArray rows = jsonOf(gifts);
+        for (QJsonValueRef row : rows) {
+            QJsonObject gift {{u"valid"_s, true},
+                              {u"isVisible"_s, true},
+                              {u"startTime"_s, u"2026-01-01 00:00:00"_s},
+                              {u"endTime"_s, u"2026-06-30 23:59:59"_s},
+                              {u"alterDateTime"_s, u"2026-01-02 03:04:05"_s}};
+            const QJsonObject cells = row.toObject();
+            for (auto cell = cells.begin(); cell != cells.end(); ++cell)
+                gift.insert(cell.key(), cell.value());
+            row = gift;
+        }
+        return m_gifts->loadGiftListTable(
+            tableOf(columnsOf(ZGiftListMgr::declaration()), QJsonDocument(rows).toJson()));
     }
 
 private Q_SLOTS:
@@ -63,7 +50,7 @@ private Q_SLOTS:
         ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, u"http://img"_s);
     }
 
-    void requiredColumns();
+    void defaults();
     void rows();
     void specialCells_data();
     void specialCells();
@@ -74,33 +61,23 @@ private Q_SLOTS:
     void validity();
 };
 
-void tst_gift::requiredColumns()
+void tst_gift::defaults()
 {
-    const QStringList required = giftColumns(false);
-    QCOMPARE(required.size(), 22);
-    QVERIFY(load({gift(u"kept"_s)}, required));
-    for (const QString& column : required) {
-        QStringList without = required;
-        without.removeOne(column);
-        QVERIFY2(!load({}, without), qPrintable(column));
-        QVERIFY2(!m_gifts->isGiftInvalid(u"kept"_s), qPrintable(column));
-    }
-    const ZGiftInfo info = m_gifts->getGiftInfoById(u"kept"_s);
+    QVERIFY(m_gifts->loadGiftListTable(tableOf(columnsOf(ZGiftListMgr::declaration(), false),
+                                               "[{'giftId': 'G', 'valid': true}]")));
+    const ZGiftInfo info = m_gifts->getGiftInfoById(u"G"_s);
     QCOMPARE(info.labelStartTime, -1);
     QCOMPARE(info.maxGiftGroup, -1);
     QCOMPARE(info.animScaleRate, 0.5);
-    QVERIFY(m_gifts->checkGiftFamilyEq(u"kept"_s, 0));
+    QVERIFY(m_gifts->checkGiftFamilyEq(u"G"_s, 0));
     QVERIFY(!m_gifts->checkShowTabEq(u"unknown"_s, 0));
-    QVERIFY(load({}, required));
-    QVERIFY(m_gifts->getGiftMap().isEmpty() && m_gifts->getGiftList().isEmpty());
 }
 
 void tst_gift::rows()
 {
-    QVERIFY(
-        load({gift(u"a"_s, {{u"price"_s, 1}}), gift(u"off"_s, {{u"valid"_s, false}}),
-              gift(u"number"_s, {{u"valid"_s, 1}}), gift(u"text"_s, {{u"valid"_s, u"true"_s}}),
-              gift(u"b"_s), gift(u"a"_s, {{u"price"_s, 3}, {u"startTime"_s, u"2026/01/01"_s}})}));
+    QVERIFY(load("[{'giftId': 'a', 'price': 1}, {'giftId': 'off', 'valid': false}, "
+                 "{'giftId': 'number', 'valid': 1}, {'giftId': 'text', 'valid': 'true'}, "
+                 "{'giftId': 'b'}, {'giftId': 'a', 'price': 3, 'startTime': '2026/01/01'}]"));
     QStringList ids;
     for (const ZGiftInfo& info : m_gifts->getGiftList())
         ids.append(info.giftId);
@@ -144,7 +121,8 @@ void tst_gift::specialCells()
 {
     QFETCH(QString, column);
     QFETCH(QJsonValue, cell);
-    QVERIFY(load({gift(u"g"_s, {{column, cell}})}));
+    const QJsonArray gifts {QJsonObject {{u"giftId"_s, u"g"_s}, {column, cell}}};
+    QVERIFY(load(QJsonDocument(gifts).toJson()));
     const ZGiftInfo info = m_gifts->getGiftInfoById(u"g"_s);
     QTEST(info.animScaleRate, "scale");
     QTEST(info.pcIconGeo, "area");
@@ -154,12 +132,9 @@ void tst_gift::specialCells()
 
 void tst_gift::addresses()
 {
-    QVERIFY(load({gift(u"G%1"_s,
-                       {{u"animationName"_s, u"rain.%2.json"_s},
-                        {u"broadcastAnimationName"_s, u"sky.zip"_s},
-                        {u"broadcastBgAndAnimationName"_s, u"land"_s},
-                        {u"showTabIcon"_s, u"app/tab/1.png"_s}}),
-                  gift(u"bare"_s)}));
+    QVERIFY(load("[{'giftId': 'G%1', 'animationName': 'rain.%2.json', "
+                 "'broadcastAnimationName': 'sky.zip', 'broadcastBgAndAnimationName': 'land', "
+                 "'showTabIcon': 'app/tab/1.png'}, {'giftId': 'bare'}]"));
     const QString id = u"G%1"_s;
     QCOMPARE(m_gifts->getGiftImageUrlById(id),
              u"http://img/app/logo/gift/G%1?imageView2/0/w/138/h/138&"_s + m_version);
@@ -176,9 +151,8 @@ void tst_gift::addresses()
     QCOMPARE(m_gifts->getGiftBGAndAnimationPathById(id), u"res/flash/bcland_"_s + m_version);
     QCOMPARE(m_gifts->getGiftShowTabIconUrlById(id), u"http://img/app/tab/1.png"_s);
     QVERIFY(m_gifts->getGiftShowTabIconPathById(id).startsWith(u"res/gift/tabBgImg/"_s));
-    // MD5 of "http://img/app/logo/gift/no?imageView2/0/w/138/h/138&"
     QCOMPARE(m_gifts->getGiftImagePathById(u"no"_s),
-             u"res/images/697EFC73B30508D6D60CB564E1AAFC97"_s);
+             u"res/images/"_s + cacheName(m_gifts->getGiftImageUrlById(u"no"_s)));
     QCOMPARE(m_gifts->getAllAnimationName(),
              QSet<QString>({u"rain_"_s + m_version, u"_"_s + m_version}));
     for (const QString& answer :
@@ -207,7 +181,8 @@ void tst_gift::animationNames()
 {
     QFETCH(QString, name);
     QFETCH(QString, pcName);
-    QVERIFY(load({gift(u"g"_s, {{u"animationName"_s, name}, {u"pcAnimationName"_s, pcName}})}));
+    const QString gifts = u"[{'giftId': 'g', 'animationName': '%1', 'pcAnimationName': '%2'}]"_s;
+    QVERIFY(load(gifts.arg(name, pcName).toUtf8()));
     QTEST(m_gifts->getGiftAnimationNameById(u"g"_s), "expected");
     QCOMPARE(m_gifts->getGiftInfoById(u"g"_s).isPcAnimation, !pcName.isEmpty());
 }
@@ -241,11 +216,12 @@ void tst_gift::validity()
 {
     QFETCH(QString, id);
     QFETCH(int, offset);
-    const QJsonObject hidden {{u"isVisible"_s, false}};
-    QVERIFY(load({gift(u"plain"_s), gift(u"hidden"_s, hidden), gift(u"Annual2024G20"_s, hidden),
-                  gift(u"annual2024g20"_s, hidden), gift(u"at1"_s, {{u"giftDisplayLocation"_s, 1}}),
-                  gift(u"at2"_s, {{u"giftDisplayLocation"_s, 2}}),
-                  gift(u"at3"_s, {{u"giftDisplayLocation"_s, 3}}), gift(QString())}));
+    QVERIFY(load("[{'giftId': 'plain'}, {'giftId': 'hidden', 'isVisible': false}, "
+                 "{'giftId': 'Annual2024G20', 'isVisible': false}, "
+                 "{'giftId': 'annual2024g20', 'isVisible': false}, "
+                 "{'giftId': 'at1', 'giftDisplayLocation': 1}, "
+                 "{'giftId': 'at2', 'giftDisplayLocation': 2}, "
+                 "{'giftId': 'at3', 'giftDisplayLocation': 3}, {'giftId': ''}]"));
     const qint64 time = seconds(u"2026-01-01 00:00:00"_s) + offset;
     QTEST(m_gifts->checkGiftTimeValid(id, time), "onSale");
     QTEST(m_gifts->checkGiftValidForVote(id, time), "onSale");

@@ -1,9 +1,12 @@
 #include "datatable/ZDataTableMgr.h"
 #include "effect/ZFlashConfigMgr.h"
 #include "gift/ZGiftListMgr.h"
-#include "support/Literals.h"
 #include "support/LogLines.h"
-#include "support/WorkFolder.h"
+#include "support/Tables.h"
+#include "tidy/zTidyAnimation.h"
+#include "tidy/zTidyDatatable.h"
+#include "tidy/zTidyFlash.h"
+#include "tidy/zTidyFlashext.h"
 #include "tidy/zTidyMgr.h"
 
 #include <QDateTime>
@@ -50,26 +53,17 @@ QString logged(const QString& folder)
 
 void configureFlash()
 {
-    const QStringList columns {u"flashName"_s, u"flashVersion"_s, u"flashPrevDownload"_s};
-    ZFlashConfigMgr::getInstance().loadListTable(WorkFolder::write(
-        u"flash-table"_s,
-        WorkFolder::table(columns,
-                          {QJsonArray {u"abc"_s, u"12"_s}, QJsonArray {u"two_words"_s, u"3"_s}})));
+    ZFlashConfigMgr::getInstance().loadListTable(tableOf(
+        u"flashName flashVersion flashPrevDownload"_s, "[['abc', '12'], ['two_words', '3']]"));
 }
 
 /** One gift with this animation; its version is the answer. */
 QString configureGift(const QString& animation)
 {
-    QStringList columns;
-    for (const ColumnSchema& column : ZGiftListMgr::declaration().schema().columns)
-        columns.append(column.name);
-    const QJsonArray row = WorkFolder::row(columns,
-                                           {{u"giftId"_s, u"G"_s},
-                                            {u"valid"_s, true},
-                                            {u"animationName"_s, animation},
-                                            {u"alterDateTime"_s, u"2026-01-02 03:04:05"_s}});
+    const QString rows = u"[{'giftId': 'G', 'valid': true, 'animationName': '%1', "
+                         "'alterDateTime': '2026-01-02 03:04:05'}]"_s;
     ZGiftListMgr::getInstance()->loadGiftListTable(
-        WorkFolder::write(u"gift-table"_s, WorkFolder::table(columns, {row})));
+        tableOf(columnsOf(ZGiftListMgr::declaration()), rows.arg(animation).toUtf8()));
     return ZGiftListMgr::getInstance()->getGiftInfoById(u"G"_s).alterDateTime;
 }
 
@@ -87,6 +81,7 @@ private Q_SLOTS:
     void trees_data();
     void trees();
     void laterRun();
+    void tasksAlone();
     void oneRunAtATime();
     void processEnd_data();
     void processEnd();
@@ -192,6 +187,24 @@ void tst_tidy::laterRun()
     QCOMPARE(LogLines::count(u"tidy flashext end:use=0,delete=1,delay=0,ignore=0"_s), 1);
 }
 
+void tst_tidy::tasksAlone()
+{
+    write(u"dataTable"_s, u"kept gone"_s, 2 * week);
+    for (const QString& folder : {u"animation"_s, u"flash"_s, u"flashext"_s})
+        write(folder, u"kept_1/kept kept_2/kept"_s, 2 * week);
+    const auto run = [](auto&& task, const auto& names) {
+        task.setUseNames(names);
+        task.tidy();
+    };
+    run(zTidyDatatable(), QStringList {u"KEPT"_s});
+    run(zTidyAnimation(), QSet<QString> {u"kept_1"_s});
+    run(zTidyFlash(), QStringList {u"kept_1"_s});
+    run(zTidyFlashext(), QStringList {u"kept_1"_s}); // the highest version, whatever it is told
+    QCOMPARE(WorkFolder::files(u"res"_s),
+             QStringList({u"animation/kept_1/kept"_s, u"dataTable/kept"_s, u"flash/kept_1/kept"_s,
+                          u"flashext/kept_2/kept"_s}));
+}
+
 void tst_tidy::oneRunAtATime()
 {
     for (int i = 0; i < 300; ++i)
@@ -232,7 +245,7 @@ void tst_tidy::processEnd()
         write(pattern.arg(i), 2 * week);
     QProcess child;
     child.start(QCoreApplication::applicationFilePath(), {u"--tidy-and"_s, how});
-    QVERIFY(child.waitForFinished(4000)); // the pauses for all of the tables take more
+    QVERIFY(child.waitForFinished(60000));
     QCOMPARE(child.exitStatus(), QProcess::NormalExit);
     QCOMPARE(child.exitCode(), 0);
     const QByteArray log = child.readAllStandardError();

@@ -1,14 +1,13 @@
+#include "datatable/TableCatalogue.h"
 #include "datatable/ZDataTableMgr.h"
 #include "gift/ZGiftListMgr.h"
 #include "host/ZGlobalConfig.h"
 #include "host/zErrorInfo.h"
 #include "support/HttpServer.h"
-#include "support/Literals.h"
 #include "support/LogLines.h"
-#include "support/WorkFolder.h"
+#include "support/Tables.h"
 
 #include <QDir>
-#include <QMetaEnum>
 #include <QtTest>
 
 using QtPromise::QPromise;
@@ -32,16 +31,13 @@ QString outcome(const QPromise<Value>& promise)
     return settled ? answer : u"never settled"_s;
 }
 
-QByteArray giftTable(const QString& name)
+QByteArray giftTable(const QByteArray& name)
 {
-    QStringList columns;
-    for (const ColumnSchema& column : ZGiftListMgr::declaration().schema().columns)
-        columns.append(column.name);
-    const QJsonObject gift {{u"giftId"_s, u"G1"_s}, {u"valid"_s, true}, {u"giftName"_s, name}};
-    return WorkFolder::table(columns, {WorkFolder::row(columns, gift)});
+    return tableBytes(columnsOf(ZGiftListMgr::declaration()),
+                      "[{'giftId': 'G1', 'valid': true, 'giftName': '" + name + "'}]");
 }
 
-const QByteArray plainTable = WorkFolder::table({u"id"_s}, {});
+const QByteArray plainTable = tableBytes(u"id"_s, "[]");
 const QString refused = u"静态表下载错误"_s;
 const QString unsaved = u"保存静态表失败"_s;
 const QString giftAddress = u"/app/resources/CS_GiftList"_s;
@@ -71,7 +67,7 @@ private Q_SLOTS:
     void versionChangesMeanwhile();
     void allTables();
     void allTablesWithOneFailing();
-    void giftTable_();
+    void changedGiftTable();
     void loadGiftTable();
     void downloads();
 };
@@ -85,9 +81,8 @@ void tst_update::init()
     QDir().mkpath(u"res/dataTable"_s);
     ZGlobalConfig::getInstance().setConfig(u"cmsServer"_s, m_server->baseUrl() + u"/"_s);
     ZGlobalConfig::getInstance().setConfig(u"ServerType"_s, u"1002"_s);
-    const QMetaEnum kinds = QMetaEnum::fromType<Table::EDataTableType>();
-    for (int i = 0; i < kinds.keyCount(); ++i)
-        m_server->serve(u"/app/resources/"_s + QString::fromLatin1(kinds.key(i)), plainTable);
+    for (const auto type : TableCatalogue::types())
+        m_server->serve(u"/app/resources/"_s + TableCatalogue::name(type), plainTable);
 }
 
 void tst_update::oneTable()
@@ -147,15 +142,16 @@ void tst_update::versionChangesMeanwhile()
 
 void tst_update::allTables()
 {
+    const int all = TableCatalogue::types().size();
     QDir(u"res"_s).removeRecursively();
     m_server->fail(u"/app/resources/PCSkin"_s, 500);
     QCOMPARE(outcome(m_tables->updateAllDataTable()), u"ok"_s);
     QTRY_COMPARE(m_server->requests(u"/app/resources/PCSkin"_s), 1);
-    QCOMPARE(m_server->targets().size(), 33);
-    QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), 32);
+    QCOMPARE(m_server->targets().size(), all);
+    QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), all - 1);
     QCOMPARE(outcome(m_tables->updateAllDataTable()), u"ok"_s);
     QTRY_COMPARE(m_server->requests(u"/app/resources/PCSkin"_s), 2);
-    QCOMPARE(m_server->targets().size(), 34);
+    QCOMPARE(m_server->targets().size(), all + 1);
 }
 
 void tst_update::allTablesWithOneFailing()
@@ -166,16 +162,16 @@ void tst_update::allTablesWithOneFailing()
     const LogLines log;
     QCOMPARE(outcome(m_tables->updateAllDataTable()), u"网络不给力，请重试"_s);
     m_server->release(u"/app/resources/CS_PkRankInfo"_s);
-    QTRY_COMPARE(WorkFolder::files(u"res/dataTable"_s).size(), 31);
+    QTRY_COMPARE(WorkFolder::files(u"res/dataTable"_s).size(), TableCatalogue::types().size() - 2);
     QVERIFY(QFile::exists(pathOf(Table::CS_PkRankInfo)));
     QCOMPARE(LogLines::count(u"更新静态表出错"_s), 1);
     QCOMPARE(LogLines::count(refused + u" PublicConfig"_s), 1);
     QCOMPARE(LogLines::count(refused + u" SystemConfig"_s), 1);
 }
 
-void tst_update::giftTable_()
+void tst_update::changedGiftTable()
 {
-    m_server->serve(giftAddress, giftTable(u"rose"_s));
+    m_server->serve(giftAddress, giftTable("rose"));
     QCOMPARE(outcome(m_tables->updateGiftDataTable()), u"ok"_s);
     const QString path = pathOf(Table::CS_GiftList);
     const LogLines log;
@@ -183,16 +179,16 @@ void tst_update::giftTable_()
     QCOMPARE(LogLines::lines(),
              QStringList {u"数据没变化 updateGiftDataTable "_s + m_server->baseUrl() + giftAddress
                           + u"?0"_s});
-    QCOMPARE(WorkFolder::read(path), giftTable(u"rose"_s));
+    QCOMPARE(WorkFolder::read(path), giftTable("rose"));
     QCOMPARE(m_server->targets().size(), 2);
     m_server->serve(giftAddress, "[]");
     QVERIFY(outcome(m_tables->updateGiftDataTable()).startsWith(u"数据表解析失败"_s));
-    QCOMPARE(WorkFolder::read(path), giftTable(u"rose"_s));
+    QCOMPARE(WorkFolder::read(path), giftTable("rose"));
 }
 
 void tst_update::loadGiftTable()
 {
-    m_server->serve(giftAddress, giftTable(u"lily"_s));
+    m_server->serve(giftAddress, giftTable("lily"));
     m_tables->setTableVersion(Table::CS_GiftList, 58, false);
     const LogLines log;
     m_tables->loadGiftTable();
@@ -225,6 +221,7 @@ void tst_update::downloads()
     m_server->fail(u"/pic"_s, 404);
     const QString failure = outcome(m_tables->downloadFile(path, url, false));
     QVERIFY2(failure.contains(u"/pic"_s) && !failure.contains(u"138"_s), qPrintable(failure));
+    QVERIFY2(!failure.endsWith(u" with a code"_s), "the status is not passed on");
     m_server->serve(u"/pic"_s, "three");
     const QString unwritable = outcome(m_tables->downloadFile(u"new/folder"_s, url, false));
     QVERIFY2(unwritable.startsWith(u"Cannot write new/folder: "_s), qPrintable(unwritable));

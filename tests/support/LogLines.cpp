@@ -6,13 +6,13 @@
 namespace {
 
 QMutex mutex;
-QStringList collected;
+QVector<QPair<QtMsgType, QString>> collected;
 QtMessageHandler previous = nullptr;
 
-void collect(QtMsgType, const QMessageLogContext&, const QString& text)
+void collect(QtMsgType level, const QMessageLogContext&, const QString& text)
 {
     const QMutexLocker lock(&mutex);
-    collected.append(text);
+    collected.append({level, text});
 }
 
 } // namespace
@@ -32,7 +32,21 @@ LogLines::~LogLines()
 QStringList LogLines::lines()
 {
     const QMutexLocker lock(&mutex);
-    return collected;
+    QStringList lines;
+    for (const auto& line : qAsConst(collected))
+        lines.append(line.second);
+    return lines;
+}
+
+QStringList LogLines::lines(QtMsgType level)
+{
+    const QMutexLocker lock(&mutex);
+    QStringList lines;
+    for (const auto& line : qAsConst(collected)) {
+        if (line.first == level)
+            lines.append(line.second);
+    }
+    return lines;
 }
 
 int LogLines::count(const QString& part)

@@ -12,5 +12,7 @@ public:
 
     /** The lines so far, in order, without level or category. */
     static QStringList lines();
+    /** Those of one level. */
+    static QStringList lines(QtMsgType level);
     static int count(const QString& part);
 };

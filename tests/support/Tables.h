@@ -1,43 +1,54 @@
 #pragma once
 
+#include "datatable/TableSchema.h"
+#include "support/Literals.h"
 #include "support/WorkFolder.h"
 
 #include <QJsonDocument>
 
-#include <functional>
-
-/**
- * Writes a table file: the columns' names between spaces, the rows as the text of a JSON array with
- * apostrophes for its quotes.
- */
-inline QString tableOf(WorkFolder& folder, const QString& columns, QByteArray rows)
+/** The elements of a JSON array, written with apostrophes for its quotes. */
+inline QJsonArray jsonOf(QByteArray text)
 {
-    const QJsonDocument parsed = QJsonDocument::fromJson(rows.replace('\'', '"'));
+    const QJsonDocument parsed = QJsonDocument::fromJson(text.replace('\'', '"'));
     if (!parsed.isArray())
-        qFatal("no array of rows: %s", rows.constData());
-    QVector<QJsonValue> elements;
-    for (const auto& element : parsed.array())
-        elements.append(element);
-    return folder.writeTable(columns.split(QLatin1Char(' ')), elements);
+        qFatal("no array: %s", text.constData());
+    return parsed.array();
 }
 
 /**
- * What is wrong with a loader that should load a table of these columns, with one row and a null,
- * and refuse it without any one of them, keeping its record; empty when nothing is.
+ * The bytes of a table file: the columns' names between spaces, the rows as for jsonOf(). A row is
+ * an array of cells, or an object of them by column in which a missing one is null.
  */
-inline QString requiredFault(WorkFolder& folder, const QString& columns,
-                             const std::function<bool(const QString&)>& load,
-                             const std::function<int()>& recordCount)
+inline QByteArray tableBytes(const QString& columns, const QByteArray& rows)
 {
-    if (!load(tableOf(folder, columns, "[[], null]")) || recordCount() != 1)
-        return QStringLiteral("does not load the whole table");
-    for (const QString& column : columns.split(QLatin1Char(' '))) {
-        QStringList others = columns.split(QLatin1Char(' '));
-        others.removeOne(column);
-        if (load(folder.writeTable(others, {})))
-            return QStringLiteral("takes a table without ") + column;
+    const QStringList names = columns.split(u' ', Qt::SkipEmptyParts);
+    QVector<QJsonValue> elements;
+    for (const QJsonValue& row : jsonOf(rows)) {
+        QJsonObject cells = row.toObject();
+        QJsonArray inOrder;
+        for (const QString& name : names)
+            inOrder.append(cells.contains(name) ? cells.take(name) : QJsonValue());
+        if (!cells.isEmpty())
+            qFatal("no column for %s", qPrintable(cells.keys().join(u' ')));
+        elements.append(row.isObject() ? inOrder : row);
     }
-    if (load(QStringLiteral("no such file")))
-        return QStringLiteral("takes a file that is not there");
-    return recordCount() == 1 ? QString() : QStringLiteral("loses its record");
+    return WorkFolder::table(names, elements);
+}
+
+/** The same as a file of its own in the working folder, whose path is answered. */
+inline QString tableOf(const QString& columns, const QByteArray& rows)
+{
+    static int tables = 0;
+    return WorkFolder::write(u"table_%1"_s.arg(++tables), tableBytes(columns, rows));
+}
+
+/** The columns that a manager wants of its table, as for tableBytes(). */
+inline QString columnsOf(const TableDeclaration& table, bool optionalToo = true)
+{
+    QStringList names;
+    for (const ColumnSchema& column : table.schema().columns) {
+        if (column.required || optionalToo)
+            names.append(column.name);
+    }
+    return names.join(u' ');
 }

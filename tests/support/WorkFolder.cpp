@@ -42,14 +42,6 @@ QByteArray WorkFolder::table(const QStringList& columns, const QVector<QJsonValu
         .toJson(QJsonDocument::Compact);
 }
 
-QJsonArray WorkFolder::row(const QStringList& columns, const QJsonObject& cells)
-{
-    QJsonArray row;
-    for (const QString& column : columns)
-        row.append(cells.value(column).isUndefined() ? QJsonValue() : cells.value(column));
-    return row;
-}
-
 QString WorkFolder::writeTable(const QStringList& columns, const QVector<QJsonValue>& rows)
 {
     return write(QStringLiteral("table-%1").arg(++m_tables), table(columns, rows));

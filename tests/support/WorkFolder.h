@@ -24,9 +24,6 @@ public:
     /** The bytes of a table file; a row is an array of cells or null. */
     static QByteArray table(const QStringList& columns, const QVector<QJsonValue>& rows);
 
-    /** A row for these columns from the cells by name; columns without a cell get null. */
-    static QJsonArray row(const QStringList& columns, const QJsonObject& cells);
-
     /** table(), written to a file of its own whose path is answered. */
     QString writeTable(const QStringList& columns, const QVector<QJsonValue>& rows);
 
