@@ -14,8 +14,6 @@
 
 namespace {
 
-const QString stickerColumns = u"name version group"_s;
-
 QString cached(const QString& address)
 {
     return u"res/images/"_s + cacheName(address);
@@ -65,11 +63,11 @@ void tst_chat::init()
 
 void tst_chat::labelsAndPhrases()
 {
-    QVERIFY(m_labels.loadListTable(tableOf(columnsOf(ZGiftLabelMgr::declaration()), "[['a']]")));
+    QVERIFY(loadTable<ZGiftLabelMgr>("[['a']]"));
     QCOMPARE(m_labels.getGiftLabelMap().keys(), QStringList(u"a"_s));
     QCOMPARE(m_labels.getInfoById(u"a"_s).id, u"a"_s);
     QCOMPARE(m_labels.getInfoById(u"A"_s).id, QString());
-    QVERIFY(m_phrases.loadListTable(tableOf(u"id item"_s, "[['2', 'b'], ['1', 'a']]")));
+    QVERIFY(loadTable<ZQuickInputMessageMgr>("[['2', 'b'], ['1', 'a']]"));
     m_phrases.getQuickInputMessages().removeFirst();
     QCOMPARE(m_phrases.getQuickInputMessages().size(), 1);
 }
@@ -77,7 +75,7 @@ void tst_chat::labelsAndPhrases()
 void tst_chat::welcomeWords()
 {
     ZGroupWelcomelMgr* welcome = ZGroupWelcomelMgr::getInstance();
-    QVERIFY(welcome->loadGroupWelcomeTable(tableOf(u"a b c"_s, "[['Hi', 'Hello', 'Welcome']]")));
+    QVERIFY(loadTable<ZGroupWelcomelMgr>(u"a b c"_s, "[['Hi', 'Hello', 'Welcome']]"));
     QSet<QString> drawn;
     for (int i = 0; i < 200; ++i)
         drawn.insert(welcome->getRandWelcome());
@@ -89,9 +87,8 @@ void tst_chat::welcomeWords()
 
 void tst_chat::messages()
 {
-    QVERIFY(m_messages.loadMessageListTable(
-        tableOf(u"id tabType handleType randomId zh_cn opt jumpUrl"_s,
-                "[[105, 3, 2, 'r', '早'], [105.0, 7, 4, 's', '晚', 'p', 'http://a']]")));
+    QVERIFY(loadTable<ZMessageMgr>(
+        "[[105, 3, 2, 'r', '早'], [105.0, 7, 4, 's', '晚', 'p', 'http://a']]"));
     QCOMPARE(m_messages.getMessageMap().size(), 1);
     QCOMPARE(m_messages.getMessagelist().size(), 2);
     const ZMessageInfo message = m_messages.getMessageInfoById(u"105"_s);
@@ -106,8 +103,7 @@ void tst_chat::messages()
 
 void tst_chat::bubbles()
 {
-    QVERIFY(m_bubbles.loadListTable(
-        tableOf(u"bubbleId bubbleType name descs"_s, "[[12, 2, 'old'], [12, 3, 'new']]")));
+    QVERIFY(loadTable<ZBubbleConfigMgr>("[[12, 2, 'old'], [12, 3, 'new']]"));
     QCOMPARE(m_bubbles.getMessageList().size(), 2);
     QCOMPARE(m_bubbles.getMessageList().first().name, u"old"_s);
     QCOMPARE(m_bubbles.getInfoById(u"12"_s).name, u"new"_s);
@@ -138,10 +134,9 @@ void tst_chat::bubbleAddresses()
 
 void tst_chat::stickers()
 {
-    QVERIFY(m_stickers.loadListTable(
-        tableOf(stickerColumns,
-                "[['first.gif', '3', '2'], ['second.gif', 4, '1'], ['third%1.gif', 'x', '2'], "
-                "['none.gif', '1', '-1'], ['zero.gif', '1', 'x']]")));
+    QVERIFY(loadTable<ZDoutuMgr>(
+        "[['first.gif', '3', '2'], ['second.gif', 4, '1'], ['third%1.gif', 'x', '2'], "
+        "['none.gif', '1', '-1'], ['zero.gif', '1', 'x']]"));
     QCOMPARE(m_stickers.getMessageMap().keys(), QList<int>({0, 1, 2}));
     const QString address = u"http://img/app/images/doutu/%1?imageView2/0/w/256/h/256&%2"_s;
     QCOMPARE(m_stickers.getImageUrlById(2, 0), address.arg(u"first.gif"_s, u"3"_s));
@@ -161,7 +156,7 @@ void tst_chat::downloads()
     server.serve(u"/app/images/nineImage/bubble_bg_5.9.png"_s, "background");
     server.serve(u"/app/images/nobility/bubble_small_5.png"_s, "thumbnail");
     server.serve(u"/app/images/doutu/cat.png"_s, "cat");
-    QVERIFY(m_stickers.loadListTable(tableOf(stickerColumns, "[['cat.png', '1', '5']]")));
+    QVERIFY(loadTable<ZDoutuMgr>("[['cat.png', '1', '5']]"));
     const QString image = m_bubbles.getImagePathById(u"5"_s);
     const QString sticker = m_stickers.getImagePathById(5, 0);
     for (int pass = 0; pass < 2; ++pass) {

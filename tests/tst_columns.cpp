@@ -55,11 +55,6 @@ struct Samples
     QVector<Sample> list;
 };
 
-QVector<Sample> load(const QString& path)
-{
-    return Samples::declaration().load(path) ? Samples::getInstance().list : QVector<Sample>();
-}
-
 const QString dateFormat = u"yyyy-MM-dd HH:mm:ss"_s;
 
 /** The time zone of the process for as long as it lives. */
@@ -113,9 +108,13 @@ class tst_columns : public QObject
 {
     Q_OBJECT
 
+private:
+    WorkFolder m_folder;
+
 private Q_SLOTS:
+    void conversions_data();
     void conversions();
-    void refusedAndSkipped();
+    void missingColumns();
     void schema_data();
     void schema();
     void datesAreThoseOfQt_data();
@@ -123,69 +122,51 @@ private Q_SLOTS:
     void clockChanges();
 };
 
-void tst_columns::conversions()
+void tst_columns::conversions_data()
 {
-    WorkFolder folder;
-    const QStringList all {u"unread"_s,      u"texts"_s,     u"textFlag"_s, u"textInteger"_s,
-                           u"integerText"_s, u"truncated"_s, u"number"_s,   u"flag"_s,
-                           u"integer"_s,     u"text"_s};
-    const QVector<Sample> samples = load(folder.writeTable(
-        all,
-        {QJsonArray {1, u"10,,30"_s, u"2"_s, u"12"_s, 12, 1e18 + 0.5, 2.25, true, 5, u"a"_s},
-         QJsonArray {1, 10, 1, 12, u"12"_s, u"9"_s, u"2"_s, 1, u"5"_s, 6},
-         QJsonArray {1, QString(), u"x"_s, u"x"_s, 7.5, 1e300, 0, 0, 7.0}, QJsonArray {1}}));
-    QCOMPARE(samples.size(), 4);
-
-    const Sample& right = samples.at(0);
-    QCOMPARE(right.text, u"a"_s);
-    QCOMPARE(right.integer, 5);
-    QVERIFY(right.flag);
-    QCOMPARE(right.number, 2.25);
-    QCOMPARE(right.truncated, Q_INT64_C(1000000000000000000));
-    QCOMPARE(right.integerText, u"12"_s);
-    QCOMPARE(right.textInteger, 12);
-    QVERIFY(right.textFlag);
-    QCOMPARE(right.list, QStringList({u"10"_s, QString(), u"30"_s}));
-
+    QTest::addColumn<QByteArray>("row");
+    QTest::addColumn<QByteArray>("record");
+    const QByteArray otherwise =
+        "[{'text': '', 'integer': 0, 'flag': false, 'number': 0, 'truncated': 0, "
+        "'integerText': '0', 'textInteger': 0, 'textFlag': false, 'texts': ['']}]";
+    QTest::newRow("right")
+        << QByteArray("[1, '10,,30', '2', '12', 12, 1000000000000000000.5, 2.25, true, 5, 'a']")
+        << QByteArray("[{'text': 'a', 'integer': 5, 'flag': true, 'number': 2.25, "
+                      "'truncated': 1000000000000000000, 'integerText': '12', 'textInteger': 12, "
+                      "'textFlag': true, 'texts': ['10', '', '30']}]");
     // A cell of another type, or none at all, is not the field's default: it is the conversion's.
-    for (const Sample& wrong : {samples.at(1), samples.at(3)}) {
-        QCOMPARE(wrong.text, QString());
-        QCOMPARE(wrong.integer, 0);
-        QVERIFY(!wrong.flag);
-        QCOMPARE(wrong.number, 0.0);
-        QCOMPARE(wrong.truncated, 0);
-        QCOMPARE(wrong.integerText, u"0"_s);
-        QCOMPARE(wrong.textInteger, 0);
-        QVERIFY(!wrong.textFlag);
-        QCOMPARE(wrong.list, QStringList {QString()});
-    }
-    QCOMPARE(samples.at(2).integer, 7);
-    QCOMPARE(samples.at(2).integerText, u"0"_s);
-    QCOMPARE(samples.at(2).truncated, std::numeric_limits<qint64>::max());
+    QTest::newRow("other types") << QByteArray("[1, 10, 1, 12, '12', '9', '2', 1, '5', 6]")
+                                 << otherwise;
+    QTest::newRow("row too short") << QByteArray("[1]") << otherwise;
+    QTest::newRow("no row") << QByteArray("'no array'") << otherwise;
+    QTest::newRow("fractions and bounds")
+        << QByteArray("[1, '', 'x', 'x', 7.5, 1e300, 0, 0, 7.0]")
+        << QByteArray("[{'text': '', 'integer': 7, 'flag': false, 'number': 0, "
+                      "'truncated': 9223372036854775807, 'integerText': '0', 'textInteger': 0, "
+                      "'textFlag': false, 'texts': ['']}]");
 }
 
-void tst_columns::refusedAndSkipped()
+void tst_columns::conversions()
 {
-    WorkFolder folder;
-    const QStringList columns {u"unread"_s, u"text"_s};
-    const QVector<Sample> samples = load(folder.writeTable(
-        columns, {QJsonValue(), QJsonArray {1, u"a"_s}, u"no array"_s, QJsonArray {1, u"out"_s}}));
-    QCOMPARE(samples.size(), 3);
-    QCOMPARE(samples.at(0).text, u"a"_s);
-    QCOMPARE(samples.at(0).integer, 7); // no such column: the default stays
-    QCOMPARE(samples.at(1).text, QString());
-    QCOMPARE(samples.at(2).text, u"out"_s); // the rule's column is not there either
-
+    QFETCH(QByteArray, row);
+    QFETCH(QByteArray, record);
     const TableDeclaration& table = Samples::declaration();
-    QVERIFY(!table.load(u"missing"_s));
-    QVERIFY(!table.load(folder.writeTable({u"text"_s}, {})));
-    QVERIFY(!table.load(folder.writeTable({u"unread"_s, u"integer"_s}, {})));
-    QCOMPARE(table.recordCount(), 3);
-    QCOMPARE(load(folder.writeTable(columns + QStringList {u"flag"_s},
-                                    {QJsonArray {1, u"out"_s}, QJsonArray {1, u"in"_s}}))
-                 .size(),
-             1);
-    QCOMPARE(table.records().first().toObject().value(u"text"_s).toString(), u"in"_s);
+    QVERIFY(table.load(tableOf(u"unread texts textFlag textInteger integerText truncated number "
+                               "flag integer text"_s,
+                               "[" + row + ", null]")));
+    QCOMPARE(QJsonDocument(table.records()).toJson(), QJsonDocument(jsonOf(record)).toJson());
+}
+
+/** A column that is not there leaves the field's default, and the rule for its cells unused. */
+void tst_columns::missingColumns()
+{
+    const TableDeclaration& table = Samples::declaration();
+    QVERIFY(table.load(tableOf(u"unread text"_s, "[[1, 'a'], [1, 'out']]")));
+    QCOMPARE(table.recordCount(), 2);
+    QCOMPARE(Samples::getInstance().list.first().integer, 7);
+    QVERIFY(table.load(tableOf(u"unread text flag"_s, "[[1, 'out'], [1, 'in']]")));
+    QCOMPARE(table.recordCount(), 1);
+    QCOMPARE(Samples::getInstance().list.first().text, u"in"_s);
 }
 
 /** What a column says of its cells, for whoever checks a table before clients do. */

@@ -34,21 +34,6 @@ private:
     ZUserStampMgr* m_userStamps = ZUserStampMgr::getInstance();
     zFunStampMgr& m_funStamps = zFunStampMgr::getInstance();
 
-    bool loadLevels(const QByteArray& rows)
-    {
-        return m_levels->loadFunLevelInfoListTable(
-            tableOf(columnsOf(ZFunLevelMgr::declaration()), rows));
-    }
-    bool loadFrames(const QByteArray& rows)
-    {
-        return m_frames->loadImageFrameInfoListTable(
-            tableOf(columnsOf(ZImageFrameInfoListMgr::declaration()), rows));
-    }
-    bool loadMedals(const QString& columns, const QByteArray& rows)
-    {
-        return m_medals->loadMedalListTable(tableOf(columns, rows));
-    }
-
 private Q_SLOTS:
     void init();
 
@@ -126,10 +111,11 @@ void tst_decoration::levelTable()
 {
     QCOMPARE(m_levels->getMaxLevel(), 200);
     QCOMPARE(m_levels->getLevelNameByLevel(1, true), QString());
-    QVERIFY(loadLevels("[{'level': 195, 'levelName': '永恒神5', 'bigIconName': 'big%1.png'}, "
-                       "{'level': 3, 'levelName': 'old'}, {'level': 3, 'levelName': '平2民12', "
-                       "'exp': 9, 'carId': 'c'}, {'level': 7, 'levelName': '永恒神5'}, "
-                       "{'level': 8, 'levelName': 'a1\\n'}, {'level': 9}]"));
+    QVERIFY(loadTable<ZFunLevelMgr>(
+        "[{'level': 195, 'levelName': '永恒神5', 'bigIconName': 'big%1.png'}, "
+        "{'level': 3, 'levelName': 'old'}, {'level': 3, 'levelName': '平2民12', "
+        "'exp': 9, 'carId': 'c'}, {'level': 7, 'levelName': '永恒神5'}, "
+        "{'level': 8, 'levelName': 'a1\\n'}, {'level': 9}]"));
     QCOMPARE(m_levels->getMaxLevel(), 195);
     QCOMPARE(m_levels->getFunLevelItem(3).exp, 9);
     QCOMPARE(m_levels->getFunLevelItem(3).carId, u"c"_s);
@@ -156,8 +142,8 @@ void tst_decoration::levelResources()
     QCOMPARE(m_levels->getFunLevelFlashUrlById(51), animation + u"cfxzgg99"_s);
     QCOMPARE(m_levels->getFunLevelFlashUrlById(170), animation + u"app_170cfdj_xz"_s);
     QCOMPARE(m_levels->getFunLevelFlashUrlById(171), QString());
-    QVERIFY(loadLevels("[{'level': 51, 'iconFlashName': 'own'}, "
-                       "{'level': 201, 'iconName': 'lv.png'}]"));
+    QVERIFY(loadTable<ZFunLevelMgr>("[{'level': 51, 'iconFlashName': 'own'}, "
+                                    "{'level': 201, 'iconName': 'lv.png'}]"));
     QCOMPARE(m_levels->getFunLevelFlashUrlById(51), animation + u"own"_s);
     QCOMPARE(m_levels->getFunLevelFlashUrlById(201), QString());
     QCOMPARE(m_levels->getFunLevelImagePathById(201),
@@ -211,8 +197,8 @@ void tst_decoration::framePeriods()
     QFETCH(QString, icon);
     QFETCH(QString, at);
     const QByteArray escaped = schedule.toUtf8().replace('"', "\\'");
-    QVERIFY(
-        loadFrames("[{'icon2': 'own', 'flash': 'fown', 'timePeriodConfig': '" + escaped + "'}]"));
+    QVERIFY(loadTable<ZImageFrameInfoListMgr>(
+        "[{'icon2': 'own', 'flash': 'fown', 'timePeriodConfig': '" + escaped + "'}]"));
     const QTime time = QTime::fromString(at, u"HH:mm:ss.zzz"_s);
     QCOMPARE(m_frames->getEffectiveIconAt(0, time), icon);
     QCOMPARE(m_frames->getEffectiveFlashAt(0, time), u"f"_s + icon);
@@ -230,7 +216,7 @@ void tst_decoration::frameAddresses()
         R"({\'startTime\':\'00:00:00\',\'endTime\':\'12:00:00\',\'icon1\':\'%1\'},)"
         R"({\'startTime\':\'12:00:00\',\'endTime\':\'00:00:00\',\'icon1\':\'%1\'}]})";
     rows.replace("ALWAYS", always).replace("EVER", always.replace("%1", ""));
-    QVERIFY(loadFrames(rows));
+    QVERIFY(loadTable<ZImageFrameInfoListMgr>(rows));
     QCOMPARE(m_frames->getInfoById(0).micAnimation, u"mic"_s);
     QCOMPARE(m_frames->getFramePathById(0), u"res/logo//frame/7_a.png"_s);
     QCOMPARE(m_frames->getFrameUrlById(0), u"http://zz/app/logo/headframe/a.png"_s);
@@ -240,11 +226,11 @@ void tst_decoration::frameAddresses()
     QCOMPARE(m_frames->getFramePathById(1), u"res/logo//frame/0_b.png"_s);
     QCOMPARE(m_frames->getFramePathById(2), QString());
     QCOMPARE(m_frames->getFrameUrlById(2), QString());
-    // By their addresses, as whoever connects them: each name has one function only.
+    // Named without their parameters, as by whoever connects them: each name has one function.
+    const auto icon = &ZImageFrameInfoListMgr::getEffectiveIconById;
+    const auto flash = &ZImageFrameInfoListMgr::getEffectiveFlashById;
     for (const auto lookup : {&ZImageFrameInfoListMgr::getEffectiveFramePathById,
-                              &ZImageFrameInfoListMgr::getEffectiveFrameUrlById,
-                              &ZImageFrameInfoListMgr::getEffectiveIconById,
-                              &ZImageFrameInfoListMgr::getEffectiveFlashById}) {
+                              &ZImageFrameInfoListMgr::getEffectiveFrameUrlById, icon, flash}) {
         QCOMPARE((m_frames->*lookup)(1), QString());
         QCOMPARE((m_frames->*lookup)(2), QString());
     }
@@ -252,7 +238,7 @@ void tst_decoration::frameAddresses()
 
 void tst_decoration::medals()
 {
-    QVERIFY(loadMedals(columnsOf(ZMedalMgr::declaration()), R"([{'medalId': 5, 'name': 'five',
+    QVERIFY(loadTable<ZMedalMgr>(R"([{'medalId': 5, 'name': 'five',
         'isCommon': 1, 'groupId': '2', 'dynamicUrl': '/moving.png'},
         {'medalId': '12', 'name': 'text id'}])"));
     QCOMPARE(m_medals->getMedalNameById(u"5"_s), u"five"_s);
@@ -279,29 +265,28 @@ void tst_decoration::medalRows()
     const QString columns = u"medalId name keepTime "_s
         + columnsOf(ZMedalMgr::declaration()).remove(u"medalId "_s).remove(u"name "_s);
     const int width = columns.count(u' ') + 1;
-    QVERIFY(loadMedals(columns, "[{'medalId': 31, 'keepTime': 't'}, [32, 'gone']]"));
+    QVERIFY(loadTable<ZMedalMgr>(columns, "[{'medalId': 31, 'keepTime': 't'}, [32, 'gone']]"));
     const QJsonObject whole = m_medals->getMedalJsonInfoById(u"31"_s);
     QCOMPARE(whole.size(), width);
     QCOMPARE(whole.value(u"keepTime"_s).toString(), u"t"_s);
     QCOMPARE(m_medals->getMedalJsonInfoById(u"32"_s).size(), 2);
     QCOMPARE(m_medals->getMedalInfoById(u"33"_s), QString());
 
-    QVERIFY(loadMedals(columns, "[[31]]"));
+    QVERIFY(loadTable<ZMedalMgr>(columns, "[[31]]"));
     QCOMPARE(m_medals->getMedalNameById(u"32"_s), QString());
     QCOMPARE(m_medals->getMedalJsonInfoById(u"32"_s).value(u"name"_s).toString(), u"gone"_s);
-    QVERIFY(!loadMedals(u"renamed"_s, "[]"));
+    QVERIFY(!loadTable<ZMedalMgr>(u"renamed"_s, "[]"));
     QCOMPARE(m_medals->getMedalMap().keys(), QList<QString> {u"31"_s});
     m_medals->clear();
-    QVERIFY(!m_medals->loadMedalListTable(u"missing.json"_s));
+    QVERIFY(!ZMedalMgr::declaration().load(u"missing"_s));
     QCOMPARE(m_medals->getMedalInfoById(u"32"_s), u"{\"renamed\":32}"_s);
 }
 
 void tst_decoration::cars()
 {
-    QVERIFY(m_cars->loadImageCarInfoListTable(
-        tableOf(columnsOf(ZImageCarInfoListMgr::declaration()), R"([{'id': 'bike',
+    QVERIFY(loadTable<ZImageCarInfoListMgr>(R"([{'id': 'bike',
             'animation': 'run.%2.zip', 'version': 3, 'picture': '%1.png', 'price': 60,
-            'startTime': '2026-01-01 00:00:00'}, {'id': 'bare'}])")));
+            'startTime': '2026-01-01 00:00:00'}, {'id': 'bare'}])"));
     const QString picture = u"http://img/app/logo/car/%1.png?3"_s;
     QCOMPARE(m_cars->getCarImageUrlById(u"bike"_s), picture);
     QCOMPARE(m_cars->getCarImagePathById(u"bike"_s), cached(picture));
@@ -320,10 +305,10 @@ void tst_decoration::cars()
 
 void tst_decoration::stamps()
 {
-    QVERIFY(m_userStamps->loadUserStampTable(
-        tableOf(u"id picture duration version name"_s, "[['1', 's.png', 30, 4], ['bare']]")));
-    QVERIFY(m_funStamps.loadListTable(
-        tableOf(u"id picture activityId name"_s, "[['1', 'f.png'], ['bare', '', 'gala']]")));
+    QVERIFY(loadTable<ZUserStampMgr>(u"id picture duration version name"_s,
+                                     "[['1', 's.png', 30, 4], ['bare']]"));
+    QVERIFY(loadTable<zFunStampMgr>(u"id picture activityId name"_s,
+                                    "[['1', 'f.png'], ['bare', '', 'gala']]"));
     const QString user = u"http://img/app/logo/stamp/s.png?4"_s;
     QCOMPARE(m_userStamps->getStampImageUrlById(u"1"_s), user);
     QCOMPARE(m_userStamps->getStampImagePathById(u"1"_s), cached(user));

@@ -29,10 +29,10 @@ void tst_effect::initTestCase()
 
 void tst_effect::recreationTypes()
 {
-    QVERIFY(m_recreations.loadRecreationListTable(
-        tableOf(u"playType id"_s,
-                "[['1', 'R1'], null, ['2', 'M1'], ['3', 'W1'], ['4', 'r1'], ['5', 'X1'], "
-                "['6', ''], ['7', 'R1'], ['8', 1], ['9']]")));
+    QVERIFY(loadTable<ZRecreationMgr>(
+        u"playType id"_s,
+        "[['1', 'R1'], null, ['2', 'M1'], ['3', 'W1'], ['4', 'r1'], ['5', 'X1'], "
+        "['6', ''], ['7', 'R1'], ['8', 1], ['9']]"));
     const auto ids = [this](int type) {
         return m_recreations.getRecreationIdByTypeKey(recreationType(type)).join(u' ');
     };
@@ -44,7 +44,7 @@ void tst_effect::recreationTypes()
     QCOMPARE(m_recreations.getRecreationPlayType(u"R1"_s), u"7"_s);
     QCOMPARE(m_recreations.getRecreationPlayType(u"X1"_s), u"5"_s);
 
-    QVERIFY(m_recreations.loadRecreationListTable(tableOf(u"name"_s, "[['without id']]")));
+    QVERIFY(loadTable<ZRecreationMgr>(u"name"_s, "[['without id']]"));
     QCOMPARE(m_recreations.getRecreationInfoById(u"M1"_s).id, QString());
     QCOMPARE(ids(2), QString());
 }
@@ -65,8 +65,7 @@ void tst_effect::recreationAddresses()
     QFETCH(QString, flashName);
     QFETCH(QString, name);
     const QString rows = u"[['R%31', '3', '"_s + flashName + u"']]"_s;
-    QVERIFY(m_recreations.loadRecreationListTable(
-        tableOf(u"id flashVersion flashName"_s, rows.toUtf8())));
+    QVERIFY(loadTable<ZRecreationMgr>(u"id flashVersion flashName"_s, rows.toUtf8()));
     const QString id = u"R%31"_s;
     QCOMPARE(m_recreations.getRecreationAnimationNameById(id), name);
     QCOMPARE(m_recreations.getRecreationAnimationPathById(id),
@@ -94,8 +93,7 @@ void tst_effect::recreationAddresses()
 void tst_effect::awards()
 {
     ZAwardEffectMgr& awards = ZAwardEffectMgr::getInstance();
-    QVERIFY(
-        awards.loadListTable(tableOf(u"id icon sort name flash descs"_s, "[[7, '/a.png', 90]]")));
+    QVERIFY(loadTable<ZAwardEffectMgr>("[{'id': 7, 'icon': '/a.png', 'sort': 90}]"));
     QCOMPARE(awards.getInfoById(u"7"_s).sort, 90);
     QCOMPARE(awards.getIconUrlById(u"7"_s), u"http://img/app/images/activity/effect//a.png"_s);
     QCOMPARE(awards.getIconUrlById(u"8"_s), QString());

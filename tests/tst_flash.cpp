@@ -46,8 +46,7 @@ private:
 
     void load(const QByteArray& rows)
     {
-        QVERIFY(
-            m_flashes.loadListTable(tableOf(u"flashVersion flashName flashPrevDownload"_s, rows)));
+        QVERIFY(loadTable<ZFlashConfigMgr>(u"flashVersion flashName flashPrevDownload"_s, rows));
     }
 
 private Q_SLOTS:

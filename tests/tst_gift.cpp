@@ -39,8 +39,7 @@ private:
                 gift.insert(cell.key(), cell.value());
             row = gift;
         }
-        return m_gifts->loadGiftListTable(
-            tableOf(columnsOf(ZGiftListMgr::declaration()), QJsonDocument(rows).toJson()));
+        return loadTable<ZGiftListMgr>(QJsonDocument(rows).toJson());
     }
 
 private Q_SLOTS:
@@ -63,8 +62,8 @@ private Q_SLOTS:
 
 void tst_gift::defaults()
 {
-    QVERIFY(m_gifts->loadGiftListTable(tableOf(columnsOf(ZGiftListMgr::declaration(), false),
-                                               "[{'giftId': 'G', 'valid': true}]")));
+    QVERIFY(loadTable<ZGiftListMgr>(columnsOf(ZGiftListMgr::declaration(), false),
+                                    "[{'giftId': 'G', 'valid': true}]"));
     const ZGiftInfo info = m_gifts->getGiftInfoById(u"G"_s);
     QCOMPARE(info.labelStartTime, -1);
     QCOMPARE(info.maxGiftGroup, -1);

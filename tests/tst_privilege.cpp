@@ -45,7 +45,7 @@ void tst_privilege::initTestCase()
 
 void tst_privilege::prices()
 {
-    QVERIFY(m_nobility->loadNobleConsumeInfoListTable(
+    QVERIFY(ZNobilityListMgr::consumeDeclaration().load(
         tableOf(columnsOf(ZNobilityListMgr::consumeDeclaration()),
                 "[['3', 'early'], [4, 'number'], ['3', 'late']]")));
     QCOMPARE(m_nobility->getListNobleId(), QVector<int>({3, 0, 3}));
@@ -71,7 +71,7 @@ void tst_privilege::exclusive_data()
 void tst_privilege::exclusive()
 {
     QFETCH(QString, id);
-    QVERIFY(m_nobility->loadNobleConfigInfoListTable(
+    QVERIFY(ZNobilityListMgr::configDeclaration().load(
         tableOf(u"nobleId exclusiveCar customCar headFrameId chatSkinList"_s,
                 "[['1', '', '1'], ['2', 'car_9', '2'], ['3', 'tiger', true, 'f_201', '5,6']]")));
     QTEST(m_nobility->isExclusiveCar(id), "car");
@@ -82,9 +82,9 @@ void tst_privilege::exclusive()
 void tst_privilege::privileges()
 {
     zNoblePrivilegeMgr& privileges = zNoblePrivilegeMgr::getInstance();
-    QVERIFY(privileges.loadListTable(
-        tableOf(u"icon id isOpen nobleId name"_s,
-                "[['b.png', 'b'], ['', 'c'], ['%3.png', 'a', true], ['late.png', 'b']]")));
+    QVERIFY(loadTable<zNoblePrivilegeMgr>(
+        u"icon id isOpen nobleId name"_s,
+        "[['b.png', 'b'], ['', 'c'], ['%3.png', 'a', true], ['late.png', 'b']]"));
     QCOMPARE(privileges.getList().size(), 4);
     QVERIFY(privileges.getInfoById(u"a"_s).isOpen);
     ZDataTableMgr::getInstance()->setTableVersion(EDataTable::NoblePrivilegeConfig, 8, false);
@@ -99,9 +99,9 @@ void tst_privilege::boxes()
 {
     zFirstRechargeBox& boxes = zFirstRechargeBox::getInstance();
     QVERIFY(boxes.getInfoById(QString()).rewards.isEmpty());
-    QVERIFY(boxes.loadListTable(
-        tableOf(u"picture startTime id amount name"_s,
-                "[['p.png', '2026-01-02 03:04:05', '10', 9.9], ['', '', '2', 30]]")));
+    QVERIFY(loadTable<zFirstRechargeBox>(
+        u"picture startTime id amount name"_s,
+        "[['p.png', '2026-01-02 03:04:05', '10', 9.9], ['', '', '2', 30]]"));
     const zFirstRechargeBoxInfo box = boxes.getInfoById(u"10"_s);
     QCOMPARE(box.amount, 9.9);
     QCOMPARE(box.startTime, QDateTime({2026, 1, 2}, {3, 4, 5}).toSecsSinceEpoch());
@@ -115,10 +115,10 @@ void tst_privilege::boxes()
 
 void tst_privilege::tiers()
 {
-    QVERIFY(m_fans.loadListTable(
-        tableOf(fansColumns,
-                "[['9', '2', '520', '3', 'nine'], ['10', '2', '520', '20'], null, "
-                "['11', '2', '99', 'x'], ['1', '3', '1', '1'], ['9', '2', '520', '3', 'later']]")));
+    QVERIFY(loadTable<ZFansConfigMgr>(
+        fansColumns,
+        "[['9', '2', '520', '3', 'nine'], ['10', '2', '520', '20'], null, "
+        "['11', '2', '99', 'x'], ['1', '3', '1', '1'], ['9', '2', '520', '3', 'later']]"));
     QCOMPARE(m_fans.getInfoById(u"9"_s).name, u"later"_s);
     QCOMPARE(m_fans.getInfoById(u"12"_s).id, QString());
     QCOMPARE(m_fans.getInfoByCategoryAndDiamond(2, u"520"_s).id, u"10"_s);
@@ -151,11 +151,11 @@ void tst_privilege::highestTier()
     QFETCH(int, category);
     QFETCH(QString, diamond);
     QFETCH(bool, highest);
-    QVERIFY(m_fans.loadListTable(
-        tableOf(fansColumns,
-                "[['a', '1', '500', '1'], ['b', '1', '1000', '2'], ['c', '2', '4000000000', '1'], "
-                "['d', '2', '5000000000', '2'], ['e', '3', '100', '2'], ['f', '3', '0100', '1'], "
-                "['g', '4', '0', '1'], ['h', '4', '', '2']]")));
+    QVERIFY(loadTable<ZFansConfigMgr>(
+        fansColumns,
+        "[['a', '1', '500', '1'], ['b', '1', '1000', '2'], ['c', '2', '4000000000', '1'], "
+        "['d', '2', '5000000000', '2'], ['e', '3', '100', '2'], ['f', '3', '0100', '1'], "
+        "['g', '4', '0', '1'], ['h', '4', '', '2']]"));
     zFansInfo info;
     info.category = QString::number(category);
     info.diamond = diamond;

@@ -53,8 +53,7 @@ QString logged(const QString& folder)
 
 void configureFlash()
 {
-    ZFlashConfigMgr::getInstance().loadListTable(tableOf(
-        u"flashName flashVersion flashPrevDownload"_s, "[['abc', '12'], ['two_words', '3']]"));
+    loadTable<ZFlashConfigMgr>("[['abc', '12'], ['two_words', '3']]");
 }
 
 /** One gift with this animation; its version is the answer. */
@@ -62,8 +61,7 @@ QString configureGift(const QString& animation)
 {
     const QString rows = u"[{'giftId': 'G', 'valid': true, 'animationName': '%1', "
                          "'alterDateTime': '2026-01-02 03:04:05'}]"_s;
-    ZGiftListMgr::getInstance()->loadGiftListTable(
-        tableOf(columnsOf(ZGiftListMgr::declaration()), rows.arg(animation).toUtf8()));
+    loadTable<ZGiftListMgr>(rows.arg(animation).toUtf8());
     return ZGiftListMgr::getInstance()->getGiftInfoById(u"G"_s).alterDateTime;
 }
 
@@ -226,23 +224,23 @@ void tst_tidy::oneRunAtATime()
 void tst_tidy::processEnd_data()
 {
     QTest::addColumn<QString>("how");
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<int>("count");
-    QTest::newRow("among tables, return from main") << "return"
-                                                    << "res/dataTable/%1" << 4000;
-    QTest::newRow("among tables, exit") << "exit"
-                                        << "res/dataTable/%1" << 4000;
-    QTest::newRow("inside a folder") << "return"
-                                     << "res/animation/large_1/%1" << 20000;
+    QTest::addColumn<bool>("tables");
+    QTest::newRow("among tables, return from main") << "return" << true;
+    QTest::newRow("among tables, exit") << "exit" << true;
+    QTest::newRow("inside a folder") << "return" << false;
 }
 
 void tst_tidy::processEnd()
 {
     QFETCH(QString, how);
-    QFETCH(QString, pattern);
-    QFETCH(int, count);
-    for (int i = 0; i < count; ++i)
-        write(pattern.arg(i), 2 * week);
+    QFETCH(bool, tables);
+    const int count = tables ? 1500 : 10000; // there is a pause after each table
+    for (int i = 0; i < count; ++i) {
+        if (tables)
+            write(u"res/dataTable/%1"_s.arg(i), 2 * week);
+        else
+            WorkFolder::write(u"res/animation/large_1/%1"_s.arg(i), "x");
+    }
     QProcess child;
     child.start(QCoreApplication::applicationFilePath(), {u"--tidy-and"_s, how});
     QVERIFY(child.waitForFinished(60000));

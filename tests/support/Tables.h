@@ -52,3 +52,15 @@ inline QString columnsOf(const TableDeclaration& table, bool optionalToo = true)
     }
     return names.join(u' ');
 }
+
+/** Has a manager load such a table; without columns said, one of all those that it knows. */
+template <class Manager>
+bool loadTable(const QString& columns, const QByteArray& rows)
+{
+    return Manager::declaration().load(tableOf(columns, rows));
+}
+template <class Manager>
+bool loadTable(const QByteArray& rows)
+{
+    return loadTable<Manager>(columnsOf(Manager::declaration()), rows);
+}
