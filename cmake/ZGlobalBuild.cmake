@@ -37,6 +37,31 @@ if(ZGLOBAL_SANITIZE)
     add_link_options(-fsanitize=${ZGLOBAL_SANITIZE})
 endif()
 
+# What nearly every source includes, compiled once for all targets. A cache of compiled objects does
+# without: it would have to look into the precompiled header instead of hashing what is included.
+if(CMAKE_CXX_COMPILER_LAUNCHER)
+    set(precompile OFF)
+else()
+    set(precompile ON)
+endif()
+option(ZGLOBAL_PRECOMPILE "Precompile the headers of Qt that most sources include" ${precompile})
+function(zglobal_precompile target)
+    if(NOT ZGLOBAL_PRECOMPILE)
+        return()
+    endif()
+    if(NOT TARGET zglobal_precompiled)
+        file(WRITE "${CMAKE_BINARY_DIR}/generated/precompiled.cpp" "")
+        add_library(zglobal_precompiled OBJECT "${CMAKE_BINARY_DIR}/generated/precompiled.cpp")
+        set_target_properties(zglobal_precompiled PROPERTIES AUTOMOC OFF)
+        target_link_libraries(zglobal_precompiled PRIVATE zglobal_strict Qt5::Core)
+        target_precompile_headers(zglobal_precompiled PRIVATE
+            <functional> <memory> <QDateTime> <QDebug> <QDir> <QFile> <QHash> <QJsonArray>
+            <QJsonDocument> <QJsonObject> <QMap> <QObject> <QSharedPointer> <QStringList> <QUrl>
+            <QVector>)
+    endif()
+    target_precompile_headers(${target} REUSE_FROM zglobal_precompiled)
+endfunction()
+
 # zglobal_part(NAME SOURCES files... LINKS targets...) declares a static library that goes into shared
 # ones of ours and is not installed.
 function(zglobal_part name)
@@ -45,6 +70,7 @@ function(zglobal_part name)
     set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
     target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
     target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE zglobal_strict)
+    zglobal_precompile(${name})
 endfunction()
 
 # zglobal_library(NAME PAIRS names... SOURCES files... HEADERS exported headers... LINKS targets...
@@ -70,6 +96,7 @@ function(zglobal_library name)
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal>)
     target_link_libraries(${name}
         PUBLIC ${arg_LINKS} PRIVATE $<BUILD_INTERFACE:zglobal_strict> ${arg_PRIVATE_LINKS})
+    zglobal_precompile(${name})
     install(TARGETS ${name} EXPORT ZGlobalTargets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -87,6 +114,7 @@ function(zglobal_program name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE zglobal_strict ${arg_LINKS})
+    zglobal_precompile(${name})
 endfunction()
 
 # zglobal_test(NAME SOURCES files... LINKS targets...) declares a Qt Test executable. Each test runs
