@@ -6,9 +6,15 @@
 #include "support/WorkFolder.h"
 
 #include <QCryptographicHash>
+#include <QSemaphore>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QtTest>
 
+#include <atomic>
+#include <functional>
 #include <memory>
+#include <thread>
 
 #ifdef __SANITIZE_ADDRESS__
 // What a failed handshake leaves behind there at exit, a client of Qt's alone leaves too.
@@ -47,11 +53,65 @@ std::shared_ptr<Outcome> outcomeOf(const QtPromise::QPromise<void>& promise)
     return outcomeOf(promise.then([] { return QByteArray(); }));
 }
 
+HttpServer::Answer answerOf(const QByteArray& body, const QByteArray& header, qint64 declared = -1)
+{
+    HttpServer::Answer answer;
+    answer.body = body;
+    answer.header = header;
+    answer.declared = declared;
+    return answer;
+}
+
 QString cachePath(const QString& url)
 {
     const QByteArray digest = QCryptographicHash::hash(url.toUtf8(), QCryptographicHash::Md5);
     return u"res/images/"_s + QString::fromLatin1(digest.toHex().toUpper());
 }
+
+/** A server in a thread of its own: it goes on while the test's event loop stands. */
+class ServerThread
+{
+public:
+    /** serve is called with each connection whose request has come. */
+    explicit ServerThread(const std::function<void(QTcpSocket&)>& serve)
+        : m_thread([=] { run(serve); })
+    {
+        m_listening.acquire();
+    }
+    ~ServerThread() { stop(); }
+
+    QUrl url() const { return QUrl(u"http://127.0.0.1:%1/"_s.arg(m_port)); }
+
+    /** Returns when serve has. */
+    void stop()
+    {
+        m_stopped = true;
+        if (m_thread.joinable())
+            m_thread.join();
+    }
+
+private:
+    void run(const std::function<void(QTcpSocket&)>& serve)
+    {
+        QTcpServer server;
+        server.listen(QHostAddress::LocalHost);
+        m_port = server.serverPort();
+        m_listening.release();
+        while (!m_stopped) {
+            if (!server.hasPendingConnections() && !server.waitForNewConnection(20))
+                continue;
+            const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
+            // A client opens connections in advance, too.
+            if (socket->waitForReadyRead(20))
+                serve(*socket);
+        }
+    }
+
+    std::atomic<bool> m_stopped {false};
+    QSemaphore m_listening;
+    quint16 m_port = 0;
+    std::thread m_thread; // the last: it uses the others
+};
 
 } // namespace
 
@@ -71,6 +131,8 @@ private Q_SLOTS:
         m_folder = std::make_unique<WorkFolder>();
         m_http = ZHttpComm::getInstance();
         m_http->setTimeout(ZHttpComm::defaultTimeout);
+        m_http->setLeastRate(ZHttpComm::defaultLeastRate);
+        m_http->setTotalTime(ZHttpComm::defaultTotalTime);
         m_http->setMaxBodySize(ZHttpComm::defaultMaxBodySize);
     }
 
@@ -122,8 +184,10 @@ private Q_SLOTS:
         row("no host", "http:///a", "http:///a: no host in the address");
         row("redirect to a file", "BASE/tofile?a",
             "BASE/tofile: redirected to no http or https address");
-        row("compressed", "BASE/gzip",
-            "BASE/gzip: the body is encoded though that was not asked for");
+        row("encoded", "BASE/encoded",
+            "BASE/encoded: the body is encoded though that was not asked for");
+        row("slow", "BASE/slow", "BASE/slow: slower than 1000 bytes a second for 900 ms");
+        row("late", "BASE/late", "BASE/late: not whole after 500 ms");
     }
 
     void rejects()
@@ -131,25 +195,26 @@ private Q_SLOTS:
         QFETCH(QString, address);
         QFETCH(QString, message);
         QFETCH(int, code);
-        HttpServer::Answer overstated;
-        overstated.body = "few";
-        overstated.declared = 999;
-        HttpServer::Answer huge = overstated;
-        huge.declared = 1LL << 40;
-        HttpServer::Answer compressed;
-        compressed.body = "few";
-        compressed.header = "Content-Encoding: gzip";
-        m_server->answer(u"/gzip"_s, compressed);
+        m_server->answer(u"/encoded"_s, answerOf("few", "Content-Encoding: br"));
+        m_server->answer(u"/overstated"_s, answerOf("few", {}, 999));
+        m_server->answer(u"/huge"_s, answerOf("few", {}, 1LL << 40));
+        HttpServer::Answer trickling = answerOf(QByteArray(400, 'x'), {});
+        trickling.pause = 50;
+        m_server->answer(u"/slow"_s, trickling);
+        m_server->answer(u"/late"_s, trickling);
         m_server->fail(u"/broken"_s, 500);
         m_server->cutOff(u"/cut"_s, "body", 2);
-        m_server->answer(u"/overstated"_s, overstated);
-        m_server->answer(u"/huge"_s, huge);
         m_server->serve(u"/large"_s, QByteArray(1001, 'x'));
         m_server->hold(u"/held"_s);
         m_server->redirect(u"/ring"_s, u"/ring"_s);
         m_server->redirect(u"/tofile"_s, u"file:///etc/passwd"_s);
+        m_http->setLeastRate(1000);
         if (address.contains(u"/held"_s))
             m_http->setTimeout(300);
+        if (address.contains(u"/slow"_s))
+            m_http->setTimeout(900);
+        if (address.contains(u"/late"_s))
+            m_http->setTotalTime(500);
         m_http->setMaxBodySize(1000);
         for (QString* text : {&address, &message}) {
             text->replace(u"BASE"_s, m_server->baseUrl());
@@ -170,13 +235,62 @@ private Q_SLOTS:
         QCOMPARE(finished.first().last(), QVariant(false));
     }
 
-    void aBodyOfTheLimitIsWhole()
+    void takesWhole_data()
     {
-        m_server->serve(u"/limit"_s, QByteArray(1000, 'x'));
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QByteArray>("header");
+        QTest::addColumn<qint64>("declared");
+        const auto row = [](const char* name, const QByteArray& body, const QByteArray& header,
+                            qint64 declared = -1) {
+            QTest::newRow(name) << body << header << declared;
+        };
+        const QByteArray whole(1000, 'x');
+        const QByteArray chunked = "3e8\r\n" + whole + "\r\n0\r\n\r\n";
+        row("of the limit", whole, {});
+        row("identity", whole, "Content-Encoding: Identity");
+        row("chunked", chunked, "Transfer-Encoding: chunked", HttpServer::noLength);
+        row("until the connection closes", whole, {}, HttpServer::noLength);
+    }
+
+    void takesWhole()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(QByteArray, header);
+        QFETCH(qint64, declared);
+        m_server->answer(u"/whole"_s, answerOf(body, header, declared));
         m_http->setMaxBodySize(1000);
-        const auto outcome = outcomeOf(m_http->get(m_server->url(u"/limit"_s)));
+        const auto outcome = outcomeOf(m_http->get(m_server->url(u"/whole"_s)));
         QTRY_VERIFY(outcome->settled);
-        QCOMPARE(outcome->body.size(), 1000);
+        QVERIFY2(outcome->ok, qPrintable(outcome->error.message()));
+        QCOMPARE(outcome->body, QByteArray(1000, 'x'));
+    }
+
+    void whatNobodyReadsIsNotBuffered()
+    {
+        constexpr qint64 most = 64 * 1024 * 1024;
+        qint64 sent = 0;
+        QSemaphore go;
+        ServerThread server([&](QTcpSocket& socket) {
+            socket.write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
+            do {
+                socket.write("1\r\nx\r\n");
+                socket.waitForBytesWritten();
+            } while (!go.tryAcquire(1, 20));
+            do {
+                socket.write("10000\r\n" + QByteArray(0x10000, 'x') + "\r\n");
+                sent += 0x10000;
+            } while (sent < most && socket.waitForBytesWritten(1000));
+        });
+        m_http->setMaxBodySize(1000 * 1000);
+        QSignalSpy progress(m_http, &ZHttpComm::sigRequestProgress);
+        const auto outcome = outcomeOf(m_http->get(server.url()));
+        QTRY_VERIFY(!progress.isEmpty());
+        // The event loop stands while the server sends what it is rid of.
+        go.release();
+        server.stop();
+        QVERIFY2(sent < most, "everything was taken");
+        QTRY_VERIFY(outcome->settled);
+        QVERIFY(outcome->error.message().endsWith(u"the body is larger than 1000000 bytes"_s));
     }
 
     void waitingForOnesTurnIsNoSilence()
@@ -187,6 +301,7 @@ private Q_SLOTS:
         late.delay = 300;
         m_server->answer(u"/late"_s, late);
         m_http->setTimeout(1000);
+        m_http->setTotalTime(1000);
         QVector<QtPromise::QPromise<QByteArray>> requests;
         for (int i = 0; i < 24; ++i)
             requests.append(m_http->get(m_server->url(u"/late"_s)));
@@ -194,6 +309,34 @@ private Q_SLOTS:
         QTRY_VERIFY(outcome->settled);
         QVERIFY2(outcome->ok, qPrintable(outcome->error.message()));
         QCOMPARE(m_server->requests(u"/late"_s), 24);
+    }
+
+    void takesTurns()
+    {
+        const auto ask = [this](const QString& path, bool inBackground = false) {
+            m_server->hold(path);
+            const QUrl url = m_server->url(path);
+            outcomeOf(inBackground ? m_http->getInBackground(url) : m_http->get(url));
+        };
+        for (int i = 0; i < 10; ++i)
+            ask(u"/picture/%1"_s.arg(i), true);
+        QTRY_COMPARE(m_server->held(), ZHttpComm::maxInBackground);
+        for (int i = 0; i < 10; ++i)
+            ask(u"/flash/%1"_s.arg(i));
+        QTRY_COMPARE(m_server->held(), ZHttpComm::maxUnderWay);
+        ask(u"/table/0"_s);
+        QStringList order;
+        for (int next = 0; next < 21; ++next) {
+            QTRY_VERIFY(m_server->targets().size() > qMin(20, next + 3));
+            order.append(m_server->targets().at(next));
+            m_server->release(order.last());
+        }
+        QVERIFY2(order.indexOf(u"/flash/3"_s) < order.indexOf(u"/flash/9"_s),
+                 qPrintable(order.join(u' ')));
+        QVERIFY2(order.indexOf(u"/table/0"_s) < order.indexOf(u"/flash/4"_s),
+                 qPrintable(order.join(u' ')));
+        QVERIFY2(order.indexOf(u"/flash/9"_s) < order.indexOf(u"/picture/4"_s),
+                 qPrintable(order.join(u' ')));
     }
 
     void preloadsPictures()
@@ -211,7 +354,7 @@ private Q_SLOTS:
             outcomeOf(ZImageCacheUtil::preloadList(urls + urls + QStringList(QString())));
         const auto second = outcomeOf(ZImageCacheUtil::preloadList(urls.mid(1, 2)));
         for (int i = 1; i < 7; ++i) {
-            const int running = qMin(ZImageCacheUtil::maxFetches, 7 - i);
+            const int running = qMin(ZHttpComm::maxInBackground, 7 - i);
             QTRY_COMPARE(m_server->held(), running);
             QCOMPARE(m_server->targets().size(), i - 1 + running);
             QVERIFY(!first->settled);

@@ -8,6 +8,9 @@ namespace {
 
 constexpr int maxRedirects = 10;
 
+/** What Qt may hold of a body that nobody has read yet. */
+constexpr qint64 readBufferSize = 256LL * 1024;
+
 QString addressError(const QUrl& url)
 {
     if (!url.isValid() || url.isEmpty())
@@ -37,37 +40,31 @@ QString tooLarge(qint64 limit)
     return QStringLiteral("the body is larger than %1 bytes").arg(limit);
 }
 
+QByteArray encodingOf(const QNetworkReply& reply)
+{
+    const QByteArray encoding = reply.rawHeader("Content-Encoding").trimmed().toLower();
+    return encoding == "identity" ? QByteArray() : encoding;
+}
+
 } // namespace
 
-HttpRequest::HttpRequest(QNetworkAccessManager& network, const QUrl& url, int timeout,
-                         qint64 maxBodySize)
+HttpRequest::HttpRequest(QNetworkAccessManager& network, const QUrl& url, const HttpLimits& limits)
     : m_url(url)
-    , m_maxBodySize(maxBodySize)
+    , m_limits(limits)
 {
-    m_silence.setSingleShot(true);
     const QString error = addressError(url);
-    if (!error.isEmpty()) {
-        connect(&m_silence, &QTimer::timeout, this, [this, error] { done(error); });
-        m_silence.start(0);
+    if (error.isEmpty()) {
+        start(network);
         return;
     }
-    m_silence.setInterval(timeout);
-    connect(&m_silence, &QTimer::timeout, this, [this] {
-        stop(QStringLiteral("nothing received for %1 ms").arg(m_silence.interval()));
-    });
-    start(network);
+    connect(&m_total, &QTimer::timeout, this, [this, error] { done(error); });
+    m_total.start(0);
 }
 
 HttpRequest::~HttpRequest()
 {
     m_done = true;
     delete m_reply;
-}
-
-void HttpRequest::onNeighbourProgress(const QUrl& url)
-{
-    if (m_body.isEmpty() && m_silence.isActive() && url.authority() == m_url.authority())
-        m_silence.start();
 }
 
 void HttpRequest::start(QNetworkAccessManager& network)
@@ -79,49 +76,85 @@ void HttpRequest::start(QNetworkAccessManager& network)
     // Queued: a reply may fail while it is being made, and nobody listens to us yet.
     connect(m_reply, &QNetworkReply::finished, this, &HttpRequest::onFinished,
             Qt::QueuedConnection);
-    if (m_silence.interval() > 0)
+    startTimers();
+}
+
+void HttpRequest::startTimers()
+{
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(m_limits.silence);
+    connect(&m_silence, &QTimer::timeout, this,
+            [this] { stop(QStringLiteral("nothing received for %1 ms").arg(m_limits.silence)); });
+    if (m_limits.silence > 0)
         m_silence.start();
+    m_pace.setInterval(m_limits.silence);
+    connect(&m_pace, &QTimer::timeout, this, &HttpRequest::checkPace);
+    m_total.setSingleShot(true);
+    connect(&m_total, &QTimer::timeout, this,
+            [this] { stop(QStringLiteral("not whole after %1 ms").arg(m_limits.totalTime)); });
+    if (m_limits.totalTime > 0)
+        m_total.start(m_limits.totalTime);
 }
 
 void HttpRequest::onMetaData()
 {
     if (m_silence.isActive())
         m_silence.start();
-    if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > m_maxBodySize)
-        stop(tooLarge(m_maxBodySize));
+    // The rate is that of the body: how long a server thinks is a matter of the silence.
+    if (m_limits.silence > 0 && m_limits.leastRate > 0 && !m_pace.isActive())
+        m_pace.start();
+    m_reply->setReadBufferSize(readBufferSize);
+    if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > m_limits.bodySize)
+        stop(tooLarge(m_limits.bodySize));
 }
 
 void HttpRequest::onReadyRead()
 {
-    if (m_done)
-        return;
-    if (m_silence.isActive())
+    if (!m_done && m_silence.isActive())
         m_silence.start();
-    m_body += m_reply->read(m_maxBodySize - m_body.size() + 1);
-    if (m_body.size() > m_maxBodySize)
-        stop(tooLarge(m_maxBodySize));
+    while (!m_done && m_reply->bytesAvailable() > 0) {
+        const QByteArray block = m_reply->read(qMin(m_reply->bytesAvailable(), readBufferSize));
+        if (block.isEmpty())
+            return;
+        take(block);
+    }
+}
+
+void HttpRequest::take(const QByteArray& block)
+{
+    m_received += block.size();
+    if (m_received > m_limits.bodySize) {
+        stop(tooLarge(m_limits.bodySize));
+        return;
+    }
+    if (status() >= 400)
+        return;
+    m_body += block;
+}
+
+void HttpRequest::checkPace()
+{
+    const qint64 wanted = qint64(m_limits.leastRate) * m_limits.silence / 1000;
+    if (m_received - m_receivedAtPace < wanted)
+        stop(QStringLiteral("slower than %1 bytes a second for %2 ms")
+                 .arg(m_limits.leastRate)
+                 .arg(m_limits.silence));
+    m_receivedAtPace = m_received;
 }
 
 void HttpRequest::onFinished()
 {
-    if (m_done)
-        return;
     onReadyRead();
     if (m_done)
         return;
-    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (status >= 400)
-        done(QStringLiteral("HTTP status %1").arg(status), status);
+    if (status() >= 400)
+        done(QStringLiteral("HTTP status %1").arg(status()), status());
     else if (m_reply->error() != QNetworkReply::NoError)
         done(transportError());
-    else if (status >= 300)
-        done(QStringLiteral("HTTP status %1").arg(status), status);
-    else if (m_reply->hasRawHeader("Content-Encoding"))
-        done(QStringLiteral("the body is encoded though that was not asked for"));
-    else if (endsEarly())
-        done(QStringLiteral("the body ends early"));
+    else if (status() >= 300)
+        done(QStringLiteral("HTTP status %1").arg(status()), status());
     else
-        done(QString());
+        done(bodyError());
 }
 
 void HttpRequest::stop(const QString& cause)
@@ -133,7 +166,8 @@ void HttpRequest::stop(const QString& cause)
 void HttpRequest::done(const QString& cause, int code)
 {
     m_done = true;
-    m_silence.stop();
+    for (QTimer* timer : {&m_silence, &m_pace, &m_total})
+        timer->stop();
     if (m_reply != nullptr)
         m_reply->disconnect(this);
     if (!cause.isEmpty())
@@ -142,6 +176,11 @@ void HttpRequest::done(const QString& cause, int code)
         m_url.toString(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment);
     Q_EMIT sigDone(m_body, cause.isEmpty() ? cause : QStringLiteral("%1: %2").arg(address, cause),
                    code);
+}
+
+int HttpRequest::status() const
+{
+    return m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
 QString HttpRequest::transportError() const
@@ -163,8 +202,12 @@ QString HttpRequest::transportError() const
         : QStringLiteral("network error %1").arg(m_reply->error());
 }
 
-bool HttpRequest::endsEarly() const
+QString HttpRequest::bodyError() const
 {
     const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
-    return length.isValid() && m_body.size() < length.toLongLong();
+    if (length.isValid() && m_received < length.toLongLong())
+        return QStringLiteral("the body ends early");
+    const QByteArray encoding = encodingOf(*m_reply);
+    return encoding.isEmpty() ? QString()
+                              : QStringLiteral("the body is encoded though that was not asked for");
 }

@@ -8,6 +8,15 @@
 class QNetworkAccessManager;
 class QNetworkReply;
 
+/** What one request may take; 0 means no limit, but for the body's size. */
+struct HttpLimits
+{
+    int silence;     ///< milliseconds
+    int leastRate;   ///< bytes a second, over stretches as long as the silence
+    int totalTime;   ///< milliseconds
+    qint64 bodySize; ///< bytes
+};
+
 /** One GET request of ZHttpComm, from the address to the body or the cause of its failure. */
 class HttpRequest : public QObject
 {
@@ -15,11 +24,8 @@ class HttpRequest : public QObject
 
 public:
     /** Starts at once; sigDone comes exactly once, and never from within the constructor. */
-    HttpRequest(QNetworkAccessManager& network, const QUrl& url, int timeout, qint64 maxBodySize);
+    HttpRequest(QNetworkAccessManager& network, const QUrl& url, const HttpLimits& limits);
     ~HttpRequest() override;
-
-    /** Another request of the same server received something while this one may be waiting. */
-    void onNeighbourProgress(const QUrl& url);
 
 Q_SIGNALS:
     void sigProgress(qint64 received, qint64 total);
@@ -28,18 +34,26 @@ Q_SIGNALS:
 
 private:
     void start(QNetworkAccessManager& network);
+    void startTimers();
     void onMetaData();
     void onReadyRead();
     void onFinished();
+    void checkPace();
+    void take(const QByteArray& block);
     void stop(const QString& cause);
     void done(const QString& cause, int code = 0);
+    int status() const;
     QString transportError() const;
-    bool endsEarly() const;
+    QString bodyError() const;
 
     QUrl m_url;
-    qint64 m_maxBodySize;
+    HttpLimits m_limits;
     QNetworkReply* m_reply = nullptr;
     QByteArray m_body;
+    qint64 m_received = 0; // on the line
+    qint64 m_receivedAtPace = 0;
     QTimer m_silence;
+    QTimer m_pace;
+    QTimer m_total;
     bool m_done = false;
 };

@@ -11,7 +11,9 @@
 #include <memory>
 
 class HttpRequest;
+struct HttpLimits;
 class QNetworkAccessManager;
+class RequestQueue;
 
 /**
  * HTTP for the client: GET requests whose promises settle on the GUI thread.
@@ -22,6 +24,12 @@ class QNetworkAccessManager;
  * Requests carry no cookies, nothing is cached, and bodies are asked for uncompressed. Up to ten
  * redirects are followed, but never to a less safe scheme.
  *
+ * At most maxUnderWay requests go to one server at a time; the others wait for their turn, and all
+ * limits of time count from there. Requests of get() go before those of getInBackground(), which
+ * never take more than maxInBackground places. Within either, the folders of the addresses take
+ * turns and the files of one folder keep their order: a table waits for a place, not for all the
+ * animations that were asked for before.
+ *
  * For each request the signals are, in this order: one sigRequestStarted, any number of
  * sigRequestProgress, one sigRequestFinished. The id is the same in all of them and is never used
  * again; the address is the one that was asked for.
@@ -31,8 +39,15 @@ class ZNETWORK_EXPORT ZHttpComm : public QObject
     Q_OBJECT
 
 public:
+    /** Requests under way to one server; as many as Qt makes connections. */
+    static constexpr int maxUnderWay = 6;
+    static constexpr int maxInBackground = 4;
+
     static constexpr int defaultTimeout = 30 * 1000;
-    static constexpr qint64 defaultMaxBodySize = 256LL * 1024 * 1024;
+    static constexpr int defaultLeastRate = 1024;
+    static constexpr int defaultTotalTime = 30 * 60 * 1000;
+    /** No table file is larger; see HostLimits::maxTableBytes. */
+    static constexpr qint64 defaultMaxBodySize = 64LL * 1024 * 1024;
 
     static ZHttpComm* getInstance();
 
@@ -40,27 +55,38 @@ public:
      * Fulfilled with the body, rejected with a zErrorInfo, never before get has returned.
      *
      * The message names the address, without its query and user information, and the cause: an
-     * address that is not http or https, no connection, a failed TLS handshake, a redirect too
-     * many, to a less safe scheme or to nowhere, a status of 400 or more, a body that ends early,
-     * is over the limit or compressed, nothing received for too long. The code is the status where
-     * that is the cause, else 0.
+     * address that is not http or https, no connection, a failed TLS handshake, a
+     * redirect too many, to a less safe scheme or to nowhere, a status of 400 or more, a body that
+     * ends early, is over the limit or compressed, nothing
+     * received for too long, too slow or too late. The code is the status where that is the cause,
+     * else 0.
      */
     QtPromise::QPromise<QByteArray> get(const QUrl& url);
 
-    /**
-     * For how many milliseconds a request may receive nothing; the default is defaultTimeout, 0
-     * means for ever. While a request has not received anything, what others receive from the same
-     * server counts for it: it may be waiting its turn. For requests made from now on.
-     */
+    /** As get(), for what nobody waits for. */
+    QtPromise::QPromise<QByteArray> getInBackground(const QUrl& url);
+
+    /** For how many milliseconds a request under way may receive nothing; the default is
+     *  defaultTimeout, 0 means for ever. For requests made from now on. */
     void setTimeout(int milliseconds);
 
-    /** The most bytes that a body may have; the default is defaultMaxBodySize. For requests made
-     *  from now on. */
+    /** How many bytes a second a body must bring, over each stretch of the timeout since its begin;
+     *  the default is defaultLeastRate, 0 or no timeout means any. For requests made from now on.
+     */
+    void setLeastRate(int bytesPerSecond);
+
+    /** Within how many milliseconds a request under way must be done; the default is
+     *  defaultTotalTime, 0 means never. For requests made from now on. */
+    void setTotalTime(int milliseconds);
+
+    /** The most bytes that a body may have; the default is defaultMaxBodySize. For
+     *  requests made from now on. */
     void setMaxBodySize(qint64 bytes);
 
 Q_SIGNALS:
+    /** Comes from within get: the request may have to wait for its turn yet. */
     void sigRequestStarted(int id, const QUrl& url);
-    /** total is -1 while it is unknown. */
+    /** Bytes as they come over the line; total is -1 while it is unknown. */
     void sigRequestProgress(int id, const QUrl& url, qint64 received, qint64 total);
     /** Comes before the promise's handlers. */
     void sigRequestFinished(int id, const QUrl& url, bool ok);
@@ -69,14 +95,18 @@ private:
     ZHttpComm();
     ~ZHttpComm() override;
 
+    QtPromise::QPromise<QByteArray> add(const QUrl& url, bool inBackground);
+    HttpRequest* start(int id, const QUrl& url, const HttpLimits& limits);
     QNetworkAccessManager& network();
-    void watch(HttpRequest* request, int id, const QUrl& url);
     static void endWithApplication();
     void release();
 
     std::unique_ptr<QNetworkAccessManager> m_network;
-    QSet<HttpRequest*> m_requests;
+    std::unique_ptr<RequestQueue> m_queue;
+    QSet<HttpRequest*> m_requests; // those under way
     int m_lastId = 0;
     int m_timeout = defaultTimeout;
+    int m_leastRate = defaultLeastRate;
+    int m_totalTime = defaultTotalTime;
     qint64 m_maxBodySize = defaultMaxBodySize;
 };

@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
-#include <QQueue>
 #include <QSaveFile>
 #include <QVector>
 
@@ -34,65 +33,40 @@ QString shown(const QString& url)
     return QUrl(url).toString(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment);
 }
 
+/** Why the file was not written, or an empty text. */
+QString writeWhole(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()
+        ? QString()
+        : file.errorString();
+}
+
 void store(const QString& url, const QByteArray& body)
 {
     if (body.isEmpty())
         throw zErrorInfo(QStringLiteral("%1: the picture is empty").arg(shown(url)));
     QDir().mkpath(folder());
-    QSaveFile file(pathOf(url));
-    if (!file.open(QIODevice::WriteOnly) || file.write(body) != body.size() || !file.commit())
-        throw zErrorInfo(QStringLiteral("%1: cannot be stored as %2: %3")
-                             .arg(shown(url), file.fileName(), file.errorString()));
+    const QString error = writeWhole(pathOf(url), body);
+    if (!error.isEmpty())
+        throw zErrorInfo(
+            QStringLiteral("%1: cannot be stored as %2: %3").arg(shown(url), pathOf(url), error));
 }
 
-/** The fetches under way and those that wait for a place among them. */
-class Fetches
+/** The fetch of an address that is already being fetched, or a new one. */
+Fetch fetch(const QString& url)
 {
-public:
-    Fetch add(const QString& url)
-    {
-        const auto known = m_byUrl.constFind(url);
-        if (known != m_byUrl.constEnd())
-            return known.value();
-        Fetch fetch([&](const QtPromise::QPromiseResolve<void>& resolve,
-                        const QtPromise::QPromiseReject<void>& reject) {
-            m_waiting.enqueue([this, url, resolve, reject] { start(url, resolve, reject); });
-        });
-        m_byUrl.insert(url, fetch);
-        startNext();
-        return fetch;
-    }
-
-private:
-    void startNext()
-    {
-        while (m_running < ZImageCacheUtil::maxFetches && !m_waiting.isEmpty()) {
-            ++m_running;
-            m_waiting.dequeue()();
-        }
-    }
-
-    void start(const QString& url, const QtPromise::QPromiseResolve<void>& resolve,
-               const QtPromise::QPromiseReject<void>& reject)
-    {
-        ZHttpComm::getInstance()
-            ->get(QUrl(url))
-            .then([url](const QByteArray& body) { store(url, body); })
-            .finally([this, url] { ended(url); })
-            .then([resolve] { resolve(); }, [reject](const zErrorInfo& error) { reject(error); });
-    }
-
-    void ended(const QString& url)
-    {
-        --m_running;
-        m_byUrl.remove(url);
-        startNext();
-    }
-
-    QHash<QString, Fetch> m_byUrl;
-    QQueue<std::function<void()>> m_waiting;
-    int m_running = 0;
-};
+    static QHash<QString, Fetch> underWay;
+    const auto known = underWay.constFind(url);
+    if (known != underWay.constEnd())
+        return known.value();
+    const Fetch fetch = ZHttpComm::getInstance()
+                            ->getInBackground(QUrl(url))
+                            .then([url](const QByteArray& body) { store(url, body); })
+                            .finally([url] { underWay.remove(url); });
+    underWay.insert(url, fetch);
+    return fetch;
+}
 
 struct Failures
 {
@@ -113,7 +87,6 @@ struct Failures
 
 Fetch ZImageCacheUtil::preloadList(const QStringList& urls)
 {
-    static Fetches fetches;
     const auto failures = std::make_shared<Failures>();
     QStringList wanted = urls;
     wanted.removeDuplicates();
@@ -122,7 +95,7 @@ Fetch ZImageCacheUtil::preloadList(const QStringList& urls)
         const QString& url = wanted.at(i);
         if (url.isEmpty() || QFileInfo(pathOf(url)).size() > 0)
             continue;
-        tried.append(fetches.add(url).fail(
+        tried.append(fetch(url).fail(
             [failures, i](const zErrorInfo& error) { failures->add(i, error.message()); }));
     }
     const int count = tried.size();

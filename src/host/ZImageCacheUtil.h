@@ -12,19 +12,17 @@
 class ZNETWORK_EXPORT ZImageCacheUtil
 {
 public:
-    /** How many pictures are fetched at once, however many lists are asked for. */
-    static constexpr int maxFetches = 4;
-
     /**
      * Fetches the missing pictures of these addresses; fulfilled when all are there.
      *
      * A picture is there when its file is and is not empty. Each file is written whole or not at
-     * all. An address is fetched once, though it may stand in a list twice or in several lists at a
-     * time; an empty address names no picture and is passed over.
+     * all. The pictures are fetched in the background, see ZHttpComm. An address is fetched once,
+     * though it may stand in a list twice or in several lists at a time; an empty address names no
+     * picture and is passed over.
      *
-     * Rejected with a zErrorInfo when a picture could not be fetched (an empty body is no picture)
-     * or stored, but only after all the others have been tried. The message tells how many failed
-     * and why the first of the list did.
+     * Rejected with a zErrorInfo when a picture could not be fetched or stored, but only after
+     * all the others have been tried. The message tells how many failed and why the first of the
+     * list did. An empty body is no picture.
      */
     static QtPromise::QPromise<void> preloadList(const QStringList& urls);
 };

@@ -146,10 +146,26 @@ void HttpServer::onRequest(QTcpSocket* socket, const QString& path)
 void HttpServer::send(QTcpSocket* socket, const Answer& answer)
 {
     const qint64 length = answer.declared >= 0 ? answer.declared : answer.body.size();
-    QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Test\r\n"
-        + "Connection: close\r\nContent-Length: " + QByteArray::number(length) + "\r\n";
+    QByteArray head =
+        "HTTP/1.1 " + QByteArray::number(answer.status) + " Test\r\n" + "Connection: close\r\n";
+    if (answer.declared != noLength)
+        head += "Content-Length: " + QByteArray::number(length) + "\r\n";
     if (!answer.header.isEmpty())
         head += answer.header + "\r\n";
-    socket->write(head + "\r\n" + answer.body.mid(0, answer.sent));
+    const QByteArray body = answer.body.mid(0, answer.sent);
+    if (answer.pause > 0) {
+        socket->write(head + "\r\n");
+        trickle(socket, body, answer.pause);
+        return;
+    }
+    socket->write(head + "\r\n" + body);
     socket->disconnectFromHost();
+}
+
+void HttpServer::trickle(QTcpSocket* socket, const QByteArray& body, int pause)
+{
+    if (body.isEmpty())
+        socket->disconnectFromHost();
+    else if (socket->write(body.left(1)) == 1)
+        QTimer::singleShot(pause, socket, [=] { trickle(socket, body.mid(1), pause); });
 }

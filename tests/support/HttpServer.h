@@ -23,10 +23,12 @@ public:
         int status = 200;
         QByteArray body;
         QByteArray header;    ///< one header line more, without its line end
-        qint64 declared = -1; ///< the Content-Length told, when not the body's
+        qint64 declared = -1; ///< the Content-Length told, when not the body's; or noLength
         int sent = -1;        ///< how many bytes of the body go out before the connection ends
         int delay = 0;        ///< milliseconds before the answer
+        int pause = 0;        ///< milliseconds after each byte of the body
     };
+    static constexpr qint64 noLength = -2;
 
     HttpServer();
 
@@ -60,6 +62,7 @@ private:
     void onReadyRead(QTcpSocket* socket);
     void onRequest(QTcpSocket* socket, const QString& path);
     void send(QTcpSocket* socket, const Answer& answer);
+    void trickle(QTcpSocket* socket, const QByteArray& body, int pause);
 
     QTcpServer m_server;
     quint16 m_port = 0; // outlives close()

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QHash>
+#include <QQueue>
+#include <QString>
+#include <QUrl>
+
+#include <array>
+#include <functional>
+
+/**
+ * Which requests are under way and which wait, for each server by itself.
+ *
+ * What waits in the foreground goes before what waits in the background, and the background never
+ * takes all places. Within either, the folders of the addresses take turns, so that one file of a
+ * folder does not wait for all the thousands of another; files of a folder keep their order.
+ */
+class RequestQueue
+{
+public:
+    enum Lane { Foreground, Background };
+    using Start = std::function<void()>;
+
+    RequestQueue(int maxUnderWay, int maxInBackground)
+        : m_most {maxUnderWay, maxInBackground}
+    {
+    }
+
+    /** Calls start when it is the address's turn: at once, or from within ended(). */
+    void add(const QUrl& url, Lane lane, const Start& start);
+    /** To be called once for each request that was started. */
+    void ended(const QUrl& url, Lane lane);
+    /** Forgets everything; what waits is never started. */
+    void clear() { m_servers.clear(); }
+
+private:
+    struct Waiting
+    {
+        QHash<QString, QQueue<Start>> byFolder;
+        QQueue<QString> turns; // each folder of byFolder once
+    };
+    struct Server
+    {
+        std::array<int, 2> underWay {};
+        std::array<Waiting, 2> waiting;
+    };
+
+    void startNext(const QString& name);
+    bool hasPlace(const Server& server, Lane lane) const;
+    static Start takeNext(Waiting& waiting);
+
+    std::array<int, 2> m_most;
+    QHash<QString, Server> m_servers;
+};
