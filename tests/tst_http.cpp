@@ -265,6 +265,32 @@ private Q_SLOTS:
         QCOMPARE(outcome->body, QByteArray(1000, 'x'));
     }
 
+    void anEndThatDidNotComeIsAnError_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        const QByteArray chunk = "5\r\nhello\r\n3e8\r\n" + QByteArray(1000, 'x') + "\r\n";
+        QTest::newRow("between chunks") << chunk;
+        QTest::newRow("in a chunk") << chunk + "400\r\nhello";
+        QTest::newRow("in the last chunk") << chunk + "0\r\n";
+    }
+
+    void anEndThatDidNotComeIsAnError()
+    {
+        QFETCH(QByteArray, body);
+        constexpr int count = 100;
+        ServerThread server([&](QTcpSocket& socket) {
+            socket.write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + body);
+            socket.waitForBytesWritten();
+        });
+        QVector<std::shared_ptr<Outcome>> outcomes;
+        for (int i = 0; i < count; ++i)
+            outcomes.append(outcomeOf(m_http->get(server.url())));
+        for (const auto& outcome : outcomes) {
+            QTRY_VERIFY(outcome->settled);
+            QVERIFY(!outcome->ok);
+        }
+    }
+
     void whatNobodyReadsIsNotBuffered()
     {
         constexpr qint64 most = 64 * 1024 * 1024;

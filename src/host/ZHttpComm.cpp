@@ -1,5 +1,6 @@
 #include "host/ZHttpComm.h"
 
+#include "host/BufferedConnections.h"
 #include "host/HostLimits.h"
 #include "host/HttpRequest.h"
 #include "host/RequestQueue.h"
@@ -103,6 +104,7 @@ QNetworkAccessManager& ZHttpComm::network()
 {
     if (m_network == nullptr) {
         m_network = std::make_unique<QNetworkAccessManager>();
+        m_network->setProxyFactory(new BufferedConnections);
         // This object outlives the application, the network's threads must not.
         qAddPostRoutine(&ZHttpComm::endWithApplication);
     }
