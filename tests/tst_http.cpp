@@ -15,6 +15,7 @@
 #include <functional>
 #include <memory>
 #include <thread>
+#include <zlib.h>
 
 #ifdef __SANITIZE_ADDRESS__
 // What a failed handshake leaves behind there at exit, a client of Qt's alone leaves too.
@@ -51,6 +52,21 @@ std::shared_ptr<Outcome> outcomeOf(const QtPromise::QPromise<QByteArray>& promis
 std::shared_ptr<Outcome> outcomeOf(const QtPromise::QPromise<void>& promise)
 {
     return outcomeOf(promise.then([] { return QByteArray(); }));
+}
+
+QByteArray gzipped(const QByteArray& bytes)
+{
+    z_stream stream {};
+    QByteArray out(int(compressBound(uLong(bytes.size()))) + 32, Qt::Uninitialized);
+    deflateInit2(&stream, 9, Z_DEFLATED, MAX_WBITS + 16, 8, Z_DEFAULT_STRATEGY);
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.constData()));
+    stream.avail_in = uInt(bytes.size());
+    stream.next_out = reinterpret_cast<Bytef*>(out.data());
+    stream.avail_out = uInt(out.size());
+    deflate(&stream, Z_FINISH);
+    out.resize(int(stream.total_out));
+    deflateEnd(&stream);
+    return out;
 }
 
 HttpServer::Answer answerOf(const QByteArray& body, const QByteArray& header, qint64 declared = -1)
@@ -124,6 +140,24 @@ private:
     std::unique_ptr<WorkFolder> m_folder;
     ZHttpComm* m_http = nullptr;
 
+    void serveBadGzip()
+    {
+        const QByteArray good = gzipped(QByteArray(1000, 'x'));
+        const auto serve = [this](const char* name, const QByteArray& body) {
+            m_server->answer(u"/gzip/"_s + QLatin1String(name),
+                             answerOf(body, "Content-Encoding: gzip"));
+        };
+        QByteArray bad = good;
+        bad[bad.size() - 8] = char(~bad.at(bad.size() - 8)); // the checksum
+        QByteArray length = good;
+        length[length.size() - 4] = char(~length.at(length.size() - 4));
+        serve("early", good.chopped(1));
+        serve("bad", bad);
+        serve("length", length);
+        serve("more", good + "x");
+        serve("bomb", gzipped(QByteArray(100 * 1000, 'x')));
+    }
+
 private Q_SLOTS:
     void init()
     {
@@ -186,6 +220,12 @@ private Q_SLOTS:
             "BASE/tofile: redirected to no http or https address");
         row("encoded", "BASE/encoded",
             "BASE/encoded: the body is encoded though that was not asked for");
+        row("gzip that ends early", "BASE/gzip/early", "BASE/gzip/early: the gzip body ends early");
+        row("gzip with a bad byte", "BASE/gzip/bad", "BASE/gzip/bad: the gzip body is damaged");
+        row("gzip of another length", "BASE/gzip/length",
+            "BASE/gzip/length: the gzip body is damaged");
+        row("gzip and more", "BASE/gzip/more", "BASE/gzip/more: something follows the gzip body");
+        row("gzip bomb", "BASE/gzip/bomb", "BASE/gzip/bomb: the body is larger than 1000 bytes");
         row("slow", "BASE/slow", "BASE/slow: slower than 1000 bytes a second for 900 ms");
         row("late", "BASE/late", "BASE/late: not whole after 500 ms");
     }
@@ -195,6 +235,7 @@ private Q_SLOTS:
         QFETCH(QString, address);
         QFETCH(QString, message);
         QFETCH(int, code);
+        serveBadGzip();
         m_server->answer(u"/encoded"_s, answerOf("few", "Content-Encoding: br"));
         m_server->answer(u"/overstated"_s, answerOf("few", {}, 999));
         m_server->answer(u"/huge"_s, answerOf("few", {}, 1LL << 40));
@@ -246,9 +287,15 @@ private Q_SLOTS:
         };
         const QByteArray whole(1000, 'x');
         const QByteArray chunked = "3e8\r\n" + whole + "\r\n0\r\n\r\n";
+        const QByteArray small = gzipped(whole);
         row("of the limit", whole, {});
         row("identity", whole, "Content-Encoding: Identity");
+        row("gzip", small, "Content-Encoding: gzip");
         row("chunked", chunked, "Transfer-Encoding: chunked", HttpServer::noLength);
+        row("chunked gzip",
+            "1\r\n" + small.left(1) + "\r\n" + QByteArray::number(small.size() - 1, 16) + "\r\n"
+                + small.mid(1) + "\r\n0\r\n\r\n",
+            "Content-Encoding: gzip\r\nTransfer-Encoding: chunked", HttpServer::noLength);
         row("until the connection closes", whole, {}, HttpServer::noLength);
     }
 

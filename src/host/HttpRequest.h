@@ -1,9 +1,13 @@
 #pragma once
 
+#include "host/GzipBody.h"
+
 #include <QByteArray>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
+
+#include <memory>
 
 class QNetworkAccessManager;
 class QNetworkReply;
@@ -14,7 +18,7 @@ struct HttpLimits
     int silence;     ///< milliseconds
     int leastRate;   ///< bytes a second, over stretches as long as the silence
     int totalTime;   ///< milliseconds
-    qint64 bodySize; ///< bytes
+    qint64 bodySize; ///< bytes, after decompression
 };
 
 /** One GET request of ZHttpComm, from the address to the body or the cause of its failure. */
@@ -50,6 +54,7 @@ private:
     HttpLimits m_limits;
     QNetworkReply* m_reply = nullptr;
     QByteArray m_body;
+    std::unique_ptr<GzipBody> m_gzip;
     qint64 m_received = 0; // on the line
     qint64 m_receivedAtPace = 0;
     QTimer m_silence;

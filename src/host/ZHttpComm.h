@@ -21,8 +21,10 @@ class RequestQueue;
  * Everything here belongs to the GUI thread, and needs a running QCoreApplication. Requests that
  * are still under way when the application ends are dropped: their promises never settle.
  *
- * Requests carry no cookies, nothing is cached, and bodies are asked for uncompressed. Up to ten
- * redirects are followed, but never to a less safe scheme.
+ * Requests carry no cookies and nothing is cached. Up to ten redirects are followed, but never to a
+ * less safe scheme. Bodies may come compressed by gzip and are handed out decompressed, when length
+ * and checksum are right and nothing follows. A body that has neither a length nor chunks nor gzip
+ * ends where the server closes the connection; of all others an early end is an error.
  *
  * At most maxUnderWay requests go to one server at a time; the others wait for their turn, and all
  * limits of time count from there. Requests of get() go before those of getInBackground(), which
@@ -57,7 +59,7 @@ public:
      * The message names the address, without its query and user information, and the cause: an
      * address that is not http or https, no connection, a failed TLS handshake, a
      * redirect too many, to a less safe scheme or to nowhere, a status of 400 or more, a body that
-     * ends early, is over the limit or compressed, nothing
+     * ends early, is over the limit, damaged or encoded in another way than asked for, nothing
      * received for too long, too slow or too late. The code is the status where that is the cause,
      * else 0.
      */
@@ -79,7 +81,7 @@ public:
      *  defaultTotalTime, 0 means never. For requests made from now on. */
     void setTotalTime(int milliseconds);
 
-    /** The most bytes that a body may have; the default is defaultMaxBodySize. For
+    /** The most bytes that a body may have, decompressed; the default is defaultMaxBodySize. For
      *  requests made from now on. */
     void setMaxBodySize(qint64 bytes);
 
