@@ -1,5 +1,7 @@
 #include "host/HttpRequest.h"
 
+#include "host/Distrust.h"
+
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -74,6 +76,8 @@ void HttpRequest::start(QNetworkAccessManager& network)
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &HttpRequest::onMetaData);
     connect(m_reply, &QNetworkReply::readyRead, this, &HttpRequest::onReadyRead);
     connect(m_reply, &QNetworkReply::downloadProgress, this, &HttpRequest::sigProgress);
+    connect(m_reply, &QNetworkReply::sslErrors, this,
+            [this](const QList<QSslError>& errors) { m_distrust = Distrust::causeOf(errors); });
     // Queued: a reply may fail while it is being made, and nobody listens to us yet.
     connect(m_reply, &QNetworkReply::finished, this, &HttpRequest::onFinished,
             Qt::QueuedConnection);
@@ -199,6 +203,8 @@ QString HttpRequest::transportError() const
     case QNetworkReply::ProtocolUnknownError:
     case QNetworkReply::ProtocolInvalidOperationError:
         return QStringLiteral("redirected to no http or https address");
+    case QNetworkReply::SslHandshakeFailedError:
+        return m_distrust.isEmpty() ? m_reply->errorString() : m_distrust;
     default:
         break;
     }

@@ -57,6 +57,7 @@ private:
     std::unique_ptr<GzipBody> m_gzip;
     qint64 m_received = 0; // on the line
     qint64 m_receivedAtPace = 0;
+    QString m_distrust;
     QTimer m_silence;
     QTimer m_pace;
     QTimer m_total;

@@ -57,7 +57,7 @@ public:
      * Fulfilled with the body, rejected with a zErrorInfo, never before get has returned.
      *
      * The message names the address, without its query and user information, and the cause: an
-     * address that is not http or https, no connection, a failed TLS handshake, a
+     * address that is not http or https, no connection, a server that is not trusted and why, a
      * redirect too many, to a less safe scheme or to nowhere, a status of 400 or more, a body that
      * ends early, is over the limit, damaged or encoded in another way than asked for, nothing
      * received for too long, too slow or too late. The code is the status where that is the cause,
