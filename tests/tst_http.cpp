@@ -412,6 +412,38 @@ private Q_SLOTS:
                  qPrintable(order.join(u' ')));
     }
 
+    void webPagesAreNoPictures_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<bool>("isPicture");
+        QTest::newRow("page") << QByteArray("\n<!-- a --> <!DOCTYPE html>") << false;
+        QTest::newRow("page with a mark") << QByteArray("\xEF\xBB\xBF<HTML><head>") << false;
+        QTest::newRow("page in XML")
+            << QByteArray("<?xml version='1.0'?>\n<!DOCTYPE html PUBLIC 'x'><html/>") << false;
+        QTest::newRow("script") << QByteArray("<script>location='/login'</script>") << false;
+        QTest::newRow("vector graphics")
+            << QByteArray("<?xml version='1.0'?><!-- <html> --><!DOCTYPE svg><svg><title/></svg>")
+            << true;
+        QTest::newRow("film") << QByteArray("\0\0\0\x18"
+                                            "ftypmp42<html>",
+                                            18)
+                              << true;
+    }
+
+    void webPagesAreNoPictures()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(bool, isPicture);
+        m_server->serve(u"/a.png"_s, body);
+        const QString url = m_server->baseUrl() + u"/a.png"_s;
+        const auto outcome = outcomeOf(ZImageCacheUtil::preloadList({url}));
+        QTRY_VERIFY(outcome->settled);
+        QCOMPARE(outcome->ok, isPicture);
+        QCOMPARE(WorkFolder::read(cachePath(url)), isPicture ? body : QByteArray());
+        QCOMPARE(outcome->error.message().contains(u"a web page in place of the picture"_s),
+                 !isPicture);
+    }
+
     void preloadsPictures()
     {
         QStringList urls;

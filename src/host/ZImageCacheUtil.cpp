@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QVector>
 
@@ -33,6 +34,17 @@ QString shown(const QString& url)
     return QUrl(url).toString(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment);
 }
 
+bool isWebPage(const QByteArray& body)
+{
+    // What may stand before the first element: nobody's picture needs more of it than this.
+    constexpr int lookedAt = 4096;
+    static const QRegularExpression page(
+        QStringLiteral("^\\x{FEFF}?(?>\\s+|<\\?.*?\\?>|<!--.*?-->)*+"
+                       "<(!doctype\\s+html|html|head|title|meta|script|body)\\b"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    return page.match(QString::fromUtf8(body.left(lookedAt))).hasMatch();
+}
+
 /** Why the file was not written, or an empty text. */
 QString writeWhole(const QString& path, const QByteArray& bytes)
 {
@@ -46,6 +58,8 @@ void store(const QString& url, const QByteArray& body)
 {
     if (body.isEmpty())
         throw zErrorInfo(QStringLiteral("%1: the picture is empty").arg(shown(url)));
+    if (isWebPage(body))
+        throw zErrorInfo(QStringLiteral("%1: a web page in place of the picture").arg(shown(url)));
     QDir().mkpath(folder());
     const QString error = writeWhole(pathOf(url), body);
     if (!error.isEmpty())

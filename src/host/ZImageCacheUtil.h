@@ -22,7 +22,9 @@ public:
      *
      * Rejected with a zErrorInfo when a picture could not be fetched or stored, but only after
      * all the others have been tried. The message tells how many failed and why the first of the
-     * list did. An empty body is no picture.
+     * list did. No picture is an empty body, nor a web page: a text whose first element, after
+     * comments and the like, is "html", its doctype or what stands in its head. Everything else is
+     * taken, for the client's pictures are of many formats, vector graphics and films among them.
      */
     static QtPromise::QPromise<void> preloadList(const QStringList& urls);
 };
