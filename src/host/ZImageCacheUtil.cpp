@@ -1,5 +1,6 @@
 #include "host/ZImageCacheUtil.h"
 
+#include "file/WholeFile.h"
 #include "host/ZHttpComm.h"
 #include "host/zErrorInfo.h"
 
@@ -8,7 +9,6 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QVector>
 
 #include <memory>
@@ -45,15 +45,6 @@ bool isWebPage(const QByteArray& body)
     return page.match(QString::fromUtf8(body.left(lookedAt))).hasMatch();
 }
 
-/** Why the file was not written, or an empty text. */
-QString writeWhole(const QString& path, const QByteArray& bytes)
-{
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()
-        ? QString()
-        : file.errorString();
-}
-
 void store(const QString& url, const QByteArray& body)
 {
     if (body.isEmpty())
@@ -61,7 +52,7 @@ void store(const QString& url, const QByteArray& body)
     if (isWebPage(body))
         throw zErrorInfo(QStringLiteral("%1: a web page in place of the picture").arg(shown(url)));
     QDir().mkpath(folder());
-    const QString error = writeWhole(pathOf(url), body);
+    const QString error = WholeFile::write(pathOf(url), body);
     if (!error.isEmpty())
         throw zErrorInfo(
             QStringLiteral("%1: cannot be stored as %2: %3").arg(shown(url), pathOf(url), error));
