@@ -41,7 +41,6 @@ public:
     bool loadListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown id. */
     const ZBubbleConfigInfo getInfoById(const QString& id) const;
 
     /** Every row in table order, several of one id included; getInfoById() knows the last. */

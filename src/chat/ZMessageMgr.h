@@ -22,9 +22,6 @@ struct ZMessageInfo
 
 /**
  * The message texts of table Message, by id and in table order.
- *
- * GUI thread only. The references to map and list are to the live containers: not to be held across
- * a load.
  */
 class ZGLOBAL_EXPORT ZMessageMgr : public QObject
 {
@@ -42,7 +39,6 @@ public:
     /** Every row in table order, several of one id included. */
     const QVector<ZMessageInfo>& getMessagelist() const;
 
-    /** A default record for an unknown id. */
     ZMessageInfo getMessageInfoById(QString id);
     /** 0 for an unknown id. */
     int getMessageTabType(QString id);

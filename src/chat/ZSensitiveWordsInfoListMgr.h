@@ -44,8 +44,7 @@ struct stWordMask
  *
  * A cell that is no text is the empty word, which is kept like any other. Loading prepares the
  * words, so a line costs what its length and the few words that could match it cost, however long
- * the lists are; docs/word-filter.md has the rule and how it is kept to. GUI thread only, masking
- * included.
+ * the lists are; docs/word-filter.md has the rule and how it is kept to.
  *
  * A word with a metacharacter, which is any of ^$.|()[\- here, has at most 64 characters (UTF-16
  * units): a longer one stays in its map but is left out of masking, and loading names it in a

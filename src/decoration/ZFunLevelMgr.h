@@ -45,7 +45,6 @@ public:
     bool loadFunLevelInfoListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown level. */
     stFunLevelItem getFunLevelItem(int level) const;
 
     /**

@@ -40,10 +40,8 @@ public:
     bool loadImageCarInfoListTable(const QString& path);
     void clear();
 
-    /** The live container: not to be held across a load. */
     const QMap<QString, ZImageCarInfo>& getImageCarMap();
 
-    /** A default record for an unknown id. */
     ZImageCarInfo getInfoById(const QString& id);
 
     /** The picture, and its file in "res/images/", named after the address. */

@@ -47,10 +47,8 @@ public:
     bool loadImageFrameInfoListTable(const QString& path);
     void clear();
 
-    /** The live container: not to be held across a load. */
     const QHash<int, ZImageFrameInfo>& getImageFrameMap();
 
-    /** A default record for an unknown id. */
     ZImageFrameInfo getInfoById(int id);
 
     /** The start of the period in force; an invalid time when none is. */

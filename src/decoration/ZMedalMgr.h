@@ -47,10 +47,8 @@ public:
     /** Forgets the medals, not their rows. */
     void clear();
 
-    /** The live container: not to be held across a load. */
     const QHash<QString, ZMedalInfo>& getMedalMap();
 
-    /** Empty for an unknown id. */
     QString getMedalNameById(const QString& id);
 
     /**

@@ -35,10 +35,8 @@ public:
     bool loadUserStampTable(const QString& path);
     void clear();
 
-    /** The live container: not to be held across a load. */
     const QMap<QString, ZUserStampInfo>& getUserStampMap();
 
-    /** A default record for an unknown id. */
     ZUserStampInfo getInfoById(const QString& id);
 
     /** The picture, under the record's version, and its file in "res/images/", named after the

@@ -35,10 +35,8 @@ public:
     bool loadListTable(const QString& path);
     void clear();
 
-    /** The live container: not to be held across a load. */
     const QMap<QString, zFunStampInfo>& getFunStampMap();
 
-    /** A default record for an unknown id. */
     zFunStampInfo getInfoById(const QString& id);
 
     /** The picture, under the table's version, and its file in "res/images/", named after the

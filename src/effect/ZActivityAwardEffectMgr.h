@@ -24,8 +24,7 @@ struct ZActivityAwardEffectInfo
 /**
  * The award effects of activities, by id, from table ActivityAwardEffect.
  *
- * The table is outside the catalogue: the program that shows awards fetches and loads it. GUI
- * thread only.
+ * The table is outside the catalogue: the program that shows awards fetches and loads it.
  */
 class ZGLOBAL_EXPORT ZActivityAwardEffectMgr : public QObject
 {
@@ -42,7 +41,6 @@ public:
     bool loadListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown id. */
     ZActivityAwardEffectInfo getInfoById(const QString& id);
 
 private:

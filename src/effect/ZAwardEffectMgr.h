@@ -34,7 +34,6 @@ public:
     bool loadListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown id. */
     ZAwardEffectInfo getInfoById(const QString& id);
 
     /** Server, folder and icon name simply joined; empty for an empty or unknown id. */

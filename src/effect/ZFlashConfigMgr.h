@@ -26,7 +26,7 @@ struct ZFlashConfigInfo
  * its archive in the file "abc_12", and what came out of it, of which "abc.flajson" tells that the
  * animation is there. The archive stays until the cache is tidied.
  *
- * GUI thread only; archives are unpacked on Qt's global thread pool.
+ * Archives are unpacked on Qt's global thread pool.
  */
 class ZGLOBAL_EXPORT ZFlashConfigMgr : public QObject
 {

@@ -41,7 +41,6 @@ public:
     static ZRecreationMgr& getInstance();
     static const TableDeclaration& declaration();
 
-    /** Replaces the effects; false, with them kept, when the table cannot be read. */
     bool loadRecreationListTable(const QString& path);
     void clear();
 
@@ -51,7 +50,6 @@ public:
     /** The ids of a kind in table order, once for each of their rows. */
     QStringList getRecreationIdByTypeKey(recreationType type);
 
-    /** A default record for an unknown id. */
     recreationInfo getRecreationInfoById(const QString& id);
     QString getRecreationPlayType(const QString& id);
 

@@ -29,10 +29,8 @@ public:
     bool loadListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown id. */
     ZGiftLabelInfo getInfoById(QString id);
 
-    /** The live container: not to be held across a load. */
     const QMap<QString, ZGiftLabelInfo>& getGiftLabelMap();
 
 Q_SIGNALS:

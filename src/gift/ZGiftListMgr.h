@@ -59,9 +59,6 @@ struct ZGiftInfo
  * a new address. Paths are relative to the working directory; the doubled slash after
  * "res/animation/" is meant. Unless said otherwise an empty or unknown id, and an empty field that
  * names the resource, give an empty text.
- *
- * GUI thread only. The references to map and list are to the live containers: not to be held across
- * a load.
  */
 class ZGLOBAL_EXPORT ZGiftListMgr : public QObject
 {
@@ -74,7 +71,6 @@ public:
     bool loadGiftListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown id. */
     ZGiftInfo getGiftInfoById(const QString& id);
     QString getGiftNameById(const QString& id);
 

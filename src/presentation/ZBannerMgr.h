@@ -37,9 +37,6 @@ struct ZBannerInfo
  *
  * Both tables feed one map; each has a list of its own. Pages for the embedded browser come from
  * both tables and, in addition, from the web service, which is asked after every load.
- *
- * GUI thread only. The references to map and lists are to the live containers: not to be held
- * across a load.
  */
 class ZGLOBAL_EXPORT ZBannerMgr : public QObject
 {
@@ -52,8 +49,7 @@ public:
 
     /**
      * Replaces the list of one table, CS_BannerConfigNew with isNew, and adds its banners to the
-     * map: call clear() before the first of the two. False, with everything kept, when the table or
-     * a column is missing.
+     * map: call clear() before the first of the two.
      *
      * Where the table has a column showPosition, rows without "pc_anchor" in it are for other
      * clients and left out; their pages for the embedded browser still count.
@@ -71,7 +67,6 @@ public:
     /** One record per id: the one loaded last, from either table. */
     const QHash<int, ZBannerInfo>& getBannerMap();
 
-    /** Empty for an unknown id. */
     QString getBannerImageUrlById(const int& id);
     /** The picture's file in "res/images/", named after its address. */
     QString getBannerImagePathById(const int& id);

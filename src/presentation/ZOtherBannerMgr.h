@@ -30,7 +30,7 @@ public:
     /** Empties everything, the pages for the embedded browser included. */
     void clear();
 
-    /** Every row, in table order; a reference to the live list, not to be held across a load. */
+    /** Every row, in table order. */
     const QVector<ZOtherBannerInfo>& getList();
 
     /**

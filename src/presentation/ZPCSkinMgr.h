@@ -35,7 +35,6 @@ public:
     static ZPCSkinMgr& getInstance();
     static const TableDeclaration& declaration();
 
-    /** Replaces the skins; false, with them kept, when the table cannot be read. */
     bool loadListTable(const QString& path);
     void clear();
 

@@ -37,7 +37,6 @@ public:
     bool loadListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown id. */
     zFansInfo getInfoById(QString id);
 
     /**

@@ -49,19 +49,16 @@ public:
     static const TableDeclaration& consumeDeclaration();
     static const TableDeclaration& configDeclaration();
 
-    /** False, with the records kept, when the table or a column is missing. */
     bool loadNobleConsumeInfoListTable(const QString& path);
     bool loadNobleConfigInfoListTable(const QString& path);
     /** Empties what came from either table. */
     void clear();
 
     /**
-     * The rank of every row of NobleConsume in table order, a repeated one again; a reference to
-     * the live list, not to be held across a load.
+     * The rank of every row of NobleConsume in table order, a repeated one again.
      */
     const QVector<int>& getListNobleId();
 
-    /** A default record for an unknown rank. */
     ZNobleConsumeInfo getNobleConsumeInfoById(int id);
     stNobleConfig getNobleConfigInfoById(QString id);
 

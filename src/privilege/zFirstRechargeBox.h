@@ -39,12 +39,10 @@ public:
     bool loadListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown id. */
     zFirstRechargeBoxInfo getInfoById(const QString& id);
 
     /**
-     * Every row in table order, several of one id included; a reference to the live list, not to
-     * be held across a load.
+     * Every row in table order, several of one id included.
      */
     const QVector<zFirstRechargeBoxInfo>& getList();
 

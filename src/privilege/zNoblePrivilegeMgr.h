@@ -38,12 +38,10 @@ public:
     bool loadListTable(const QString& path);
     void clear();
 
-    /** A default record for an unknown id. */
     zNoblePrivilegeInfo getInfoById(const QString& id);
 
     /**
-     * Every row by ascending sortValue, equal ones in table order, several of one id included; a
-     * reference to the live list, not to be held across a load.
+     * Every row by ascending sortValue, equal ones in table order, several of one id included.
      */
     const QVector<zNoblePrivilegeInfo>& getList();
 
