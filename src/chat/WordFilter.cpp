@@ -219,11 +219,9 @@ void WordFilter::apply(int rank, const ChatLine::Window& window, int to, ChatLin
 
 QRegExp& WordFilter::engine(int rank)
 {
-    QRegExp* engine = m_engines.object(rank);
-    if (engine == nullptr) {
+    if (!m_engines.contains(rank)) {
         const QString& word = m_words.at(rank);
-        engine = new QRegExp(WordPattern::of(word));
-        m_engines.insert(rank, engine, word.size() + 4);
+        m_engines.insert(rank, new QRegExp(WordPattern::of(word)), word.size() + 4);
     }
-    return *engine;
+    return *m_engines.object(rank);
 }

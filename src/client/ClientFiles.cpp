@@ -38,7 +38,7 @@ QString faultOf(const QByteArray& bytes, const TableDeclaration& declaration)
 
 QString store(const TableStatus& table, const QByteArray& body)
 {
-    const QString fault = faultOf(body, *table.declaration);
+    QString fault = faultOf(body, *table.declaration);
     if (!fault.isEmpty())
         return fault;
     const QString path = ClientFiles::unversionedPath(table.table);

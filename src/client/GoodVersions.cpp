@@ -77,7 +77,7 @@ QString GoodVersions::save()
     const QJsonObject known {{QStringLiteral("server"), m_server},
                              {QStringLiteral("loaded"), objectOf(m_good)},
                              {QStringLiteral("refused"), objectOf(m_bad)}};
-    const QString fault = WholeFile::write(fileName(), QJsonDocument(known).toJson());
+    QString fault = WholeFile::write(fileName(), QJsonDocument(known).toJson());
     m_changed = !fault.isEmpty();
     return fault;
 }

@@ -50,24 +50,23 @@ void Traffic::restart()
     m_received.clear();
 }
 
-QtPromise::QPromise<void> Traffic::quiet() const
+QtPromise::QPromise<void> Traffic::quiet()
 {
-    return QtPromise::QPromise<void>(
-        [this](const QtPromise::QPromiseResolve<void>& resolve) { lookAgain(0, resolve); });
+    return QtPromise::QPromise<void>([this](const QtPromise::QPromiseResolve<void>& resolve) {
+        auto* timer = new QTimer(this);
+        connect(timer, &QTimer::timeout, this, [this, timer, resolve, looks = 0]() mutable {
+            looks = m_running.isEmpty() ? looks + 1 : 0;
+            if (looks < quietLooks)
+                return;
+            timer->stop();
+            timer->deleteLater();
+            resolve();
+        });
+        timer->start(lookInterval);
+    });
 }
 
 void Traffic::tell(const QUrl& url)
 {
     Q_EMIT sigProgress(m_started - m_open.size(), m_started, received(), url);
-}
-
-void Traffic::lookAgain(int looks, const QtPromise::QPromiseResolve<void>& resolve) const
-{
-    QTimer::singleShot(lookInterval, this, [this, looks, resolve] {
-        const int quiet = m_running.isEmpty() ? looks + 1 : 0;
-        if (quiet < quietLooks)
-            lookAgain(quiet, resolve);
-        else
-            resolve();
-    });
 }

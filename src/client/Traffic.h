@@ -21,14 +21,13 @@ public:
     void restart();
 
     /** Fulfilled when no request is under way and none has followed the last. */
-    QtPromise::QPromise<void> quiet() const;
+    QtPromise::QPromise<void> quiet();
 
 Q_SIGNALS:
     void sigProgress(int finished, int started, qint64 received, const QUrl& url);
 
 private:
     void tell(const QUrl& url);
-    void lookAgain(int looks, const QtPromise::QPromiseResolve<void>& resolve) const;
 
     int m_started = 0;
     QSet<int> m_open;    // of those counted

@@ -212,7 +212,7 @@ QPromise<ZVersionNews> ZGlobalClient::learnVersions()
     return ZHttpComm::getInstance()
         ->get(QUrl(address))
         .then([self, address, known = m_good](const QByteArray& answer) {
-            const ZVersionNews news = takeVersions(versionsOf(answer, address), *known);
+            ZVersionNews news = takeVersions(versionsOf(answer, address), *known);
             if (self != nullptr && !news.changed.isEmpty())
                 self->m_unsaved = true;
             return news;

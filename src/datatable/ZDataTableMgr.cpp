@@ -97,7 +97,7 @@ QString ZDataTableMgr::urlOf(EDataTable::EDataTableType type, int version)
 
 QString ZDataTableMgr::fileNameOf(const QString& url)
 {
-    const QString name = CacheNames::ofAddress(url);
+    QString name = CacheNames::ofAddress(url);
     const QString serverType = ZGlobalConfig::getInstance().getConfig(QStringLiteral("ServerType"));
     if (serverType.toInt() == unprefixedServerType)
         return name;

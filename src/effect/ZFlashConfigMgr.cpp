@@ -142,7 +142,7 @@ QString ZFlashConfigMgr::getFlashUrl(const QString& flashName)
 {
     if (flashName.isEmpty())
         return {};
-    const QString address = ResourceServer::zzRes() + QLatin1String(archiveFolder) + flashName;
+    QString address = ResourceServer::zzRes() + QLatin1String(archiveFolder) + flashName;
     const auto known = m_infos.constFind(flashName);
     if (known == m_infos.constEnd())
         return address;
