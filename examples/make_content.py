@@ -13,6 +13,7 @@ import datetime
 import io
 import json
 import pathlib
+import re
 import sys
 import zipfile
 import zlib
@@ -20,6 +21,7 @@ import zlib
 from pictures import archive, film, moving_picture, picture
 
 CONTENT = pathlib.Path(__file__).resolve().parent / "content"
+CATALOGUE = CONTENT.parents[1] / "src" / "datatable" / "EDataTable.h"
 ALWAYS = ("2020-01-01 00:00:00", "2099-12-31 23:59:59")
 
 # ---- the published versions, in the catalogue's order -----------------------------------------
@@ -546,8 +548,9 @@ def make():
     for part in (gifts, levels, decorations, chat, presentation, privileges, effects):
         part()
     missing = [key for key in VERSIONS if "app/resources/" + key not in FILES]
-    if missing or len(VERSIONS) != 33:
-        raise ValueError(f"tables without a file: {missing}, {len(VERSIONS)} versions")
+    unlike = set(re.findall(r"^ +(\w+) = \d+,$", CATALOGUE.read_text(encoding="utf-8"), re.M)) ^ set(VERSIONS)
+    if missing or unlike:
+        raise ValueError(f"tables without a file: {missing}, without a version or a kind: {sorted(unlike)}")
     put("app/versions.json", (json.dumps({"versions": VERSIONS}, indent=1) + "\n").encode())
 
 
