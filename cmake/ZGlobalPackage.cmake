@@ -1,4 +1,5 @@
-# The installed package: find_package(ZGlobal) gives ZGlobal::ZGlobal and the two host libraries.
+# The installed package: find_package(ZGlobal) gives ZGlobal::ZGlobalClient, ZGlobal::ZGlobal and the
+# two host libraries.
 include(CMakePackageConfigHelpers)
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/ZGlobal")

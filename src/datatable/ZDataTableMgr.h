@@ -17,8 +17,8 @@
 struct TableEntry;
 
 /**
- * The tables' versions, names and files, and the one door through which the host loads and updates
- * them all.
+ * The tables' versions, names and files, and the one door through which a program loads and
+ * updates them all.
  *
  * A table's download address carries its version and its file is named after that address, so a new
  * version means a new file, and a file of the current name that is not empty is current.

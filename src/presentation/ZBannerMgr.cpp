@@ -164,7 +164,7 @@ bool ZBannerMgr::bannerIsByCef(const QString& url)
 
 QString ZBannerMgr::bannerCefPage(const QString& url)
 {
-    // A page at the root of a host counts here: its path "/" is part of most addresses.
+    // A page at the root of its site counts here: its path "/" is part of most addresses.
     static const QRegularExpression pathPattern(QStringLiteral("^https?://[^/]+(/.*)"));
     return EmbeddedPages::pageFor(url, m_tablePages + m_serverPages, pathPattern);
 }

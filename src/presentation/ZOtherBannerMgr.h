@@ -35,7 +35,7 @@ public:
 
     /**
      * Whether url holds the path, query included, of a page for the embedded browser. A page
-     * without a path after its host and "/" stands for nothing, unlike with ZBannerMgr.
+     * without a path after its server and "/" stands for nothing, unlike with ZBannerMgr.
      */
     bool otherBannerIsByCef(const QString& url);
     /** A page that makes otherBannerIsByCef() true for url; empty when there is none. */
