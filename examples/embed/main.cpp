@@ -1,33 +1,25 @@
-#include "datatable/ZDataTableMgr.h"
+#include "client/ZGlobalClient.h"
 #include "gift/ZGiftListMgr.h"
-#include "host/ZGlobalConfig.h"
 #include "host/zErrorInfo.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 
-// embed SERVER: brings the tables below the current folder up to date and names a gift.
+// embed SERVER: brings the tables below ./client up to date, loads them and names a gift.
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
-    const QString server = app.arguments().value(1);
-    ZGlobalConfig& config = ZGlobalConfig::getInstance();
-    config.setConfig("cmsServer", server + "/");
-    config.setConfig("ImageResServer", server);
-    config.setConfig("ServerType", "1002");
-
-    ZDataTableMgr* tables = ZDataTableMgr::getInstance();
-    tables->loadLocalVersion();
-    tables->setTableVersion(EDataTable::CS_GiftList, 57, true); // as the service reports them
-    tables->updateAllDataTable()
-        .then([tables] { return tables->loadAllTables() ? 0 : 1; })
-        .fail([](const zErrorInfo& error) {
-            qWarning() << error.message();
-            return 1;
-        })
-        .then([&app](int status) {
+    ZGlobalClient client;
+    if (!client.open("client", ZGlobalClient::configurationFor(app.arguments().value(1))))
+        return 1;
+    client.update()
+        .then([&](const ZUpdateResult&) {
+            app.exit(client.load() ? 0 : 1); // client.failures() names the tables and the causes
             qInfo() << ZGiftListMgr::getInstance()->getGiftNameById("G1014");
-            app.exit(status);
+        })
+        .fail([&](const zErrorInfo& error) {
+            qWarning() << error.message();
+            app.exit(1);
         });
     return app.exec();
 }
