@@ -3,9 +3,9 @@
 #include "console/Failure.h"
 #include "console/Literals.h"
 #include "console/Terminal.h"
-#include "file/WholeFile.h"
 
 #include <QFile>
+#include <QSaveFile>
 
 QJsonObject Json::objectOf(const QByteArray& text, const QString& source)
 {
@@ -29,9 +29,10 @@ QJsonObject Json::objectInFile(const QString& path)
 void Json::writeFile(const QString& path, const QJsonObject& object,
                      QJsonDocument::JsonFormat format)
 {
-    const QString fault = WholeFile::write(path, QJsonDocument(object).toJson(format));
-    if (!fault.isEmpty())
-        throw Failure {fault};
+    QSaveFile file(path);
+    const QByteArray text = QJsonDocument(object).toJson(format);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+        throw Failure {u"%1 cannot be written: %2"_s.arg(path, file.errorString())};
 }
 
 void Json::print(const QJsonObject& object)
