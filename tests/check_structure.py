@@ -1,44 +1,64 @@
 #!/usr/bin/env python3
 """Holds the tree to its floors: who may include whom, and no ring among the units.
 
-A unit is a header with its source. Data flows from the files up to the answers, and every floor
-knows only the floors below it.
+check_structure.py          checks, the drawing in docs/architecture.md included
+check_structure.py --draw   prints that drawing
+check_structure.py --write  puts it into the page
+
+A room is a folder of sources; it knows rooms of the floors below its own, never one beside it. A
+unit is a header with its source.
 """
 import os
 import re
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-MANAGERS = {"gift", "decoration", "chat", "presentation", "privilege", "effect"}
-ALLOWED = {"file": {"file"}, "host": {"host", "file"}, "datatable": {"datatable", "host", "file"},
-           "tidy": {"tidy", "datatable", "file"} | MANAGERS,
-           "startup": {"startup", "datatable"} | MANAGERS,
-           "client": {"client", "datatable", "tidy", "host", "file"} | MANAGERS}
-ALLOWED.update({folder: {folder, "datatable", "host", "file"} for folder in MANAGERS})
-# The rooms of the programs: what each may know of the others.
-PROGRAM = {"server": {"server"}, "zglobal/console": {"zglobal/console"},
-           "zglobal/command": {"zglobal/command", "zglobal/console", "server"},
-           "zglobal/demo": {"zglobal/demo", "zglobal/command", "zglobal/console", "server"}}
+PAGE = os.path.join(ROOT, "docs", "architecture.md")
+DRAWING = re.compile(r"(?<=<!-- drawing -->\n```text\n).*?(?=```)", re.S)
+FLOORS = [  # from the bottom
+    ["src/file", "src/qtpromise"],
+    ["src/host"],
+    ["src/datatable"],
+    ["src/gift", "src/decoration", "src/chat", "src/presentation", "src/privilege", "src/effect"],
+    ["src/startup", "src/tidy"],
+    ["src/client"],
+    ["apps/server", "apps/zglobal/console"],
+    ["apps/zglobal/command"],
+    ["apps/zglobal/demo"],
+    ["apps/zglobal", "apps/tablereference", "bench", "examples/embed", "examples/managers"],
+]
+FLOOR = {room: number for number, rooms in enumerate(FLOORS) for room in rooms}
+PLACE = {room: place for rooms in FLOORS for place, room in enumerate(rooms)}
+FOLDERS_OF_INCLUDES = ["src", "apps", "apps/zglobal", "src/qtpromise", "tests"]
 
 
-def sources(top):
-    for folder, _, names in os.walk(os.path.join(ROOT, top)):
-        for name in sorted(names):
-            if name.endswith((".h", ".cpp")):
-                yield os.path.relpath(os.path.join(folder, name), os.path.join(ROOT, top))
+def sources():
+    for top in ("src", "apps", "bench", "examples"):
+        for folder, _, names in os.walk(os.path.join(ROOT, top)):
+            for name in sorted(names):
+                if name.endswith((".h", ".cpp")) or name == "QtPromise":
+                    yield os.path.relpath(os.path.join(folder, name), ROOT).replace(os.sep, "/")
 
 
-def includes(top, path):
-    with open(os.path.join(ROOT, top, path), encoding="utf-8") as file:
-        return re.findall(r'^#include "([^"]+)"', file.read(), re.M)
+def includes(path):
+    """The files of ours that a file includes, as paths from the root."""
+    with open(os.path.join(ROOT, path), encoding="utf-8") as file:
+        named = re.findall(r'^\s*#\s*include\s*["<]([^">]+)[">]', file.read(), re.M)
+    for name in named:
+        for folder in [os.path.dirname(path)] + FOLDERS_OF_INCLUDES:
+            found = os.path.normpath(f"{folder}/{name}").replace(os.sep, "/")
+            if os.path.isfile(os.path.join(ROOT, found)):
+                yield found
+                break
 
 
 def exported_headers():
     with open(os.path.join(ROOT, "src", "CMakeLists.txt"), encoding="utf-8") as file:
         text = file.read()
     pairs = re.findall(r"^\s+(?:PAIRS )?(\w+/\w+)$", text, re.M)
-    return set(re.findall(r"^\s+(?:HEADERS )?(\w+/\w+\.h)$", text, re.M)) | {
-        f"{pair}.h" for pair in pairs}
+    headers = re.findall(r"^\s+(?:HEADERS )?(\w+/\w+\.h)$", text, re.M)
+    return {f"src/{name}" for name in headers} | {f"src/{pair}.h" for pair in pairs} | {
+        "src/qtpromise/QtPromise"}
 
 
 def rings(graph):
@@ -59,39 +79,73 @@ def rings(graph):
     return found
 
 
-def main():
-    faults, graph = [], {}
-    for path in sources("src"):
-        folder = path.split("/")[0]
-        unit = os.path.splitext(path)[0]
-        for other in includes("src", path):
-            if "/" not in other:
+def read():
+    """What is wrong, which units each unit includes, and which rooms each room knows."""
+    faults, units, rooms, exported = [], {}, {}, exported_headers()
+    for path in sources():
+        room, unit = os.path.dirname(path), os.path.splitext(path)[0]
+        if room not in FLOOR:
+            faults.append(f"{path} lies in a room without a floor")
+            continue
+        for other in includes(path):
+            known, included = os.path.dirname(other), os.path.splitext(other)[0]
+            if included != unit:
+                units.setdefault(unit, set()).add(included)
+            if known == room:
                 continue
-            if unit != os.path.splitext(other)[0]:
-                graph.setdefault(unit, set()).add(os.path.splitext(other)[0])
-            if other.split("/")[0] not in ALLOWED.get(folder, {folder}):
-                faults.append(f"src/{path} may not know {other}")
-    exported = exported_headers()
-    for path in sources("apps"):
-        room = os.path.dirname(path)
-        for other in includes("apps", path):
-            if os.path.exists(os.path.join(ROOT, "src", other)) and other not in exported \
-                    and not other.startswith("file/"):
-                faults.append(f"apps/{path} includes {other}, which is not exported")
-            known = os.path.dirname(other)
-            if known in ("console", "command", "demo", "server"):
-                where = known if known == "server" else f"zglobal/{known}"
-                unit = os.path.splitext(f"{where}/{os.path.basename(other)}")[0]
-                if unit != os.path.splitext(path)[0]:
-                    graph.setdefault(os.path.splitext(path)[0], set()).add(unit)
-                if where not in PROGRAM.get(room, {where}):
-                    faults.append(f"apps/{path} may not know {other}")
-
-    faults += [f"a ring: {ring}" for ring in rings(graph)]
-    if not exported or not graph:
+            rooms.setdefault(room, set()).add(known)
+            if FLOOR.get(known, len(FLOORS)) >= FLOOR[room]:
+                faults.append(f"{path} may not know {other}")
+            elif path.startswith(("apps/", "examples/")) and other.startswith("src/") \
+                    and other not in exported:
+                faults.append(f"{path} includes {other}, which is not exported")
+    faults += [f"a ring: {ring}" for ring in rings(units)]
+    if not units:
         faults.append("nothing was read: the layout has changed under this check")
-    print("\n".join(faults) or f"{len(graph)} units, no fault")
-    return 1 if faults else 0
+    return faults, units, rooms
+
+
+def drawing(rooms):
+    """The floors from the top, with arrows to the rooms known that do not follow from others."""
+    def reached(room):
+        known = rooms.get(room, set())
+        return known.union(*(reached(other) for other in known)) if known else set()
+
+    lines = []
+    for number, floor in reversed(list(enumerate(FLOORS))):
+        drawn = {}  # rooms that know the same are drawn as one
+        for room in floor:
+            known = rooms.get(room, set())
+            direct = known - set().union(*(reached(other) for other in known))
+            arrows = sorted(direct, key=lambda other: (-FLOOR[other], PLACE[other]))
+            drawn.setdefault(tuple(arrows), []).append(room)
+        for place, (known, names) in enumerate(drawn.items()):
+            floor_number = f"{number}" if place == 0 else " "
+            left = [f"{floor_number}  {names[0]}"] + [f"   {name}" for name in names[1:]]
+            left[0] = f"{left[0]:<26}" + (f"──> {', '.join(known)}" if known else "")
+            lines += [line.rstrip() for line in left]
+    return "\n".join(lines) + "\n"
+
+
+def main():
+    faults, units, rooms = read()
+    if faults:
+        print("\n".join(faults))
+        return 1
+    current = drawing(rooms)
+    if "--draw" in sys.argv:
+        print(current, end="")
+        return 0
+    with open(PAGE, encoding="utf-8") as file:
+        page = file.read()
+    if "--write" in sys.argv:
+        with open(PAGE, "w", encoding="utf-8") as file:
+            file.write(DRAWING.sub(lambda _: current, page))
+    elif DRAWING.findall(page) != [current]:
+        print("the drawing in docs/architecture.md is not current: run scripts/reference")
+        return 1
+    print(f"{len(units)} units, no fault")
+    return 0
 
 
 if __name__ == "__main__":
