@@ -10,8 +10,8 @@ A fenced block is checked by the comment before it:
   <!-- prints: COMMAND -->  it shows what COMMAND prints in a new folder that sees docs/ and
                             examples/; --write puts that there
   <!-- file: PATH -->       it shows that file; --write puts that there
-Every script of ours at the start of a line is there to be run. Port numbers and what hangs on the
-clock count as equal.
+Port numbers and what hangs on the clock count as equal. Every script of ours at the start of a line
+and every page that a link leads to has to be there.
 """
 import argparse
 import glob
@@ -88,6 +88,9 @@ def check(page, programs, write):
     faults = [f"{page}: {script} is not there to be run"
               for script in re.findall(r"^(scripts/\w+)", text, re.M)
               if not os.access(os.path.join(ROOT, script), os.X_OK)]
+    faults += [f"{page}: {target} is not there to be linked"
+               for target in re.findall(r"\]\(([\w./-]+)\)", text)
+               if not os.path.exists(os.path.join(ROOT, os.path.dirname(page), target))]
     blocks = list(BLOCK.finditer(text))
     for match in blocks:
         kind, what, block = match.groups()
