@@ -1,6 +1,6 @@
 #pragma once
 
-#include "datatable/TableSchema.h"
+#include "datatable/ZDataTableMgr.h"
 #include "support/Literals.h"
 #include "support/WorkFolder.h"
 
@@ -15,15 +15,32 @@ inline QJsonArray jsonOf(QByteArray text)
     return parsed.array();
 }
 
+/** As JSON. */
+inline QString textOf(const QJsonValue& value)
+{
+    const QJsonDocument list(QJsonArray {value});
+    return QString::fromUtf8(list.toJson(QJsonDocument::Compact)).mid(1).chopped(1);
+}
+
+/** Of the table of that name; without a declaration where there is none. */
+inline TableStatus statusOf(const QString& table)
+{
+    for (const TableStatus& status : ZDataTableMgr::getInstance()->getTableStatuses()) {
+        if (status.table == table)
+            return status;
+    }
+    return {};
+}
+
 /**
- * The bytes of a table file: the columns' names between spaces, the rows as for jsonOf(). A row is
- * an array of cells, or an object of them by column in which a missing one is null.
+ * The bytes of a table file: the columns' names between spaces. A row is an array of cells, or an
+ * object of them by column in which a missing one is null.
  */
-inline QByteArray tableBytes(const QString& columns, const QByteArray& rows)
+inline QByteArray tableBytes(const QString& columns, const QJsonArray& rows)
 {
     const QStringList names = columns.split(u' ', Qt::SkipEmptyParts);
     QVector<QJsonValue> elements;
-    for (const QJsonValue& row : jsonOf(rows)) {
+    for (const QJsonValue& row : rows) {
         QJsonObject cells = row.toObject();
         QJsonArray inOrder;
         for (const QString& name : names)
@@ -34,12 +51,9 @@ inline QByteArray tableBytes(const QString& columns, const QByteArray& rows)
     }
     return WorkFolder::table(names, elements);
 }
-
-/** The same as a file of its own in the working folder, whose path is answered. */
-inline QString tableOf(const QString& columns, const QByteArray& rows)
+inline QByteArray tableBytes(const QString& columns, const QByteArray& rows)
 {
-    static int tables = 0;
-    return WorkFolder::write(u"table_%1"_s.arg(++tables), tableBytes(columns, rows));
+    return tableBytes(columns, jsonOf(rows));
 }
 
 /** The columns that a manager wants of its table, as for tableBytes(). */
@@ -51,6 +65,22 @@ inline QString columnsOf(const TableDeclaration& table, bool optionalToo = true)
             names.append(column.name);
     }
     return names.join(u' ');
+}
+
+/** Of a table of these columns: "*" are all that its manager knows, "required" those it insists on.
+ */
+inline QByteArray tableBytes(const TableStatus& status, const QString& columns,
+                             const QJsonArray& rows)
+{
+    const bool known = columns == u"*"_s || columns == u"required"_s;
+    return tableBytes(known ? columnsOf(*status.declaration, columns == u"*"_s) : columns, rows);
+}
+
+/** The same as a file of its own in the working folder, whose path is answered. */
+inline QString tableOf(const QString& columns, const QByteArray& rows)
+{
+    static int tables = 0;
+    return WorkFolder::write(u"table_%1"_s.arg(++tables), tableBytes(columns, rows));
 }
 
 /** Has a manager load such a table; without columns said, one of all those that it knows. */
