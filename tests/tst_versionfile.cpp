@@ -1,4 +1,5 @@
 #include "datatable/VersionFile.h"
+#include "support/Cases.h"
 #include "support/Literals.h"
 #include "support/WorkFolder.h"
 
@@ -51,64 +52,12 @@ QString readingFault(const QHash<QString, QVariant>& settings, const QByteArray&
     return {};
 }
 
-/** Lines of all kinds, good and bad; without a group in the group, which QSettings mixes up. */
-QByteArray randomFile(QRandomGenerator& random)
+/** Of these pieces; there is no group in the group among them, which QSettings mixes up. */
+QByteArray randomFile(const QJsonArray& pieces, QRandomGenerator& random)
 {
-    static const QByteArrayList pieces {"\n",
-                                        "\n",
-                                        "\n",
-                                        "\r\n",
-                                        "\r",
-                                        "\n[TableVersion]\n",
-                                        "\n[TableVersion]\n",
-                                        "[Table%56ersion]",
-                                        "[ TableVersion ] ;x",
-                                        "[tableversion]",
-                                        "[Other]\n",
-                                        "[General]",
-                                        "[TableVersion =\n",
-                                        "CS_GiftList=",
-                                        "Doutu=",
-                                        "\nMessage = ",
-                                        "Do%75tu=",
-                                        "%U0044outu=",
-                                        "doutu=",
-                                        "%4=",
-                                        "%Uzz=",
-                                        "贵宾=",
-                                        "title=",
-                                        "=",
-                                        "5",
-                                        "57",
-                                        "-3",
-                                        "12345678901",
-                                        "\"",
-                                        "\"",
-                                        "\"7\"",
-                                        "\\",
-                                        "\\x35",
-                                        "\\x",
-                                        "\\065",
-                                        "\\n",
-                                        "\\\"",
-                                        "\\\n",
-                                        "\\\r\n",
-                                        "C:\\Users",
-                                        ";",
-                                        "; 注",
-                                        ",",
-                                        " ",
-                                        "\t",
-                                        "\x81\xff",
-                                        "@",
-                                        "abc",
-                                        "0x10",
-                                        "1e3",
-                                        "+4",
-                                        "#"};
     QByteArray bytes = random.bounded(20) == 0 ? "\xef\xbb\xbf" : "";
     for (int i = random.bounded(25); i > 0; --i)
-        bytes += pieces.at(random.bounded(pieces.size()));
+        bytes += Cases::bytes(pieces.at(random.bounded(pieces.size())).toString());
     return bytes;
 }
 
@@ -125,60 +74,13 @@ private Q_SLOTS:
     void init() { m_work = std::make_unique<WorkFolder>(); }
     void cleanup() { m_work.reset(); }
 
-    void readsAndChanges_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("expected");
-        const auto row = [](const char* name, const QByteArray& bytes, const QByteArray& expected) {
-            QTest::newRow(name) << bytes << expected;
-        };
-        const QByteArray ours("CS_GiftList=6\nDoutu=0\n");
-        const QByteArray section = "[TableVersion]\n" + ours;
-        row("no file", "", section);
-        row("nothing to change", section + "x", section + "x");
-        row("same number, other text", "[TableVersion]\nCS_GiftList=\"+06\"\nDoutu=abc",
-            "[TableVersion]\nCS_GiftList=\"+06\"\nDoutu=abc");
-        row("value in place", "[TableVersion]\n CS_GiftList = 5 ; old\nMessage=3\nDoutu=8",
-            "[TableVersion]\n CS_GiftList = 6 ; old\nMessage=3\nDoutu=0");
-        row("value that is empty", "[TableVersion]\nDoutu=0\nCS_GiftList= ; none\n",
-            "[TableVersion]\nDoutu=0\nCS_GiftList=6 ; none\n");
-        row("value of escapes", "[TableVersion]\nDoutu=0\n%43S_GiftList=\"\\x35\\067\"\n",
-            "[TableVersion]\nDoutu=0\n%43S_GiftList=6\n");
-        row("value beyond an integer", "[TableVersion]\nDoutu=4294967299\nCS_GiftList=4294967302\n",
-            "[TableVersion]\nDoutu=4294967299\nCS_GiftList=6\n");
-        row("value below 0", "[TableVersion]\nDoutu=-4\nCS_GiftList=6\n",
-            "[TableVersion]\nDoutu=0\nCS_GiftList=6\n");
-        row("key twice, section twice",
-            "[TableVersion]\nDoutu=1\nDoutu=0\n[A]\n[TableVersion]\nCS_GiftList=1\n",
-            "[TableVersion]\nDoutu=0\nDoutu=0\n[A]\n[TableVersion]\nCS_GiftList=6\n");
-        row("keys at the section's end", "[TableVersion]\nRetired=9\n; 注\n\n[Window]\nDoutu=1",
-            "[TableVersion]\nRetired=9\n" + ours + "; 注\n\n[Window]\nDoutu=1");
-        row("keys at an unended file's end", "[TableVersion] ; x\nMessage=3",
-            "[TableVersion] ; x\nMessage=3\n" + ours);
-        row("CRLF and a byte order mark", "\xef\xbb\xbf[TableVersion]\r\nDoutu=8\r\n[x]\r\n",
-            "\xef\xbb\xbf[TableVersion]\r\nDoutu=0\r\nCS_GiftList=6\r\n[x]\r\n");
-        row("CR", "[a]\rb=1", "[a]\rb=1\r\r[TableVersion]\rCS_GiftList=6\rDoutu=0\r");
-        const QByteArray foreign(
-            "\xef\xbb\xbf;注\nkey=C:\\Users;x\n\n[直播间]\n#\n=\n%zz=\x81\xff");
-        row("foreign bytes", foreign, foreign + "\n\n" + section);
-        row("backslash at the end", "[a]\nb=C:\\", "[a]\nb=C:\\\n\n" + section);
-        row("backslash and a line end of another kind", "[a]\nb=\\\r",
-            "[a]\nb=\\\r\r[TableVersion]\rCS_GiftList=6\rDoutu=0\r");
-        row("backslash at the section's end", "[TableVersion]\nDoutu=0\nx=C:\\\n",
-            "[TableVersion]\nDoutu=0\nCS_GiftList=6\nx=C:\\\n");
-        row("quote never closed", "k=1\n[a]\nb=5\" screen\n[c]\nd=1",
-            "k=1\n" + section + "\n[a]\nb=5\" screen\n[c]\nd=1");
-        row("quote never closed in the section", "[TableVersion]\nx=\"\nCS_GiftList=6\n",
-            "[TableVersion]\n" + ours + "x=\"\nCS_GiftList=6\n");
-        row("quote that swallows others",
-            "[TableVersion]\nCS_GiftList=\"9\nDoutu=1\n[a]\nb=\"c\"\n",
-            "[TableVersion]\nCS_GiftList=6\nDoutu=0\n[a]\nb=\"c\"\n");
-    }
-
+    void readsAndChanges_data() { Cases::rows("versionfile"); }
     void readsAndChanges()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, expected);
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        const QByteArray bytes = Cases::bytes(before);
+        const QByteArray expected = Cases::bytes(after);
         const Versions versions {{u"CS_GiftList"_s, 6}, {u"Doutu"_s, 0}};
         WorkFolder::write(u"before.ini"_s, bytes);
         QCOMPARE(readingFault(settingsIn(u"before.ini"_s), bytes), QString());
@@ -190,12 +92,15 @@ private Q_SLOTS:
         QCOMPARE(VersionFile::edit(expected, versions), expected);
     }
 
+    void agreesWithQSettings_data() { Cases::rows("versionfile"); }
+
     void agreesWithQSettings()
     {
+        QFETCH(QJsonValue, pieces);
         QRandomGenerator random(1);
         int refused = 0;
         for (int i = 0; i < 1500; ++i) {
-            const QByteArray bytes = randomFile(random);
+            const QByteArray bytes = randomFile(pieces.toArray(), random);
             const QHash<QString, QVariant> before =
                 settingsIn(WorkFolder::write(u"%1"_s.arg(i), bytes));
             QVERIFY2(readingFault(before, bytes).isEmpty(), bytes.toPercentEncoding());

@@ -1,5 +1,6 @@
 #include "chat/WordFilter.h"
 #include "chat/ZSensitiveWordsInfoListMgr.h"
+#include "support/Cases.h"
 #include "support/Literals.h"
 #include "support/LogLines.h"
 #include "support/WorkFolder.h"
@@ -103,56 +104,29 @@ private:
     }
 
 private Q_SLOTS:
-    void rule_data()
-    {
-        QTest::addColumn<QStringList>("words");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
-
-        const QStringList abc {u"abc"_s};
-        QTest::newRow("adjacent") << abc << u"xx abc yy"_s << u"xx * yy"_s;
-        QTest::newRow("gaps up to two") << abc << u"a-bc a..b c aXYbc"_s << u"* * *"_s;
-        QTest::newRow("gap of three") << abc << u"aXYZbc"_s << u"aXYZbc"_s;
-        QTest::newRow("own character in the gap") << abc << u"abbc"_s << u"abbc"_s;
-        QTest::newRow("letter case") << abc << u"ABC"_s << u"ABC"_s;
-        QTest::newRow("starts over") << abc << u"aabc"_s << u"a*"_s;
-        QTest::newRow("repeated letter")
-            << QStringList {u"aa"_s} << u"aaa-x-aa a"_s << u"*a-x-* a"_s;
-        QTest::newRow("brought together")
-            << QStringList {u"xyz"_s, u"ab"_s} << u"a xyz b"_s << u"a * b"_s;
-        QTest::newRow("brought close enough")
-            << QStringList {u"xyz"_s, u"ab"_s} << u"a xyzb"_s << u"*"_s;
-        QTest::newRow("brought close enough at the end")
-            << QStringList {u"xyz"_s, u"abcdef"_s} << u"a--b--c--d--e-xyzf"_s << u"*"_s;
-        QTest::newRow("brought close enough at the beginning")
-            << QStringList {u"xyz"_s, u"abcdef"_s} << u"axyz-b--c--d--e--f"_s << u"*"_s;
-        QTest::newRow("own character masked away")
-            << QStringList {u"bx"_s, u"abc"_s} << u"abxbc"_s << u"*"_s;
-        QTest::newRow("earlier word is not taken again")
-            << QStringList {u"ab"_s, u"xyz"_s} << u"a xyzb"_s << u"a *b"_s;
-        QTest::newRow("pattern fragment")
-            << QStringList {u"a.c"_s} << u"axc a.c ac"_s << u"* * ac"_s;
-        QTest::newRow("range in the gap")
-            << QStringList {u"a-d"_s} << u"a-bd a-xd"_s << u"a-bd *"_s;
-        QTest::newRow("no valid pattern")
-            << QStringList {u"a+b"_s, u"x"_s} << u"a+b ab x"_s << u"a+b ab *"_s;
-        const QString before(ChatLine::pieceLength - 1, u'-');
-        QTest::newRow("anchor in the next piece") << QStringList {u"abcdefgh"_s, u"abcdefxx"_s}
-                                                  << before + u"abcdefgh"_s << before + u"*"_s;
-        const QString piece(ChatLine::pieceLength, u'x');
-        QTest::newRow("own asterisk within reach")
-            << QStringList {piece, u"ab"_s} << before.mid(2) + u"aab"_s + piece + u"b--ab"_s
-            << before.mid(2) + u"a**b--*"_s;
-        QTest::newRow("empty word") << QStringList {QString()} << u"ab"_s << u"*a*b*"_s;
-        QTest::newRow("empty word, empty line") << QStringList {QString()} << QString() << u"*"_s;
-    }
+    void rule_data() { Cases::rows("wordfilter"); }
 
     void rule()
     {
-        QFETCH(const QStringList, words);
-        QFETCH(const QString, text);
-        QTEST(masked(words, text), "expected");
-        QCOMPARE(difference(words, {text}), QString());
+        QFETCH(QJsonValue, words);
+        QFETCH(QString, text);
+        const QStringList list = words.toVariant().toStringList();
+        QTEST(masked(list, text), "expected");
+        QCOMPARE(difference(list, {text}), QString());
+    }
+
+    void matchesOverPieces()
+    {
+        const QString before(ChatLine::pieceLength - 3, u'-');
+        const QString piece(ChatLine::pieceLength, u'x');
+        const auto check = [](const QStringList& words, const QString& text,
+                              const QString& expected) {
+            QCOMPARE(masked(words, text), expected);
+            QCOMPARE(difference(words, {text}), QString());
+        };
+        check({u"abcdefgh"_s, u"abcdefxx"_s}, before + u"--abcdefgh"_s, before + u"--*"_s);
+        // The word's own asterisk is within reach.
+        check({piece, u"ab"_s}, before + u"aab"_s + piece + u"b--ab"_s, before + u"a**b--*"_s);
     }
 
     void agreesOnRandomCases()
