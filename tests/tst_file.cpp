@@ -1,5 +1,6 @@
 #include "file/FileNames.h"
 #include "file/WholeFile.h"
+#include "support/Cases.h"
 #include "support/Literals.h"
 #include "support/WorkFolder.h"
 
@@ -59,18 +60,7 @@ private Q_SLOTS:
         QCOMPARE(WorkFolder::files(), QStringList {u"target"_s});
     }
 
-    void leavesWhatWasThere_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("cause");
-        QTest::newRow("a folder at the path") << u"folder"_s << u"Is a directory"_s;
-        QTest::newRow("no such folder") << u"none/file"_s << u"No such file or directory"_s;
-        QTest::newRow("a file for a folder") << u"file/file"_s << u"Not a directory"_s;
-        QTest::newRow("write-protected file") << u"folder/old"_s << u"is write-protected"_s;
-        QTest::newRow("write-protected folder") << u"closed/new"_s << u"Permission denied"_s;
-        QTest::newRow("full disk") << u"disk/old"_s << u"No space left on device"_s;
-        QTest::newRow("file-size limit") << u"file"_s << u"File too large"_s;
-    }
+    void leavesWhatWasThere_data() { Cases::rows("file"); }
 
     void leavesWhatWasThere()
     {
@@ -151,28 +141,7 @@ private Q_SLOTS:
 
     void namesThatNoSystemMisreads_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("fault");
-        const auto row = [](const QString& name, const char* fault) {
-            QTest::addRow("\"%s\" %s", name.toUtf8().toPercentEncoding(" /").constData(), fault)
-                << name << QString::fromLatin1(fault);
-        };
-        row(u"abc_12"_s, "");
-        row(u".hidden"_s, "");
-        row(u"飞机 1.flajson"_s, "");
-        row(u"con1"_s, "");
-        row(u"..a"_s, "");
-        row(u""_s, "is empty");
-        row(u"."_s, "ends in a dot or a space");
-        row(u".."_s, "leads out of the folder");
-        row(u".. ."_s, "ends in a dot or a space");
-        row(u"../x"_s, "has a character that not every system stores");
-        row(u"a\\b"_s, "has a character that not every system stores");
-        row(u"C:x"_s, "has a character that not every system stores");
-        row(u"a\tb"_s, "has a character that not every system stores");
-        row(QString(QChar(0xd800)), "has a character that not every system stores");
-        row(u"nul.png"_s, "is a device on some systems");
-        row(u"com¹"_s, "is a device on some systems");
+        Cases::rows("file");
     }
 
     void namesThatNoSystemMisreads()
