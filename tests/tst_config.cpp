@@ -1,5 +1,6 @@
 #include "host/HostLimits.h"
 #include "host/ZGlobalConfig.h"
+#include "support/Cases.h"
 #include "support/Literals.h"
 #include "support/WorkFolder.h"
 
@@ -23,23 +24,12 @@ class tst_config : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsATable_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("rowCount");
-        QTest::newRow("plain") << QByteArray(
-            json("{'columns': ['id', '名'], 'rows': [['1', '玫瑰']]}"))
-                               << 1;
-        QTest::newRow("byte order mark")
-            << QByteArray("\xEF\xBB\xBF" + json("{'columns': ['id', '名'], 'rows': []}")) << 0;
-        QTest::newRow("rows of all sorts") << QByteArray(
-            json("{'columns': ['id', '名'], 'rows': [null, [], [1, 2, 3], 'x', {}], 'by': 1}"))
-                                           << 5;
-    }
+    void readsATable_data() { Cases::rows("config"); }
 
     void readsATable()
     {
-        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        const QByteArray bytes = Cases::bytes(text);
         QHash<QString, int> header = heldHeader;
         QJsonArray rows = heldRows;
         QString error = u"untouched"_s;
@@ -49,36 +39,15 @@ private Q_SLOTS:
         QCOMPARE(error, u"untouched"_s);
     }
 
-    void refusesWhatIsNoTable_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("cause");
-        const auto row = [](const char* name, const QByteArray& bytes, const QString& cause) {
-            QTest::newRow(name) << bytes << cause;
-        };
-        const QString noColumns = u"\"columns\" is not a list of column names"_s;
-        row("empty", {}, u"not JSON at byte 0: illegal value"_s);
-        row("cut off", json("{'columns': ['id'], 'rows': [['1"), u"not JSON"_s);
-        row("not UTF-8", "{\"columns\": [\"\xB6\xC1\"], \"rows\": []}", u"not JSON"_s);
-        row("two documents", json("{'columns': ['id'], 'rows': []} {}"), u"not JSON"_s);
-        row("a list", json("[['id']]"), u"not a JSON object"_s);
-        row("no columns", json("{'rows': []}"), noColumns);
-        row("columns no list", json("{'columns': 'id', 'rows': []}"), noColumns);
-        row("column no text", json("{'columns': ['id', 7], 'rows': []}"),
-            u"the name of column 2 is not text"_s);
-        row("column twice", json("{'columns': ['id', '%1', 'id'], 'rows': []}"),
-            u"column \"id\" is named twice"_s);
-        row("no rows", json("{'columns': ['id']}"), u"\"rows\" is not a list"_s);
-        row("rows null", json("{'columns': ['id'], 'rows': null}"), u"\"rows\" is not a list"_s);
-        row("too large",
-            json("{'columns': ['id'], 'rows': []}") + QByteArray(HostLimits::maxTableBytes, ' '),
-            u"larger than 67108864 bytes"_s);
-    }
+    void refusesWhatIsNoTable_data() { Cases::rows("config"); }
 
     void refusesWhatIsNoTable()
     {
-        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
         QFETCH(QString, cause);
+        QByteArray bytes = Cases::bytes(text);
+        if (cause.startsWith(u"larger"_s))
+            bytes += QByteArray(HostLimits::maxTableBytes, ' ');
         const WorkFolder folder;
         const QString path = WorkFolder::write(u"table"_s, bytes);
         QHash<QString, int> header = heldHeader;

@@ -1,5 +1,3 @@
-#include "datatable/ZDataTableMgr.h"
-#include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 #include "presentation/ZBannerMgr.h"
 #include "presentation/ZOtherBannerMgr.h"
@@ -7,10 +5,10 @@
 #include "presentation/ZPublicConfigMgr.h"
 #include "presentation/ZSystemConfigMgr.h"
 #include "presentation/zH5WebConfigMgr.h"
-#include "support/CacheName.h"
+#include "support/Answers.h"
+#include "support/Cases.h"
 #include "support/HttpServer.h"
 #include "support/LogLines.h"
-#include "support/Tables.h"
 
 #include <QTimer>
 #include <QtTest>
@@ -63,17 +61,16 @@ private Q_SLOTS:
     }
 
     void bannerLists();
-    void bannerPages_data();
+    void bannerPages_data() { Cases::rows("presentation"); }
     void bannerPages();
     void bannerPagesOutliveClear();
     void bannerPagesOfTheService();
     void bannerImages();
     void skinDownload();
-    void skinFailures_data();
+    void skinFailures_data() { Cases::rows("presentation"); }
     void skinFailures();
-    void settings();
-    void webAddresses_data();
-    void webAddresses();
+    void answers_data() { Cases::rows("presentation"); }
+    void answers();
 };
 
 void tst_presentation::bannerLists()
@@ -97,27 +94,7 @@ void tst_presentation::bannerLists()
     QVERIFY(m_banners->getBannerMap().contains(2));
 }
 
-void tst_presentation::bannerPages_data()
-{
-    QTest::addColumn<QString>("page");
-    QTest::addColumn<QString>("flag");
-    QTest::addColumn<QString>("url");
-    QTest::addColumn<bool>("embedded");
-    // The banners' pages stay for good, so every row has a path of its own.
-    const auto row = [](const char* name, const QString& page, const QString& flag,
-                        const QString& url,
-                        bool embedded) { QTest::newRow(name) << page << flag << url << embedded; };
-    row("path and query", u" https://a.example.com/p1/b?x=1 "_s, u"1"_s, u"q/p1/b?x=1&y"_s, true);
-    row("any number above 0", u"http://a.example.com/p2"_s, u"2"_s, u"q/p2/more"_s, true);
-    row("query missing", u"https://a.example.com/p3?x=1"_s, u"1"_s, u"q/p3"_s, false);
-    row("letter case", u"https://a.example.com/P4"_s, u"1"_s, u"q/p4"_s, false);
-    row("scheme in capitals", u"HTTPS://a.example.com/p5"_s, u"1"_s, u"q/p5"_s, false);
-    row("no scheme", u"a.example.com/p6"_s, u"1"_s, u"q/p6"_s, false);
-    row("no path", u"https://p7.example.com"_s, u"1"_s, u"https://p7.example.com"_s, false);
-    row("not embedded", u"https://a.example.com/p8"_s, u"0"_s, u"q/p8"_s, false);
-    row("text for the flag", u"https://a.example.com/p9"_s, u"'1'"_s, u"q/p9"_s, false);
-}
-
+/** The banners' pages stay for good, so every case has a path of its own. */
 void tst_presentation::bannerPages()
 {
     QFETCH(QString, page);
@@ -235,15 +212,6 @@ void tst_presentation::skinDownload()
     QCOMPARE(WorkFolder::read(top), QByteArray("earlier"));
 }
 
-void tst_presentation::skinFailures_data()
-{
-    QTest::addColumn<QString>("columns");
-    QTest::addColumn<bool>("isSkin");
-    QTest::newRow("no such columns") << u"other"_s << false;
-    QTest::newRow("no version") << u"version id"_s << false;
-    QTest::newRow("a picture missing") << u"id version"_s << true;
-}
-
 void tst_presentation::skinFailures()
 {
     QFETCH(QString, columns);
@@ -267,54 +235,21 @@ void tst_presentation::skinFailures()
     QCOMPARE(log.count(u"皮肤不存在"_s), isSkin ? 0 : 1);
 }
 
-void tst_presentation::settings()
+void tst_presentation::answers()
 {
-    ZPublicConfigMgr& published = ZPublicConfigMgr::getInstance();
-    QVERIFY(loadTable<ZPublicConfigMgr>("[['3', 'a'], ['03', 'b']]"));
-    QCOMPARE(published.getInfoByDefine(ZPublicConfigMgr::E_PublicChatInterval).value, u"a"_s);
-    QCOMPARE(published.getInfoById(u"03"_s).value, u"b"_s);
-    QCOMPARE(published.getInfoById(u"5"_s).id, QString());
-    ZSystemConfigMgr& settings = ZSystemConfigMgr::getInstance();
-    QVERIFY(loadTable<ZSystemConfigMgr>("[['12', 'key', '6'], ['012', 'b']]"));
-    QCOMPARE(settings.getInfoByDefine(E_SysMaxLinkMic).configValue, u"6"_s);
-    QCOMPARE(settings.getInfoByDefine(E_SysPkEnable).configKey, QString());
-    QVERIFY(settings.isConfigData(u"012"_s));
-    QVERIFY(!settings.isConfigData(u"1"_s));
-}
-
-void tst_presentation::webAddresses_data()
-{
-    QTest::addColumn<QString>("pcURL");
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<QString>("appAddress");
-    QTest::newRow("relative") << u"x.html?a=b%26c#top"_s
-                              << u"https://web/x.html?a=b%26c&version=27#top"_s
-                              << u"https://app/x.html?a=b%26c&version=27#top"_s;
-    QTest::newRow("default path") << QString() << u"https://web/default?version=27"_s
-                                  << u"https://app/default?version=27"_s;
-    QTest::newRow("https") << u"https://a/x?tab=1"_s << u"https://a/x?tab=1&version=27"_s
-                           << u"https://a/x?tab=1&version=27"_s;
-    QTest::newRow("http") << u"http://a/x"_s << u"https://web/http://a/x?version=27"_s
-                          << u"http://a/x?version=27"_s;
-    QTest::newRow("https inside") << u"go/https/x"_s << u"go/https/x?version=27"_s
-                                  << u"https://app/go/https/x?version=27"_s;
-}
-
-void tst_presentation::webAddresses()
-{
-    QFETCH(QString, pcURL);
-    setConfig(u"H5WebServer"_s, u"https://web/"_s);
-    setConfig(u"AppServer"_s, u"https://app/"_s);
-    ZDataTableMgr::getInstance()->setTableVersion(EDataTable::H5WebConfig, 27, false);
-    zH5WebConfigMgr& pages = zH5WebConfigMgr::getInstance();
-    const QString rows =
-        u"[['', 'replaced', '1', 'replaced'], ['', '%1', '1', 'default'], ['', '', '3', '']]"_s;
-    QVERIFY(
-        loadTable<zH5WebConfigMgr>(u"key pcURL id defaultPath desc"_s, rows.arg(pcURL).toUtf8()));
-    QTEST(pages.getURLByDefine(E_H5Recharge), "address");
-    QTEST(pages.getAppURLByDefine(E_H5Recharge, u"AppServer"_s), "appAddress");
-    QCOMPARE(pages.getURLByDefine(E_H5FansGroup), QString());
-    QCOMPARE(pages.getAppURLByDefine(E_H5NobleCenter, u"AppServer"_s), QString());
+    QFETCH(QJsonValue, lines);
+    Answers({
+                {u"published"_s,
+                 Answers::of(&ZPublicConfigMgr::getInfoById, &ZPublicConfigInfo::value)},
+                {u"published as"_s,
+                 Answers::of(&ZPublicConfigMgr::getInfoByDefine, &ZPublicConfigInfo::value)},
+                {u"setting"_s,
+                 Answers::of(&ZSystemConfigMgr::getInfoByDefine, &ZSystemConfigInfo::configValue)},
+                Z_ANSWER(ZSystemConfigMgr, isConfigData),
+                Z_ANSWER(zH5WebConfigMgr, getURLByDefine),
+                Z_ANSWER(zH5WebConfigMgr, getAppURLByDefine),
+            })
+        .check(lines.toArray());
 }
 
 QTEST_GUILESS_MAIN(tst_presentation)
