@@ -1,6 +1,7 @@
 #include "datatable/ZDataTableMgr.h"
 #include "effect/ZFlashConfigMgr.h"
 #include "gift/ZGiftListMgr.h"
+#include "support/Cases.h"
 #include "support/LogLines.h"
 #include "support/Tables.h"
 #include "tidy/zTidyAnimation.h"
@@ -76,7 +77,7 @@ private Q_SLOTS:
     void init() { QDir(u"res"_s).removeRecursively(); }
 
     void missingFolders();
-    void trees_data();
+    void trees_data() { Cases::rows("tidy"); }
     void trees();
     void laterRun();
     void tasksAlone();
@@ -101,56 +102,7 @@ void tst_tidy::missingFolders()
              "tidy flashext dir not exists tidy thread run end"_s);
 }
 
-void tst_tidy::trees_data()
-{
-    for (const char* column : {"folder", "stale", "fresh", "lines", "left"})
-        QTest::addColumn<QString>(column);
-    QTest::newRow("tables") << "dataTable"
-                            << "old $TABLE"
-                            << "new"
-                            << "end:use=1,delete=1,delay=1 remove=old,result=1 start"
-                            << "$TABLE new";
-    QTest::newRow("animations not in use")
-        << "animation"
-        << "ROSE_$V/ROSE stale_1/stale"
-        << "stale_1/.deep/er/file fresh_1/fresh none_1/file abc_/abc"
-        << "end:use=0,delete=4,delay=1 remove=ROSE_$V,result=1 remove=abc_,result=1 "
-           "remove=none_1,result=1 remove=stale_1,result=1 start"
-        << "fresh_1/fresh";
-    QTest::newRow("animation in use") << "animation"
-                                      << "rose_$V/rose"
-                                      << "rose_$V/rose_$V"
-                                      << "end:use=1,delete=0,delay=0 start"
-                                      << "rose_$V/rose";
-    QTest::newRow("archive that is no file")
-        << "animation"
-        << "rose_$V/rose"
-        << "rose_$V/rose_$V/file"
-        << "end:use=1,delete=0,delay=0 start zip remove=res/animation/rose_$V/rose_$V,result=0"
-        << "rose_$V/rose rose_$V/rose_$V/file";
-    QTest::newRow("configured flashes")
-        << "flash"
-        << "abc_12/abc abc_13/abc abc_012/abc abc_/abc_ _12/_12"
-        << "abc_12/abc_12 abc_11/abc abc_10/file two_words_3/two_words two_words_3/two_words_3"
-        << "end:use=2,delete=3,delay=1,ignore=2 prepare remove=res/flash/abc_012,result=1 "
-           "prepare remove=res/flash/abc_10,result=1 prepare remove=res/flash/abc_13,result=1 "
-           "start tmp dir not exists tmp start"
-        << "_12/_12 abc_/abc_ abc_11/abc abc_12/abc two_words_3/two_words two_words_3/two_words_3";
-    // Folders are met in the file system's own order; these lines are right in any.
-    for (const char* folder : {"flash", "flashext"})
-        QTest::addRow("highest versions in %s", folder)
-            << folder << "free_9/free free_10/free free_3/free free_x/free same_4/same tmp/old"
-            << "free_10/free_10 free_7/free same_04/same plain/plain tmp/new"
-            << "LowVersion remove=res/$FOLDER/free_3,result=1 "
-               "LowVersion remove=res/$FOLDER/free_9,result=1 "
-               "LowVersion remove=res/$FOLDER/free_x,result=1 "
-               "end:use=2,delete=3,delay=1,ignore=2 start tmp end:delete=1,delay=1 tmp start"
-            << (qstrcmp(folder, "flash") == 0
-                    ? "free_10/free free_7/free plain/plain same_04/same same_4/same tmp/new"
-                    : "free_10/free free_10/free_10 free_7/free plain/plain same_04/same "
-                      "same_4/same tmp/new");
-}
-
+/** Folders are met in the file system's own order; the lines are right in any. */
 void tst_tidy::trees()
 {
     QFETCH(QString, folder);
@@ -159,7 +111,7 @@ void tst_tidy::trees()
     const QString table = ZDataTableMgr::getInstance()->getTableFileName(EDataTable::Message);
     const auto filled = [&](QString text) {
         text.replace(u"$TABLE"_s, table.toLower());
-        return text.replace(u"$V"_s, version).replace(u"$FOLDER"_s, folder);
+        return text.replace(u"$V"_s, version);
     };
     QFETCH(QString, stale);
     QFETCH(QString, fresh);

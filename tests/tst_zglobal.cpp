@@ -1,6 +1,7 @@
 #include "console/Terminal.h"
 #include "console/TextTable.h"
 #include "datatable/TableCatalogue.h"
+#include "support/Cases.h"
 #include "support/Literals.h"
 #include "support/WorkFolder.h"
 
@@ -33,13 +34,13 @@ class tst_zglobal : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void columns_data();
+    void columns_data() { Cases::rows("zglobal"); }
     void columns();
-    void calledWrongly_data();
+    void calledWrongly_data() { Cases::rows("zglobal"); }
     void calledWrongly();
     void help_data();
     void help();
-    void offline_data();
+    void offline_data() { Cases::rows("zglobal"); }
     void offline();
     void records();
     void mask();
@@ -48,7 +49,7 @@ private Q_SLOTS:
     void demoTellsFailures();
     void demoIsInterrupted();
     void update();
-    void serve_data();
+    void serve_data() { Cases::rows("zglobal"); }
     void serve();
     void servesUntilTerminated();
 };
@@ -136,21 +137,6 @@ void tst_zglobal::initTestCase()
     }
 }
 
-void tst_zglobal::columns_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<QString>("cutToFive");
-    QTest::newRow("latin") << u"abcdef"_s << 6 << u"abcd…"_s;
-    QTest::newRow("fits") << u"abcde"_s << 5 << u"abcde"_s;
-    QTest::newRow("Chinese") << u"玫瑰花"_s << 6 << u"玫瑰…"_s;
-    QTest::newRow("half a character over") << u"a玫瑰花"_s << 7 << u"a玫…"_s;
-    QTest::newRow("outside the basic plane")
-        << u"\U00020000\U0001F339x"_s << 5 << u"\U00020000\U0001F339x"_s;
-    QTest::newRow("combining") << u"e\u0301e\u0301"_s << 2 << u"e\u0301e\u0301"_s;
-    QTest::newRow("full-width sign") << u"（a）"_s << 5 << u"（a）"_s;
-}
-
 void tst_zglobal::columns()
 {
     QFETCH(QString, text);
@@ -164,37 +150,11 @@ void tst_zglobal::columns()
     QCOMPARE(table.lines().at(2), u"12345678  100"_s);
 }
 
-void tst_zglobal::calledWrongly_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("says");
-    const auto row = [](const char* name, const QStringList& arguments, int status,
-                        const QString& says) {
-        QTest::newRow(name) << arguments << status << says;
-    };
-    row("nothing", {}, 2, u"no command is given"_s);
-    row("unknown command", {u"dance"_s}, 2, u"there is no command \"dance\""_s);
-    row("unknown option", {u"status"_s, u"--fast"_s}, 2, u"Unknown option 'fast'"_s);
-    row("argument missing", {u"gift"_s}, 2, u"ID is missing"_s);
-    row("argument too many", {u"status"_s, u"x"_s}, 2, u"no more than 0"_s);
-    row("no port", {u"serve"_s, u"."_s, u"--port"_s, u"65536"_s}, 2, u"\"65536\" is not a port"_s);
-    row("no address", {u"update"_s, u"--server"_s, u"ftp://x"_s}, 2, u"\"ftp://x\" is not"_s);
-    row("folder in use", {u"demo"_s, u"--keep"_s, contentFolder()}, 2, u"is not empty"_s);
-    row("no folder", {u"serve"_s, u"gone"_s}, 1, u"gone is not a folder"_s);
-    row("no server", {u"status"_s}, 1, u"no content server is known in zglobal-data"_s);
-    row("no connection", {u"update"_s, u"--server"_s, u"http://127.0.0.1:1"_s}, 1,
-        u"http://127.0.0.1:1/app/versions.json"_s);
-    row("no tables", {u"tidy"_s, u"--server"_s, u"http://127.0.0.1:1"_s}, 1, u"zglobal update"_s);
-    row("no configuration", {u"status"_s, u"--config"_s, u"gone.json"_s}, 1, u"gone.json"_s);
-    row("no content", {u"demo"_s, u"--content"_s, u"gone"_s}, 1, u"there is no content in gone"_s);
-}
-
 void tst_zglobal::calledWrongly()
 {
-    QFETCH(QStringList, arguments);
+    QFETCH(QString, arguments);
     QFETCH(QString, says);
-    const Result result = run(arguments);
+    const Result result = run(arguments.split(u' ', Qt::SkipEmptyParts));
     QTEST(result.status, "status");
     QCOMPARE(result.output, QString());
     QVERIFY2(result.errors.startsWith(u"zglobal: "_s) && result.errors.contains(says),
@@ -223,21 +183,6 @@ void tst_zglobal::help()
     QVERIFY(result.output.startsWith(u"Usage: zglobal "_s + command));
     const bool printsData = command != u"demo"_s && command != u"serve"_s;
     QCOMPARE(result.output.contains(u"  --json "_s), printsData);
-}
-
-void tst_zglobal::offline_data()
-{
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("says");
-    QTest::newRow("gift") << u"gift G1002"_s << 0 << u"name                星光棒棒糖"_s;
-    QTest::newRow("unknown gift") << u"gift G9999"_s << 1 << u"there is no gift \"G9999\""_s;
-    QTest::newRow("embedded") << u"open http://x/task/center"_s << 0 << u"listed by a banner"_s;
-    QTest::newRow("outside") << u"open http://x/fans/up"_s << 0 << u"outside"_s;
-    QTest::newRow("banner") << u"banners"_s << 0 << u" 2      10  新人首充    there    embedded"_s;
-    QTest::newRow("unknown table") << u"show 4"_s << 1 << u"there is no table \"4\""_s;
-    QTest::newRow("table without ids") << u"show groupwelcomeword 1"_s << 1 << u"have no id"_s;
-    QTest::newRow("update") << u"update"_s << 1 << u"the versions could not be learnt"_s;
 }
 
 void tst_zglobal::offline()
@@ -381,43 +326,18 @@ void tst_zglobal::update()
     QCOMPARE(raised.value(u"current"_s).size(), all - 2);
 }
 
-void tst_zglobal::serve_data()
-{
-    QTest::addColumn<QByteArray>("request");
-    QTest::addColumn<QByteArray>("status");
-    QTest::addColumn<QByteArray>("body");
-    const QByteArray bytes("a\0b\r\n", 5);
-    QTest::newRow("file") << QByteArray("GET /a/f") << QByteArray("200") << bytes;
-    QTest::newRow("slashes, query")
-        << QByteArray("GET //a///f?x=/..") << QByteArray("200") << bytes;
-    QTest::newRow("encoded") << QByteArray("GET /%61/%66") << QByteArray("200") << bytes;
-    QTest::newRow("head") << QByteArray("HEAD /a/f") << QByteArray("200") << QByteArray();
-    QTest::newRow("folder") << QByteArray("GET /a") << QByteArray("404") << QByteArray();
-    QTest::newRow("missing") << QByteArray("GET /a/g") << QByteArray("404") << QByteArray();
-    QTest::newRow("outside") << QByteArray("GET /../secret") << QByteArray("404") << QByteArray();
-    QTest::newRow("outside, encoded")
-        << QByteArray("GET /a/%2e%2e/%2e%2e/secret") << QByteArray("404") << QByteArray();
-    QTest::newRow("backslash") << QByteArray("GET /a\\..\\..\\secret") << QByteArray("404")
-                               << QByteArray();
-    QTest::newRow("link outside") << QByteArray("GET /link") << QByteArray("404") << QByteArray();
-    QTest::newRow("link inside") << QByteArray("GET /inner") << QByteArray("200") << bytes;
-    QTest::newRow("neighbour by prefix")
-        << QByteArray("GET /../site2/f") << QByteArray("404") << QByteArray();
-    QTest::newRow("not a reading")
-        << QByteArray("DELETE /a/f") << QByteArray("405") << QByteArray();
-}
-
 void tst_zglobal::serve()
 {
-    QFETCH(QByteArray, request);
+    QFETCH(QString, request);
+    QFETCH(QString, body);
     WorkFolder::write(u"site/a/f"_s, QByteArray("a\0b\r\n", 5));
     WorkFolder::write(u"site2/f"_s, "secret");
     WorkFolder::write(u"secret"_s, "secret");
     QFile::link(QFileInfo(u"secret"_s).absoluteFilePath(), u"site/link"_s);
     QFile::link(QFileInfo(u"site/a/f"_s).absoluteFilePath(), u"site/inner"_s);
-    const QByteArray answer = Serving(u"site"_s).ask(request);
-    QTEST(answer.mid(9, 3), "status");
-    QTEST(answer.mid(answer.indexOf("\r\n\r\n") + 4), "body");
+    const QByteArray answer = Serving(u"site"_s).ask(request.toUtf8());
+    QTEST(QString::fromUtf8(answer.mid(9, 3)), "status");
+    QCOMPARE(answer.mid(answer.indexOf("\r\n\r\n") + 4), body.toUtf8());
 }
 
 void tst_zglobal::servesUntilTerminated()
