@@ -136,12 +136,16 @@ const char* Faults::name(Call call)
     return names[call];
 }
 
+using namespace Faults;
+
 // The calls themselves, in front of the system's: parameters and arguments in brackets, then what
 // is counted and where.
+#define ZGLOBAL_REAL(name)                                                                         \
+    static const auto real = reinterpret_cast<decltype(&::name)>(dlsym(RTLD_NEXT, #name))
 #define ZGLOBAL_CALL(result, name, parameters, arguments, ...)                                     \
     result name parameters                                                                         \
     {                                                                                              \
-        static const auto real = reinterpret_cast<decltype(&::name)>(dlsym(RTLD_NEXT, #name));     \
+        ZGLOBAL_REAL(name);                                                                        \
         return fails(__VA_ARGS__) ? -1 : real arguments;                                           \
     }
 #define ZGLOBAL_OPEN(name, parameters, arguments, folder)                                          \
@@ -151,75 +155,56 @@ const char* Faults::name(Call call)
         va_start(more, flags);                                                                     \
         const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(more, mode_t) : 0;       \
         va_end(more);                                                                              \
-        static const auto real = reinterpret_cast<decltype(&::name)>(dlsym(RTLD_NEXT, #name));     \
-        return fails(Faults::Open, folder, path) ? -1 : real arguments;                            \
+        ZGLOBAL_REAL(name);                                                                        \
+        return fails(Open, folder, path) ? -1 : real arguments;                                    \
     }
-
 #define ZGLOBAL_SYNC(name)                                                                         \
     int name(int file)                                                                             \
     {                                                                                              \
-        static const auto real = reinterpret_cast<decltype(&::name)>(dlsym(RTLD_NEXT, #name));     \
+        ZGLOBAL_REAL(name);                                                                        \
         if (!counting || !fileIsBelow(file))                                                       \
             return real(file);                                                                     \
-        return fails(Faults::Sync) ? -1 : 0;                                                       \
+        return fails(Sync) ? -1 : 0;                                                               \
     }
 
 extern "C" {
 // What programs that are built with checks of the system's headers call.
 int __open_2(const char* path, int flags);
 int __open64_2(const char* path, int flags);
-int __openat_2(int folder, const char* path, int flags);
+int __openat_2(int at, const char* path, int flags);
 
+// clang-format off
 ZGLOBAL_OPEN(open, (const char* path, int flags, ...), (path, flags, mode), AT_FDCWD)
 ZGLOBAL_OPEN(open64, (const char* path, int flags, ...), (path, flags, mode), AT_FDCWD)
 ZGLOBAL_OPEN(openat, (int at, const char* path, int flags, ...), (at, path, flags, mode), at)
 ZGLOBAL_OPEN(openat64, (int at, const char* path, int flags, ...), (at, path, flags, mode), at)
-ZGLOBAL_CALL(int, __open_2, (const char* path, int flags), (path, flags), Faults::Open, AT_FDCWD,
-             path)
-ZGLOBAL_CALL(int, __open64_2, (const char* path, int flags), (path, flags), Faults::Open, AT_FDCWD,
-             path)
-ZGLOBAL_CALL(int, __openat_2, (int at, const char* path, int flags), (at, path, flags),
-             Faults::Open, at, path)
+ZGLOBAL_CALL(int, __open_2, (const char* path, int flags), (path, flags), Open, AT_FDCWD, path)
+ZGLOBAL_CALL(int, __open64_2, (const char* path, int flags), (path, flags), Open, AT_FDCWD, path)
+ZGLOBAL_CALL(int, __openat_2, (int at, const char* path, int flags), (at, path, flags), Open, at, path)
 
-ZGLOBAL_CALL(ssize_t, write, (int file, const void* bytes, size_t count), (file, bytes, count),
-             Faults::Write, file)
-ZGLOBAL_CALL(ssize_t, pwrite, (int file, const void* bytes, size_t count, off_t at),
-             (file, bytes, count, at), Faults::Write, file)
-ZGLOBAL_CALL(ssize_t, pwrite64, (int file, const void* bytes, size_t count, off64_t at),
-             (file, bytes, count, at), Faults::Write, file)
-ZGLOBAL_CALL(ssize_t, writev, (int file, const iovec* parts, int count), (file, parts, count),
-             Faults::Write, file)
+ZGLOBAL_CALL(ssize_t, write, (int file, const void* from, size_t size), (file, from, size), Write, file)
+ZGLOBAL_CALL(ssize_t, writev, (int file, const iovec* from, int count), (file, from, count), Write, file)
 
-ZGLOBAL_CALL(int, rename, (const char* from, const char* to) noexcept, (from, to), Faults::Rename,
-             AT_FDCWD, to)
-ZGLOBAL_CALL(int, renameat, (int a, const char* from, int b, const char* to) noexcept,
-             (a, from, b, to), Faults::Rename, b, to)
-ZGLOBAL_CALL(int, renameat2,
-             (int a, const char* from, int b, const char* to, unsigned flags) noexcept,
-             (a, from, b, to, flags), Faults::Rename, b, to)
-ZGLOBAL_CALL(int, link, (const char* from, const char* to) noexcept, (from, to), Faults::Rename,
-             AT_FDCWD, to)
-ZGLOBAL_CALL(int, linkat, (int a, const char* from, int b, const char* to, int flags) noexcept,
-             (a, from, b, to, flags), Faults::Rename, b, to)
+ZGLOBAL_CALL(int, rename, (const char* a, const char* b) noexcept, (a, b), Rename, AT_FDCWD, b)
+ZGLOBAL_CALL(int, renameat2, (int from, const char* a, int to, const char* b, unsigned flags) noexcept, (from, a, to, b, flags), Rename, to, b)
+ZGLOBAL_CALL(int, link, (const char* a, const char* b) noexcept, (a, b), Rename, AT_FDCWD, b)
+ZGLOBAL_CALL(int, linkat, (int from, const char* a, int to, const char* b, int flags) noexcept, (from, a, to, b, flags), Rename, to, b)
 
-ZGLOBAL_CALL(int, unlink, (const char* path) noexcept, (path), Faults::Unlink, AT_FDCWD, path)
-ZGLOBAL_CALL(int, unlinkat, (int at, const char* path, int flags) noexcept, (at, path, flags),
-             Faults::Unlink, at, path)
-ZGLOBAL_CALL(int, remove, (const char* path) noexcept, (path), Faults::Unlink, AT_FDCWD, path)
-ZGLOBAL_CALL(int, rmdir, (const char* path) noexcept, (path), Faults::Unlink, AT_FDCWD, path)
+ZGLOBAL_CALL(int, unlink, (const char* path) noexcept, (path), Unlink, AT_FDCWD, path)
+ZGLOBAL_CALL(int, unlinkat, (int at, const char* path, int flags) noexcept, (at, path, flags), Unlink, at, path)
+ZGLOBAL_CALL(int, remove, (const char* path) noexcept, (path), Unlink, AT_FDCWD, path)
+ZGLOBAL_CALL(int, rmdir, (const char* path) noexcept, (path), Unlink, AT_FDCWD, path)
 
-ZGLOBAL_CALL(int, mkdir, (const char* path, mode_t mode) noexcept, (path, mode), Faults::Mkdir,
-             AT_FDCWD, path)
-ZGLOBAL_CALL(int, mkdirat, (int at, const char* path, mode_t mode) noexcept, (at, path, mode),
-             Faults::Mkdir, at, path)
+ZGLOBAL_CALL(int, mkdir, (const char* path, mode_t mode) noexcept, (path, mode), Mkdir, AT_FDCWD, path)
+// clang-format on
 
 ZGLOBAL_SYNC(fsync)
 ZGLOBAL_SYNC(fdatasync)
 
 int close(int file)
 {
-    static const auto real = reinterpret_cast<decltype(&::close)>(dlsym(RTLD_NEXT, "close"));
-    const bool failing = fails(Faults::Close, file);
+    ZGLOBAL_REAL(close);
+    const bool failing = fails(Close, file);
     const int error = errno;
     const int status = real(file);
     if (failing)
