@@ -9,12 +9,7 @@ QString pathOf(const QString& target)
     return target.section(QLatin1Char('?'), 0, 0);
 }
 
-HttpServer::Answer notFound()
-{
-    HttpServer::Answer answer;
-    answer.status = 404;
-    return answer;
-}
+const HttpServer::Answer notFound {404};
 
 } // namespace
 
@@ -38,9 +33,7 @@ QUrl HttpServer::url(const QString& target) const
 
 void HttpServer::serve(const QString& path, const QByteArray& body)
 {
-    Answer plain;
-    plain.body = body;
-    answer(path, plain);
+    answer(path, {200, body});
 }
 
 void HttpServer::answer(const QString& path, const Answer& answer)
@@ -50,26 +43,17 @@ void HttpServer::answer(const QString& path, const Answer& answer)
 
 void HttpServer::fail(const QString& path, int status)
 {
-    Answer failed;
-    failed.status = status;
-    failed.body = QByteArrayLiteral("failed");
-    answer(path, failed);
+    answer(path, {status, "failed"});
 }
 
 void HttpServer::redirect(const QString& path, const QString& location)
 {
-    Answer moved;
-    moved.status = 302;
-    moved.header = "Location: " + location.toUtf8();
-    answer(path, moved);
+    answer(path, {302, {}, "Location: " + location.toUtf8()});
 }
 
 void HttpServer::cutOff(const QString& path, const QByteArray& body, int after)
 {
-    Answer cut;
-    cut.body = body;
-    cut.sent = after;
-    answer(path, cut);
+    answer(path, {200, body, {}, body.size(), after});
 }
 
 void HttpServer::hold(const QString& path)
@@ -82,7 +66,7 @@ void HttpServer::release(const QString& path)
     const auto sockets = m_held.take(path);
     for (const QPointer<QTcpSocket>& socket : sockets) {
         if (socket != nullptr)
-            send(socket, m_answers.value(path, notFound()));
+            send(socket, m_answers.value(path, notFound));
     }
 }
 
@@ -119,9 +103,7 @@ void HttpServer::onReadyRead(QTcpSocket* socket)
 {
     const QByteArray head = socket->peek(64 * 1024);
     if (!head.startsWith("GET ")) {
-        Answer noRequest;
-        noRequest.status = 400;
-        send(socket, noRequest);
+        send(socket, {400});
         return;
     }
     if (!head.contains("\r\n\r\n"))
@@ -139,7 +121,7 @@ void HttpServer::onRequest(QTcpSocket* socket, const QString& path)
         holding->append(socket);
         return;
     }
-    const Answer answer = m_answers.value(path, notFound());
+    const Answer answer = m_answers.value(path, notFound);
     QTimer::singleShot(answer.delay, socket, [this, socket, answer] { send(socket, answer); });
 }
 

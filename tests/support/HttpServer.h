@@ -21,12 +21,12 @@ public:
     struct Answer
     {
         int status = 200;
-        QByteArray body;
-        QByteArray header;    ///< one header line more, without its line end
-        qint64 declared = -1; ///< the Content-Length told, when not the body's; or noLength
-        int sent = -1;        ///< how many bytes of the body go out before the connection ends
-        int delay = 0;        ///< milliseconds before the answer
-        int pause = 0;        ///< milliseconds after each byte of the body
+        QByteArray body = {};
+        QByteArray header = {}; ///< one header line more, without its line end
+        qint64 declared = -1;   ///< the Content-Length told, when not the body's; or noLength
+        int sent = -1;          ///< how many bytes of the body go out before the connection ends
+        int delay = 0;          ///< milliseconds before the answer
+        int pause = 0;          ///< milliseconds after each byte of the body
     };
     static constexpr qint64 noLength = -2;
 
