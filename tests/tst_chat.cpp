@@ -35,109 +35,100 @@ private:
     ZMessageMgr& m_messages = ZMessageMgr::getInstance();
 
 private Q_SLOTS:
-    void init();
+    void init() { ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, u"http://img"_s); }
 
-    void welcomeWords();
-    void answers_data() { Cases::rows("chat"); }
-    void answers();
-    void downloads();
-};
-
-void tst_chat::init()
-{
-    ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, u"http://img"_s);
-}
-
-void tst_chat::welcomeWords()
-{
-    ZGroupWelcomelMgr* welcome = ZGroupWelcomelMgr::getInstance();
-    QVERIFY(loadTable<ZGroupWelcomelMgr>(u"a b c"_s, "[['Hi', 'Hello', 'Welcome']]"));
-    QSet<QString> drawn;
-    for (int i = 0; i < 200; ++i)
-        drawn.insert(welcome->getRandWelcome());
-    QCOMPARE(drawn.size(), 3);
-    welcome->clear();
-    QCOMPARE(welcome->getWelcomeList(), QVector<QString>());
-    QCOMPARE(welcome->getRandWelcome(), QString());
-}
-
-void tst_chat::answers()
-{
-    QFETCH(QJsonValue, lines);
-    const std::function phrases([] {
-        ZQuickInputMessageMgr::getInstance().getQuickInputMessages().removeFirst();
-        return ZQuickInputMessageMgr::getInstance().getQuickInputMessages().size();
-    });
-    const std::function messages([this] {
-        return QJsonArray {m_messages.getMessageMap().size(), m_messages.getMessagelist().size()};
-    });
-    const std::function clearMessages([this] {
-        m_messages.clear();
-        return true;
-    });
-    const std::function bubbles([this] {
-        QStringList names;
-        for (const ZBubbleConfigInfo& info : m_bubbles.getMessageList())
-            names.append(info.name);
-        return names;
-    });
-    const std::function bubble([this](const QString& id) {
-        const ZBubbleConfigInfo info = m_bubbles.getInfoById(id);
-        return QStringList {info.name, info.borderWidths, info.paddings};
-    });
-    const std::function groups([this] {
-        QJsonArray numbers;
-        for (const int group : m_stickers.getMessageMap().keys())
-            numbers.append(group);
-        return numbers;
-    });
-    Answers(
-        {
-            {u"label"_s, Answers::of(&ZGiftLabelMgr::getInfoById, &ZGiftLabelInfo::id)},
-            {u"phrases left without the first"_s, Answers::of(phrases)},
-            {u"messages"_s, Answers::of(messages)},
-            {u"zh_cn"_s, Answers::of(&ZMessageMgr::getMessageInfoById, &ZMessageInfo::zh_cn)},
-            {u"jumpUrl"_s, Answers::of(&ZMessageMgr::getMessageInfoById, &ZMessageInfo::jumpUrl)},
-            Z_ANSWER(ZMessageMgr, getMessageTabType),
-            {u"clear messages"_s, Answers::of(clearMessages)},
-            {u"bubbles"_s, Answers::of(bubbles)},
-            {u"bubble"_s, Answers::of(bubble)},
-            Z_ANSWER(ZBubbleConfigMgr, getImageUrlById),
-            Z_ANSWER(ZBubbleConfigMgr, getChatUrlById),
-            Z_ANSWER(ZBubbleConfigMgr, getThumbEnableUrlById),
-            Z_ANSWER(ZBubbleConfigMgr, getImagePathById),
-            Z_ANSWER(ZBubbleConfigMgr, getChatPathById),
-            Z_ANSWER(ZBubbleConfigMgr, getThumbEnableImagePathById),
-            {u"sticker groups"_s, Answers::of(groups)},
-            {u"getStickerUrl"_s, Answers::of(&ZDoutuMgr::getImageUrlById)},
-            {u"getStickerPath"_s, Answers::of(&ZDoutuMgr::getImagePathById)},
-        })
-        .check(lines.toArray());
-}
-
-void tst_chat::downloads()
-{
-    HttpServer server;
-    ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, server.baseUrl());
-    server.serve(u"/app/images/nineImage/bubble_bg_5.9.png"_s, "background");
-    server.serve(u"/app/images/nobility/bubble_small_5.png"_s, "thumbnail");
-    server.serve(u"/app/images/doutu/cat.png"_s, "cat");
-    QVERIFY(loadTable<ZDoutuMgr>("[['cat.png', '1', '5']]"));
-    const QString image = m_bubbles.getImagePathById(u"5"_s);
-    const QString sticker = m_stickers.getImagePathById(5, 0);
-    for (int pass = 0; pass < 2; ++pass) {
-        QCOMPARE(outcome(m_bubbles.getImagePathAndDownloadById(u"5"_s)), image);
-        QCOMPARE(outcome(m_bubbles.getThumbEnableImagePathAndDownloadById(u"5"_s)),
-                 image + u"_thumb_enable"_s);
-        QCOMPARE(outcome(m_stickers.getImagePathAndDownloadById(5, 0)), sticker);
+    void welcomeWords()
+    {
+        ZGroupWelcomelMgr* welcome = ZGroupWelcomelMgr::getInstance();
+        QVERIFY(loadTable<ZGroupWelcomelMgr>(u"a b c"_s, "[['Hi', 'Hello', 'Welcome']]"));
+        QSet<QString> drawn;
+        for (int i = 0; i < 200; ++i)
+            drawn.insert(welcome->getRandWelcome());
+        QCOMPARE(drawn.size(), 3);
+        welcome->clear();
+        QCOMPARE(welcome->getWelcomeList(), QVector<QString>());
+        QCOMPARE(welcome->getRandWelcome(), QString());
     }
-    QCOMPARE(server.targets().size(), 3);
-    QCOMPARE(WorkFolder::read(image), QByteArray("background"));
-    QCOMPARE(WorkFolder::read(image + u"_thumb_enable"_s), QByteArray("thumbnail"));
-    QCOMPARE(WorkFolder::read(sticker), QByteArray("cat"));
-    QCOMPARE(outcome(m_bubbles.getImagePathAndDownloadById(u"6"_s)), u"rejected"_s);
-    QCOMPARE(outcome(m_stickers.getImagePathAndDownloadById(5, 1)), u"rejected"_s);
-}
+
+    void answers_data() { Cases::rows("chat"); }
+
+    void answers()
+    {
+        QFETCH(QJsonValue, lines);
+        const std::function phrases([] {
+            ZQuickInputMessageMgr::getInstance().getQuickInputMessages().removeFirst();
+            return ZQuickInputMessageMgr::getInstance().getQuickInputMessages().size();
+        });
+        const std::function messages([this] {
+            return QJsonArray {m_messages.getMessageMap().size(),
+                               m_messages.getMessagelist().size()};
+        });
+        const std::function clearMessages([this] {
+            m_messages.clear();
+            return true;
+        });
+        const std::function bubbles([this] {
+            QStringList names;
+            for (const ZBubbleConfigInfo& info : m_bubbles.getMessageList())
+                names.append(info.name);
+            return names;
+        });
+        const std::function bubble([this](const QString& id) {
+            const ZBubbleConfigInfo info = m_bubbles.getInfoById(id);
+            return QStringList {info.name, info.borderWidths, info.paddings};
+        });
+        const std::function groups([this] {
+            QJsonArray numbers;
+            for (const int group : m_stickers.getMessageMap().keys())
+                numbers.append(group);
+            return numbers;
+        });
+        Answers(
+            {{u"label"_s, Answers::of(&ZGiftLabelMgr::getInfoById, &ZGiftLabelInfo::id)},
+             {u"phrases left without the first"_s, Answers::of(phrases)},
+             {u"messages"_s, Answers::of(messages)},
+             {u"zh_cn"_s, Answers::of(&ZMessageMgr::getMessageInfoById, &ZMessageInfo::zh_cn)},
+             {u"jumpUrl"_s, Answers::of(&ZMessageMgr::getMessageInfoById, &ZMessageInfo::jumpUrl)},
+             Z_ANSWER(ZMessageMgr, getMessageTabType),
+             {u"clear messages"_s, Answers::of(clearMessages)},
+             {u"bubbles"_s, Answers::of(bubbles)},
+             {u"bubble"_s, Answers::of(bubble)},
+             Z_ANSWER(ZBubbleConfigMgr, getImageUrlById),
+             Z_ANSWER(ZBubbleConfigMgr, getChatUrlById),
+             Z_ANSWER(ZBubbleConfigMgr, getThumbEnableUrlById),
+             Z_ANSWER(ZBubbleConfigMgr, getImagePathById),
+             Z_ANSWER(ZBubbleConfigMgr, getChatPathById),
+             Z_ANSWER(ZBubbleConfigMgr, getThumbEnableImagePathById),
+             {u"sticker groups"_s, Answers::of(groups)},
+             {u"getStickerUrl"_s, Answers::of(&ZDoutuMgr::getImageUrlById)},
+             {u"getStickerPath"_s, Answers::of(&ZDoutuMgr::getImagePathById)}})
+            .check(lines.toArray());
+    }
+
+    void downloads()
+    {
+        HttpServer server;
+        ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, server.baseUrl());
+        server.serve(u"/app/images/nineImage/bubble_bg_5.9.png"_s, "background");
+        server.serve(u"/app/images/nobility/bubble_small_5.png"_s, "thumbnail");
+        server.serve(u"/app/images/doutu/cat.png"_s, "cat");
+        QVERIFY(loadTable<ZDoutuMgr>("[['cat.png', '1', '5']]"));
+        const QString image = m_bubbles.getImagePathById(u"5"_s);
+        const QString sticker = m_stickers.getImagePathById(5, 0);
+        for (int pass = 0; pass < 2; ++pass) {
+            QCOMPARE(outcome(m_bubbles.getImagePathAndDownloadById(u"5"_s)), image);
+            QCOMPARE(outcome(m_bubbles.getThumbEnableImagePathAndDownloadById(u"5"_s)),
+                     image + u"_thumb_enable"_s);
+            QCOMPARE(outcome(m_stickers.getImagePathAndDownloadById(5, 0)), sticker);
+        }
+        QCOMPARE(server.targets().size(), 3);
+        QCOMPARE(WorkFolder::read(image), QByteArray("background"));
+        QCOMPARE(WorkFolder::read(image + u"_thumb_enable"_s), QByteArray("thumbnail"));
+        QCOMPARE(WorkFolder::read(sticker), QByteArray("cat"));
+        QCOMPARE(outcome(m_bubbles.getImagePathAndDownloadById(u"6"_s)), u"rejected"_s);
+        QCOMPARE(outcome(m_stickers.getImagePathAndDownloadById(5, 1)), u"rejected"_s);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_chat)
 

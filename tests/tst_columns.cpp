@@ -102,93 +102,93 @@ private:
 
 private Q_SLOTS:
     void conversions_data() { Cases::rows("columns"); }
-    void conversions();
-    void missingColumns();
+
+    /** A cell of another type, or none at all, is not the field's default: it is the conversion's.
+     */
+    void conversions()
+    {
+        QFETCH(QJsonValue, row);
+        QFETCH(QJsonValue, record);
+        const TableDeclaration& table = Samples::declaration();
+        const QString columns =
+            u"unread texts textFlag textInteger integerText truncated number flag "
+            "integer text"_s;
+        QVERIFY(
+            table.load(WorkFolder::write(u"table"_s, tableBytes(columns, {row, QJsonValue()}))));
+        QCOMPARE(textOf(table.records()), textOf(QJsonArray {record}));
+    }
+
+    /** A column that is not there leaves the field's default, and the rule for its cells unused. */
+    void missingColumns()
+    {
+        const TableDeclaration& table = Samples::declaration();
+        QVERIFY(table.load(tableOf(u"unread text"_s, "[[1, 'a'], [1, 'out']]")));
+        QCOMPARE(table.recordCount(), 2);
+        QCOMPARE(Samples::getInstance().list.first().integer, 7);
+        QVERIFY(table.load(tableOf(u"unread text flag"_s, "[[1, 'out'], [1, 'in']]")));
+        QCOMPARE(table.recordCount(), 1);
+        QCOMPARE(Samples::getInstance().list.first().text, u"in"_s);
+    }
+
     void schema_data() { Cases::rows("columns"); }
-    void schema();
-    void datesAreThoseOfQt();
-    void clockChanges();
-};
 
-/** A cell of another type, or none at all, is not the field's default: it is the conversion's. */
-void tst_columns::conversions()
-{
-    QFETCH(QJsonValue, row);
-    QFETCH(QJsonValue, record);
-    const TableDeclaration& table = Samples::declaration();
-    const QString columns = u"unread texts textFlag textInteger integerText truncated number flag "
-                            "integer text"_s;
-    QVERIFY(table.load(WorkFolder::write(u"table"_s, tableBytes(columns, {row, QJsonValue()}))));
-    QCOMPARE(textOf(table.records()), textOf(QJsonArray {record}));
-}
+    /** What a column says of its cells, for whoever checks a table before clients do. */
+    void schema()
+    {
+        QFETCH(QString, column);
+        QFETCH(QJsonValue, fitting);
+        QFETCH(QJsonValue, unfitting);
+        const TableSchema& schema = Samples::declaration().schema();
+        const auto found =
+            std::find_if(schema.columns.begin(), schema.columns.end(),
+                         [&](const ColumnSchema& one) { return one.name == column; });
+        QVERIFY(found != schema.columns.end());
+        for (const QJsonValue& cell : fitting.toArray())
+            QVERIFY2(found->fits(cell), qPrintable(cell.toVariant().toString()));
+        for (const QJsonValue& cell : unfitting.toArray())
+            QVERIFY2(!found->fits(cell), qPrintable(cell.toVariant().toString()));
+        QCOMPARE(found->referredTable, column == u"integer"_s ? u"Doutu"_s : QString());
+        QCOMPARE(found->address, column == u"texts"_s ? u"/a/"_s : QString());
+        QCOMPARE(found->remark, column == u"flag"_s ? u"only with it"_s : QString());
+        QCOMPARE(schema.key, u"text"_s);
+    }
 
-/** A column that is not there leaves the field's default, and the rule for its cells unused. */
-void tst_columns::missingColumns()
-{
-    const TableDeclaration& table = Samples::declaration();
-    QVERIFY(table.load(tableOf(u"unread text"_s, "[[1, 'a'], [1, 'out']]")));
-    QCOMPARE(table.recordCount(), 2);
-    QCOMPARE(Samples::getInstance().list.first().integer, 7);
-    QVERIFY(table.load(tableOf(u"unread text flag"_s, "[[1, 'out'], [1, 'in']]")));
-    QCOMPARE(table.recordCount(), 1);
-    QCOMPARE(Samples::getInstance().list.first().text, u"in"_s);
-}
-
-/** What a column says of its cells, for whoever checks a table before clients do. */
-void tst_columns::schema()
-{
-    QFETCH(QString, column);
-    QFETCH(QJsonValue, fitting);
-    QFETCH(QJsonValue, unfitting);
-    const TableSchema& schema = Samples::declaration().schema();
-    const auto found = std::find_if(schema.columns.begin(), schema.columns.end(),
-                                    [&](const ColumnSchema& one) { return one.name == column; });
-    QVERIFY(found != schema.columns.end());
-    for (const QJsonValue& cell : fitting.toArray())
-        QVERIFY2(found->fits(cell), qPrintable(cell.toVariant().toString()));
-    for (const QJsonValue& cell : unfitting.toArray())
-        QVERIFY2(!found->fits(cell), qPrintable(cell.toVariant().toString()));
-    QCOMPARE(found->referredTable, column == u"integer"_s ? u"Doutu"_s : QString());
-    QCOMPARE(found->address, column == u"texts"_s ? u"/a/"_s : QString());
-    QCOMPARE(found->remark, column == u"flag"_s ? u"only with it"_s : QString());
-    QCOMPARE(schema.key, u"text"_s);
-}
-
-void tst_columns::datesAreThoseOfQt()
-{
-    for (const char* zone : {"UTC", "Asia/Shanghai", "America/Sao_Paulo"}) {
-        const Zone guard(zone);
-        std::mt19937 random(20261121);
-        int parsed = 0;
-        QStringList differing {QString::fromLatin1(zone)};
-        for (int i = 0; i < 20000; ++i) {
-            const QString text = randomDate(random);
-            const QDateTime date = QDateTime::fromString(text, dateFormat);
-            parsed += date.isValid() ? 1 : 0;
-            if (Cells::secondsOfDate(text) != date.toSecsSinceEpoch())
-                differing.append(text);
+    void datesAreThoseOfQt()
+    {
+        for (const char* zone : {"UTC", "Asia/Shanghai", "America/Sao_Paulo"}) {
+            const Zone guard(zone);
+            std::mt19937 random(20261121);
+            int parsed = 0;
+            QStringList differing {QString::fromLatin1(zone)};
+            for (int i = 0; i < 20000; ++i) {
+                const QString text = randomDate(random);
+                const QDateTime date = QDateTime::fromString(text, dateFormat);
+                parsed += date.isValid() ? 1 : 0;
+                if (Cells::secondsOfDate(text) != date.toSecsSinceEpoch())
+                    differing.append(text);
+            }
+            QVERIFY2(differing.size() == 1, qPrintable(differing.join(u' ')));
+            QVERIFY2(parsed > 2000, qPrintable(QString::number(parsed)));
         }
-        QVERIFY2(differing.size() == 1, qPrintable(differing.join(u' ')));
-        QVERIFY2(parsed > 2000, qPrintable(QString::number(parsed)));
     }
-}
 
-void tst_columns::clockChanges()
-{
-    const Zone newYork("America/New_York");
-    for (const QString& text : {u"2026-03-08 01:59:59"_s, u"2026-03-08 02:30:00"_s,
-                                u"2026-03-08 03:00:00"_s, u"1883-11-18 12:01:00"_s})
-        QCOMPARE(Cells::secondsOfDate(text),
-                 QDateTime::fromString(text, dateFormat).toSecsSinceEpoch());
-    const Zone utc("UTC");
-    QCOMPARE(Cells::secondsOfDate(u"2026-11-21 00:00:01"_s), Q_INT64_C(1795219201));
-    for (const QString& none : {u"2026-02-29 00:00:00"_s, QString()}) {
-        QCOMPARE(Cells::secondsOfDate(none), QDateTime().toSecsSinceEpoch());
-        QVERIFY(!Cells::isDate(none));
+    void clockChanges()
+    {
+        const Zone newYork("America/New_York");
+        for (const QString& text : {u"2026-03-08 01:59:59"_s, u"2026-03-08 02:30:00"_s,
+                                    u"2026-03-08 03:00:00"_s, u"1883-11-18 12:01:00"_s})
+            QCOMPARE(Cells::secondsOfDate(text),
+                     QDateTime::fromString(text, dateFormat).toSecsSinceEpoch());
+        const Zone utc("UTC");
+        QCOMPARE(Cells::secondsOfDate(u"2026-11-21 00:00:01"_s), Q_INT64_C(1795219201));
+        for (const QString& none : {u"2026-02-29 00:00:00"_s, QString()}) {
+            QCOMPARE(Cells::secondsOfDate(none), QDateTime().toSecsSinceEpoch());
+            QVERIFY(!Cells::isDate(none));
+        }
+        const Zone shanghai("Asia/Shanghai"); // what no date comes to follows the zone as well
+        QCOMPARE(Cells::secondsOfDate(QString()), QDateTime().toSecsSinceEpoch());
     }
-    const Zone shanghai("Asia/Shanghai"); // what no date comes to follows the zone as well
-    QCOMPARE(Cells::secondsOfDate(QString()), QDateTime().toSecsSinceEpoch());
-}
+};
 
 QTEST_GUILESS_MAIN(tst_columns)
 

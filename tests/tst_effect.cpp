@@ -14,29 +14,27 @@ private:
 
 private Q_SLOTS:
     void answers_data() { Cases::rows("effect"); }
-    void answers();
-};
 
-void tst_effect::answers()
-{
-    QFETCH(QJsonValue, lines);
-    ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, u"http://img"_s);
-    const std::function count([] { return ZRecreationMgr::declaration().recordCount(); });
-    Answers({
-                Z_ANSWER(ZRecreationMgr, getRecreationIdByTypeKey),
-                {u"recordCount"_s, Answers::of(count)},
-                Z_ANSWER(ZRecreationMgr, getRecreationPlayType),
-                {u"id"_s, Answers::of(&ZRecreationMgr::getRecreationInfoById, &recreationInfo::id)},
-                Z_ANSWER(ZRecreationMgr, getRecreationAnimationNameById),
-                Z_ANSWER(ZRecreationMgr, getRecreationAnimationPathById),
-                Z_ANSWER(ZRecreationMgr, getRecreationAnimationUrlById),
-                Z_ANSWER(ZRecreationMgr, getRecreationImageUrlById),
-                Z_ANSWER(ZRecreationMgr, getRecreationImagePathById),
-                {u"sort"_s, Answers::of(&ZAwardEffectMgr::getInfoById, &ZAwardEffectInfo::sort)},
-                Z_ANSWER(ZAwardEffectMgr, getIconUrlById),
-            })
-        .check(lines.toArray());
-}
+    void answers()
+    {
+        QFETCH(QJsonValue, lines);
+        ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, u"http://img"_s);
+        const std::function count([] { return ZRecreationMgr::declaration().recordCount(); });
+        Answers(
+            {Z_ANSWER(ZRecreationMgr, getRecreationIdByTypeKey),
+             {u"recordCount"_s, Answers::of(count)},
+             Z_ANSWER(ZRecreationMgr, getRecreationPlayType),
+             {u"id"_s, Answers::of(&ZRecreationMgr::getRecreationInfoById, &recreationInfo::id)},
+             Z_ANSWER(ZRecreationMgr, getRecreationAnimationNameById),
+             Z_ANSWER(ZRecreationMgr, getRecreationAnimationPathById),
+             Z_ANSWER(ZRecreationMgr, getRecreationAnimationUrlById),
+             Z_ANSWER(ZRecreationMgr, getRecreationImageUrlById),
+             Z_ANSWER(ZRecreationMgr, getRecreationImagePathById),
+             {u"sort"_s, Answers::of(&ZAwardEffectMgr::getInfoById, &ZAwardEffectInfo::sort)},
+             Z_ANSWER(ZAwardEffectMgr, getIconUrlById)})
+            .check(lines.toArray());
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_effect)
 

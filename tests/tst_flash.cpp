@@ -58,68 +58,66 @@ private Q_SLOTS:
         m_complete.clear();
     }
 
-    void recordsAndAddresses();
-    void downloads();
-    void dropsWhatCameTooLate();
-};
+    void recordsAndAddresses()
+    {
+        load("[['11', 'zoo'], ['12', 'abc', '2'], [9, 'number']]");
+        QCOMPARE(m_flashes.getAllFlashName(),
+                 QStringList({u"abc_12"_s, u"number_0"_s, u"zoo_11"_s}));
+        QCOMPARE(m_flashes.getMessageMap().value(u"abc"_s).flashPrevDownload, 2);
+        QCOMPARE(m_flashes.getFlashPath(u"abc"_s), u"res/flash/abc_12"_s);
+        QCOMPARE(m_flashes.getFlashPath(u"other"_s), u"res/flash/other_"_s);
+        QCOMPARE(m_flashes.getFlashPath(QString()), QString());
+        QCOMPARE(m_flashes.getFlashUrl(u"abc"_s), m_server.baseUrl() + url + u"abc?12"_s);
+        QCOMPARE(m_flashes.getFlashUrl(u"other"_s), m_server.baseUrl() + url + u"other"_s);
+        QCOMPARE(m_flashes.getFlashUrl(QString()), QString());
+    }
 
-void tst_flash::recordsAndAddresses()
-{
-    load("[['11', 'zoo'], ['12', 'abc', '2'], [9, 'number']]");
-    QCOMPARE(m_flashes.getAllFlashName(), QStringList({u"abc_12"_s, u"number_0"_s, u"zoo_11"_s}));
-    QCOMPARE(m_flashes.getMessageMap().value(u"abc"_s).flashPrevDownload, 2);
-    QCOMPARE(m_flashes.getFlashPath(u"abc"_s), u"res/flash/abc_12"_s);
-    QCOMPARE(m_flashes.getFlashPath(u"other"_s), u"res/flash/other_"_s);
-    QCOMPARE(m_flashes.getFlashPath(QString()), QString());
-    QCOMPARE(m_flashes.getFlashUrl(u"abc"_s), m_server.baseUrl() + url + u"abc?12"_s);
-    QCOMPARE(m_flashes.getFlashUrl(u"other"_s), m_server.baseUrl() + url + u"other"_s);
-    QCOMPARE(m_flashes.getFlashUrl(QString()), QString());
-}
+    void downloads()
+    {
+        load("[['12', 'abc'], ['3', 'gone'], ['1', 'here']]");
+        WorkFolder::write(u"res/flash/here_1/here.flajson"_s, "{}");
+        m_server.serve(url + u"abc"_s, archive("abc.flajson", "{}"));
+        QSignalSpy finished(ZHttpComm::getInstance(), &ZHttpComm::sigRequestFinished);
+        const LogLines log;
+        for (int call = 0; call < 3; ++call)
+            m_flashes.loadFlash();
+        QTRY_VERIFY(QFile::exists(u"res/flash/abc_12/abc.flajson"_s) && finished.size() == 2);
+        QThreadPool::globalInstance()->waitForDone();
+        QCOMPARE(m_server.targets(), QStringList({url + u"abc?12"_s, url + u"gone?3"_s}));
+        QCOMPARE(LogLines::lines(), QStringList {u"开始下载flash 4"_s});
+        QCOMPARE(
+            WorkFolder::files(u"res/flash"_s),
+            QStringList({u"abc_12/abc.flajson"_s, u"abc_12/abc_12"_s, u"here_1/here.flajson"_s}));
+        QCOMPARE(m_complete.size(), 0);
 
-void tst_flash::downloads()
-{
-    load("[['12', 'abc'], ['3', 'gone'], ['1', 'here']]");
-    WorkFolder::write(u"res/flash/here_1/here.flajson"_s, "{}");
-    m_server.serve(url + u"abc"_s, archive("abc.flajson", "{}"));
-    QSignalSpy finished(ZHttpComm::getInstance(), &ZHttpComm::sigRequestFinished);
-    const LogLines log;
-    for (int call = 0; call < 3; ++call)
+        m_server.serve(url + u"gone"_s, archive("gone.flajson", "{}"));
         m_flashes.loadFlash();
-    QTRY_VERIFY(QFile::exists(u"res/flash/abc_12/abc.flajson"_s) && finished.size() == 2);
-    QThreadPool::globalInstance()->waitForDone();
-    QCOMPARE(m_server.targets(), QStringList({url + u"abc?12"_s, url + u"gone?3"_s}));
-    QCOMPARE(LogLines::lines(), QStringList {u"开始下载flash 4"_s});
-    QCOMPARE(WorkFolder::files(u"res/flash"_s),
-             QStringList({u"abc_12/abc.flajson"_s, u"abc_12/abc_12"_s, u"here_1/here.flajson"_s}));
-    QCOMPARE(m_complete.size(), 0);
+        QTRY_VERIFY(QFile::exists(u"res/flash/gone_3/gone.flajson"_s));
+        QCOMPARE(m_server.targets().mid(2), QStringList {url + u"gone?3"_s});
+        QCOMPARE(m_complete.size(), 0);
 
-    m_server.serve(url + u"gone"_s, archive("gone.flajson", "{}"));
-    m_flashes.loadFlash();
-    QTRY_VERIFY(QFile::exists(u"res/flash/gone_3/gone.flajson"_s));
-    QCOMPARE(m_server.targets().mid(2), QStringList {url + u"gone?3"_s});
-    QCOMPARE(m_complete.size(), 0);
+        m_flashes.loadFlash();
+        QTRY_COMPARE(m_complete.size(), 1);
+        QCOMPARE(m_server.targets().size(), 3);
+        QCOMPARE(LogLines::lines().mid(2),
+                 QStringList({u"开始下载flash 4"_s, u"下载FlashConfig完成"_s}));
+    }
 
-    m_flashes.loadFlash();
-    QTRY_COMPARE(m_complete.size(), 1);
-    QCOMPARE(m_server.targets().size(), 3);
-    QCOMPARE(LogLines::lines().mid(2),
-             QStringList({u"开始下载flash 4"_s, u"下载FlashConfig完成"_s}));
-}
-
-void tst_flash::dropsWhatCameTooLate()
-{
-    load("[['5', 'late']]");
-    m_server.serve(url + u"late"_s, archive("late.flajson", "{}"));
-    m_server.hold(url + u"late"_s);
-    m_flashes.loadFlash();
-    QTRY_COMPARE(m_server.held(), 1);
-    ZDataTableMgr::getInstance()->setTableVersion(EDataTable::FlashConfig, 5, false);
-    QSignalSpy finished(ZHttpComm::getInstance(), &ZHttpComm::sigRequestFinished);
-    m_server.release(url + u"late"_s);
-    QTRY_COMPARE(finished.size(), 1);
-    QCoreApplication::processEvents(); // the promise's handlers come after the signal
-    QVERIFY(!QFile::exists(u"res/flash/late_5"_s));
-}
+    void dropsWhatCameTooLate()
+    {
+        load("[['5', 'late']]");
+        m_server.serve(url + u"late"_s, archive("late.flajson", "{}"));
+        m_server.hold(url + u"late"_s);
+        m_flashes.loadFlash();
+        QTRY_COMPARE(m_server.held(), 1);
+        ZDataTableMgr::getInstance()->setTableVersion(EDataTable::FlashConfig, 5, false);
+        QSignalSpy finished(ZHttpComm::getInstance(), &ZHttpComm::sigRequestFinished);
+        m_server.release(url + u"late"_s);
+        QTRY_COMPARE(finished.size(), 1);
+        QCoreApplication::processEvents(); // the promise's handlers come after the signal
+        QVERIFY(!QFile::exists(u"res/flash/late_5"_s));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_flash)
 #include "tst_flash.moc"

@@ -76,133 +76,126 @@ class tst_tidy : public QObject
 private Q_SLOTS:
     void init() { QDir(u"res"_s).removeRecursively(); }
 
-    void missingFolders();
+    void missingFolders()
+    {
+        QDir().mkpath(u"res/flash"_s);
+        const LogLines log;
+        tidy();
+        QCOMPARE(LogLines::lines().join(u' '),
+                 u"tidy thread start tidy thread run start tidy datatable start "
+                 "tidy datatable dir not exists tidy animation start tidy animation dir not exists "
+                 "tidy flash start tidy flash tmp start tidy flash tmp dir not exists "
+                 "tidy flash end:use=0,delete=0,delay=0,ignore=0 tidy flashext start "
+                 "tidy flashext dir not exists tidy thread run end"_s);
+    }
+
     void trees_data() { Cases::rows("tidy"); }
-    void trees();
-    void laterRun();
-    void tasksAlone();
-    void oneRunAtATime();
-    void processEnd_data();
-    void processEnd();
+
+    /** Folders are met in the file system's own order; the lines are right in any. */
+    void trees()
+    {
+        QFETCH(QString, folder);
+        configureFlash();
+        const QString version = configureGift(u"rose.json"_s);
+        const QString table = ZDataTableMgr::getInstance()->getTableFileName(EDataTable::Message);
+        const auto filled = [&](QString text) {
+            text.replace(u"$TABLE"_s, table.toLower());
+            return text.replace(u"$V"_s, version);
+        };
+        QFETCH(QString, stale);
+        QFETCH(QString, fresh);
+        QFETCH(QString, lines);
+        QFETCH(QString, left);
+        write(folder, filled(stale), week + 60);
+        write(folder, filled(fresh), week - 60);
+        const LogLines log;
+        tidy();
+        QCOMPARE(logged(folder), filled(lines));
+        QCOMPARE(WorkFolder::files(u"res/"_s + folder).join(u' '), filled(left));
+    }
+
+    void laterRun()
+    {
+        write(u"flashext"_s, u"gone_10/gone equal_4/equal"_s, 2 * week);
+        tidy();
+        init();
+        write(u"flashext"_s, u"gone_11/gone equal_4/equal"_s, 2 * week);
+        const LogLines log;
+        tidy();
+        QCOMPARE(LogLines::count(u"LowVersion remove=res/flashext/gone_10,result=1"_s), 1);
+        QCOMPARE(LogLines::count(u"tidy flashext end:use=0,delete=1,delay=0,ignore=0"_s), 1);
+    }
+
+    void tasksAlone()
+    {
+        write(u"dataTable"_s, u"kept gone"_s, 2 * week);
+        for (const QString& folder : {u"animation"_s, u"flash"_s, u"flashext"_s})
+            write(folder, u"kept_1/kept kept_2/kept"_s, 2 * week);
+        const auto run = [](auto&& task, const auto& names) {
+            task.setUseNames(names);
+            task.tidy();
+        };
+        run(zTidyDatatable(), QStringList {u"KEPT"_s});
+        run(zTidyAnimation(), QSet<QString> {u"kept_1"_s});
+        run(zTidyFlash(), QStringList {u"kept_1"_s});
+        run(zTidyFlashext(), QStringList {u"kept_1"_s}); // the highest version, whatever it is told
+        QCOMPARE(WorkFolder::files(u"res"_s),
+                 QStringList({u"animation/kept_1/kept"_s, u"dataTable/kept"_s,
+                              u"flash/kept_1/kept"_s, u"flashext/kept_2/kept"_s}));
+    }
+
+    void oneRunAtATime()
+    {
+        for (int i = 0; i < 300; ++i)
+            write(u"res/dataTable/%1"_s.arg(i), 0);
+        const QString used =
+            write(u"res/animation/first_%1/first"_s.arg(configureGift(u"first"_s)), 2 * week);
+        const LogLines log;
+        zTidyMgr::getInstance().startThread();
+        configureGift(u"second"_s);
+        zTidyMgr::getInstance().startThread();
+        QVERIFY(zTidyMgr::getInstance().wait(60000));
+        QCOMPARE(LogLines::count(u"tidy thread has running"_s), 1);
+        QCOMPARE(LogLines::count(u"tidy thread start"_s), 1);
+        QVERIFY(QFile::exists(used));
+        tidy();
+        QVERIFY(!QFile::exists(used));
+    }
+
+    void processEnd_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<bool>("tables");
+        QTest::newRow("among tables, return from main") << "return" << true;
+        QTest::newRow("among tables, exit") << "exit" << true;
+        QTest::newRow("inside a folder") << "return" << false;
+    }
+
+    void processEnd()
+    {
+        QFETCH(QString, how);
+        QFETCH(bool, tables);
+        const int count = tables ? 1500 : 10000; // there is a pause after each table
+        for (int i = 0; i < count; ++i) {
+            if (tables)
+                write(u"res/dataTable/%1"_s.arg(i), 2 * week);
+            else
+                WorkFolder::write(u"res/animation/large_1/%1"_s.arg(i), "x");
+        }
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {u"--tidy-and"_s, how});
+        QVERIFY(child.waitForFinished(60000));
+        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(child.exitCode(), 0);
+        const QByteArray log = child.readAllStandardError();
+        QVERIFY2(!log.contains("end") && !log.contains("QThread"), log.right(500).constData());
+        const int left = WorkFolder::files(u"res"_s).size();
+        QVERIFY2(left > 0 && left < count, qPrintable(QString::number(left)));
+    }
 
 private:
     WorkFolder m_folder;
 };
-
-void tst_tidy::missingFolders()
-{
-    QDir().mkpath(u"res/flash"_s);
-    const LogLines log;
-    tidy();
-    QCOMPARE(LogLines::lines().join(u' '),
-             u"tidy thread start tidy thread run start tidy datatable start "
-             "tidy datatable dir not exists tidy animation start tidy animation dir not exists "
-             "tidy flash start tidy flash tmp start tidy flash tmp dir not exists "
-             "tidy flash end:use=0,delete=0,delay=0,ignore=0 tidy flashext start "
-             "tidy flashext dir not exists tidy thread run end"_s);
-}
-
-/** Folders are met in the file system's own order; the lines are right in any. */
-void tst_tidy::trees()
-{
-    QFETCH(QString, folder);
-    configureFlash();
-    const QString version = configureGift(u"rose.json"_s);
-    const QString table = ZDataTableMgr::getInstance()->getTableFileName(EDataTable::Message);
-    const auto filled = [&](QString text) {
-        text.replace(u"$TABLE"_s, table.toLower());
-        return text.replace(u"$V"_s, version);
-    };
-    QFETCH(QString, stale);
-    QFETCH(QString, fresh);
-    QFETCH(QString, lines);
-    QFETCH(QString, left);
-    write(folder, filled(stale), week + 60);
-    write(folder, filled(fresh), week - 60);
-    const LogLines log;
-    tidy();
-    QCOMPARE(logged(folder), filled(lines));
-    QCOMPARE(WorkFolder::files(u"res/"_s + folder).join(u' '), filled(left));
-}
-
-void tst_tidy::laterRun()
-{
-    write(u"flashext"_s, u"gone_10/gone equal_4/equal"_s, 2 * week);
-    tidy();
-    init();
-    write(u"flashext"_s, u"gone_11/gone equal_4/equal"_s, 2 * week);
-    const LogLines log;
-    tidy();
-    QCOMPARE(LogLines::count(u"LowVersion remove=res/flashext/gone_10,result=1"_s), 1);
-    QCOMPARE(LogLines::count(u"tidy flashext end:use=0,delete=1,delay=0,ignore=0"_s), 1);
-}
-
-void tst_tidy::tasksAlone()
-{
-    write(u"dataTable"_s, u"kept gone"_s, 2 * week);
-    for (const QString& folder : {u"animation"_s, u"flash"_s, u"flashext"_s})
-        write(folder, u"kept_1/kept kept_2/kept"_s, 2 * week);
-    const auto run = [](auto&& task, const auto& names) {
-        task.setUseNames(names);
-        task.tidy();
-    };
-    run(zTidyDatatable(), QStringList {u"KEPT"_s});
-    run(zTidyAnimation(), QSet<QString> {u"kept_1"_s});
-    run(zTidyFlash(), QStringList {u"kept_1"_s});
-    run(zTidyFlashext(), QStringList {u"kept_1"_s}); // the highest version, whatever it is told
-    QCOMPARE(WorkFolder::files(u"res"_s),
-             QStringList({u"animation/kept_1/kept"_s, u"dataTable/kept"_s, u"flash/kept_1/kept"_s,
-                          u"flashext/kept_2/kept"_s}));
-}
-
-void tst_tidy::oneRunAtATime()
-{
-    for (int i = 0; i < 300; ++i)
-        write(u"res/dataTable/%1"_s.arg(i), 0);
-    const QString used =
-        write(u"res/animation/first_%1/first"_s.arg(configureGift(u"first"_s)), 2 * week);
-    const LogLines log;
-    zTidyMgr::getInstance().startThread();
-    configureGift(u"second"_s);
-    zTidyMgr::getInstance().startThread();
-    QVERIFY(zTidyMgr::getInstance().wait(60000));
-    QCOMPARE(LogLines::count(u"tidy thread has running"_s), 1);
-    QCOMPARE(LogLines::count(u"tidy thread start"_s), 1);
-    QVERIFY(QFile::exists(used));
-    tidy();
-    QVERIFY(!QFile::exists(used));
-}
-
-void tst_tidy::processEnd_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::addColumn<bool>("tables");
-    QTest::newRow("among tables, return from main") << "return" << true;
-    QTest::newRow("among tables, exit") << "exit" << true;
-    QTest::newRow("inside a folder") << "return" << false;
-}
-
-void tst_tidy::processEnd()
-{
-    QFETCH(QString, how);
-    QFETCH(bool, tables);
-    const int count = tables ? 1500 : 10000; // there is a pause after each table
-    for (int i = 0; i < count; ++i) {
-        if (tables)
-            write(u"res/dataTable/%1"_s.arg(i), 2 * week);
-        else
-            WorkFolder::write(u"res/animation/large_1/%1"_s.arg(i), "x");
-    }
-    QProcess child;
-    child.start(QCoreApplication::applicationFilePath(), {u"--tidy-and"_s, how});
-    QVERIFY(child.waitForFinished(60000));
-    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(child.exitCode(), 0);
-    const QByteArray log = child.readAllStandardError();
-    QVERIFY2(!log.contains("end") && !log.contains("QThread"), log.right(500).constData());
-    const int left = WorkFolder::files(u"res"_s).size();
-    QVERIFY2(left > 0 && left < count, qPrintable(QString::number(left)));
-}
 
 /** The child: starts a run and, once it has removed something, leaves. */
 int tidyAnd(const QByteArray& how)

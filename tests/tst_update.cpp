@@ -60,173 +60,163 @@ private:
     }
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_server.reset(new HttpServer);
+        m_tables = ZDataTableMgr::getInstance();
+        m_tables->clearTables();
+        QDir(u"res"_s).removeRecursively();
+        QDir().mkpath(u"res/dataTable"_s);
+        ZGlobalConfig::getInstance().setConfig(u"cmsServer"_s, m_server->baseUrl() + u"/"_s);
+        ZGlobalConfig::getInstance().setConfig(u"ServerType"_s, u"1002"_s);
+        for (const auto type : TableCatalogue::types())
+            m_server->serve(u"/app/resources/"_s + TableCatalogue::name(type), plainTable);
+    }
 
-    void oneTable();
-    void failures();
-    void versionChangesMeanwhile();
-    void allTables();
-    void allTablesWithOneFailing();
-    void changedGiftTable();
-    void loadGiftTable();
-    void downloads();
+    void oneTable()
+    {
+        m_tables->setTableVersion(Table::Message, 3, false);
+        const QString path =
+            WorkFolder::write(pathOf(Table::Message), QByteArray()); // empty: not current
+        const LogLines log;
+        QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
+        QCOMPARE(LogLines::lines(), QStringList {u"保存静态表成功 Message "_s + path});
+        QCOMPARE(m_server->targets(), QStringList {u"/app/resources/Message?3"_s});
+        QCOMPARE(WorkFolder::read(path), plainTable);
+        QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), 1);
+        QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
+        QCOMPARE(m_server->targets().size(), 1);
+        m_tables->setTableVersion(Table::Message, 4, false);
+        QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
+        QCOMPARE(m_server->targets().last(), u"/app/resources/Message?4"_s);
+        QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), 2);
+    }
+
+    void failures()
+    {
+        const LogLines log;
+        m_server->serve(u"/app/resources/Message"_s, "<html>");
+        QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)),
+                 u"数据表解析失败,tableUrl:%1/app/resources/Message?0"_s.arg(m_server->baseUrl()));
+        QCOMPARE(LogLines::lines(), QStringList());
+        m_server->cutOff(u"/app/resources/Doutu"_s, plainTable, 5);
+        QCOMPARE(outcome(m_tables->updateDataTable(Table::Doutu)), refused);
+        m_server->fail(u"/app/resources/Doutu"_s, 503);
+        QCOMPARE(outcome(m_tables->updateDataTable(Table::Doutu)), refused);
+        QCOMPARE(LogLines::count(u"静态表下载错误 Doutu"_s), 2);
+        QCOMPARE(WorkFolder::files(u"res/dataTable"_s), QStringList());
+
+        QDir(u"res/dataTable"_s).removeRecursively();
+        WorkFolder::write(u"res/dataTable"_s, "a file where the folder should be");
+        QCOMPARE(outcome(m_tables->updateDataTable(Table::PCSkin)), unsaved);
+        QCOMPARE(LogLines::lines().last(), u"保存静态表失败 PCSkin "_s + pathOf(Table::PCSkin));
+        m_server->close();
+        QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), refused);
+    }
+
+    void versionChangesMeanwhile()
+    {
+        m_tables->setTableVersion(Table::Message, 1, false);
+        const QString first = pathOf(Table::Message);
+        m_server->hold(u"/app/resources/Message"_s);
+        const QPromise<void> update = m_tables->updateDataTable(Table::Message);
+        QTRY_COMPARE(m_server->held(), 1);
+        m_tables->setTableVersion(Table::Message, 2, false);
+        m_server->release(u"/app/resources/Message"_s);
+        QCOMPARE(outcome(update), u"ok"_s);
+        QVERIFY(QFile::exists(first));
+        QVERIFY(!QFile::exists(pathOf(Table::Message)));
+    }
+
+    void allTables()
+    {
+        const int all = TableCatalogue::types().size();
+        QDir(u"res"_s).removeRecursively();
+        m_server->fail(u"/app/resources/PCSkin"_s, 500);
+        QCOMPARE(outcome(m_tables->updateAllDataTable()), u"ok"_s);
+        QTRY_COMPARE(m_server->requests(u"/app/resources/PCSkin"_s), 1);
+        QCOMPARE(m_server->targets().size(), all);
+        QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), all - 1);
+        QCOMPARE(outcome(m_tables->updateAllDataTable()), u"ok"_s);
+        QTRY_COMPARE(m_server->requests(u"/app/resources/PCSkin"_s), 2);
+        QCOMPARE(m_server->targets().size(), all + 1);
+    }
+
+    void allTablesWithOneFailing()
+    {
+        m_server->fail(u"/app/resources/PublicConfig"_s, 404);
+        m_server->fail(u"/app/resources/SystemConfig"_s, 404);
+        m_server->hold(u"/app/resources/CS_PkRankInfo"_s);
+        const LogLines log;
+        QCOMPARE(outcome(m_tables->updateAllDataTable()), u"网络不给力，请重试"_s);
+        m_server->release(u"/app/resources/CS_PkRankInfo"_s);
+        QTRY_COMPARE(WorkFolder::files(u"res/dataTable"_s).size(),
+                     TableCatalogue::types().size() - 2);
+        QVERIFY(QFile::exists(pathOf(Table::CS_PkRankInfo)));
+        QCOMPARE(LogLines::count(u"更新静态表出错"_s), 1);
+        QCOMPARE(LogLines::count(refused + u" PublicConfig"_s), 1);
+        QCOMPARE(LogLines::count(refused + u" SystemConfig"_s), 1);
+    }
+
+    void changedGiftTable()
+    {
+        m_server->serve(giftAddress, giftTable("rose"));
+        QCOMPARE(outcome(m_tables->updateGiftDataTable()), u"ok"_s);
+        const QString path = pathOf(Table::CS_GiftList);
+        const LogLines log;
+        QCOMPARE(outcome(m_tables->updateGiftDataTable()), u"数据没变化"_s);
+        QCOMPARE(LogLines::lines(),
+                 QStringList {u"数据没变化 updateGiftDataTable "_s + m_server->baseUrl()
+                              + giftAddress + u"?0"_s});
+        QCOMPARE(WorkFolder::read(path), giftTable("rose"));
+        QCOMPARE(m_server->targets().size(), 2);
+        m_server->serve(giftAddress, "[]");
+        QVERIFY(outcome(m_tables->updateGiftDataTable()).startsWith(u"数据表解析失败"_s));
+        QCOMPARE(WorkFolder::read(path), giftTable("rose"));
+    }
+
+    void loadGiftTable()
+    {
+        m_server->serve(giftAddress, giftTable("lily"));
+        m_tables->setTableVersion(Table::CS_GiftList, 58, false);
+        const LogLines log;
+        m_tables->loadGiftTable();
+        QTRY_COMPARE(LogLines::count(u"礼物数据表加载成功 "_s), 1);
+        QCOMPARE(ZGiftListMgr::getInstance()->getGiftNameById(u"G1"_s), u"lily"_s);
+
+        m_server->serve(giftAddress, plainTable); // a table, but not of gifts
+        m_tables->loadGiftTable();
+        QTRY_COMPARE(LogLines::count(u"礼物数据表加载失败 "_s), 1);
+        QVERIFY(!QFile::exists(pathOf(Table::CS_GiftList)));
+        QCOMPARE(ZGiftListMgr::getInstance()->getGiftNameById(u"G1"_s), u"lily"_s);
+    }
+
+    void downloads()
+    {
+        const QString url = m_server->baseUrl() + u"/pic?138"_s;
+        const QString path = u"new/folder/picture"_s;
+        m_server->serve(u"/pic"_s, "one");
+        QCOMPARE(outcome(m_tables->downloadFile(path, url, true)), u"ok"_s);
+        m_server->serve(u"/pic"_s, "two");
+        QCOMPARE(outcome(m_tables->downloadFile(path, url, true)), u"ok"_s);
+        QCOMPARE(m_server->targets(), QStringList {u"/pic?138"_s});
+        QCOMPARE(WorkFolder::read(path), QByteArray("one"));
+        QCOMPARE(outcome(m_tables->downloadFile(path, url, false)), u"ok"_s);
+        QCOMPARE(WorkFolder::read(path), QByteArray("two"));
+        m_server->serve(u"/pic"_s, QByteArray());
+        QCOMPARE(outcome(m_tables->downloadFile(path, url, false)), u"ok"_s);
+        QCOMPARE(WorkFolder::read(path), QByteArray("two"));
+
+        m_server->fail(u"/pic"_s, 404);
+        const QString failure = outcome(m_tables->downloadFile(path, url, false));
+        QVERIFY2(failure.contains(u"/pic"_s) && !failure.contains(u"138"_s), qPrintable(failure));
+        QVERIFY2(!failure.endsWith(u" with a code"_s), "the status is not passed on");
+        m_server->serve(u"/pic"_s, "three");
+        const QString unwritable = outcome(m_tables->downloadFile(u"new/folder"_s, url, false));
+        QVERIFY2(unwritable.startsWith(u"Cannot write new/folder: "_s), qPrintable(unwritable));
+        QVERIFY(outcome(m_tables->downloadFile(QString(), QString(), true)) != u"ok"_s);
+    }
 };
-
-void tst_update::init()
-{
-    m_server.reset(new HttpServer);
-    m_tables = ZDataTableMgr::getInstance();
-    m_tables->clearTables();
-    QDir(u"res"_s).removeRecursively();
-    QDir().mkpath(u"res/dataTable"_s);
-    ZGlobalConfig::getInstance().setConfig(u"cmsServer"_s, m_server->baseUrl() + u"/"_s);
-    ZGlobalConfig::getInstance().setConfig(u"ServerType"_s, u"1002"_s);
-    for (const auto type : TableCatalogue::types())
-        m_server->serve(u"/app/resources/"_s + TableCatalogue::name(type), plainTable);
-}
-
-void tst_update::oneTable()
-{
-    m_tables->setTableVersion(Table::Message, 3, false);
-    const QString path =
-        WorkFolder::write(pathOf(Table::Message), QByteArray()); // empty: not current
-    const LogLines log;
-    QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
-    QCOMPARE(LogLines::lines(), QStringList {u"保存静态表成功 Message "_s + path});
-    QCOMPARE(m_server->targets(), QStringList {u"/app/resources/Message?3"_s});
-    QCOMPARE(WorkFolder::read(path), plainTable);
-    QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), 1);
-    QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
-    QCOMPARE(m_server->targets().size(), 1);
-    m_tables->setTableVersion(Table::Message, 4, false);
-    QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
-    QCOMPARE(m_server->targets().last(), u"/app/resources/Message?4"_s);
-    QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), 2);
-}
-
-void tst_update::failures()
-{
-    const LogLines log;
-    m_server->serve(u"/app/resources/Message"_s, "<html>");
-    QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)),
-             u"数据表解析失败,tableUrl:%1/app/resources/Message?0"_s.arg(m_server->baseUrl()));
-    QCOMPARE(LogLines::lines(), QStringList());
-    m_server->cutOff(u"/app/resources/Doutu"_s, plainTable, 5);
-    QCOMPARE(outcome(m_tables->updateDataTable(Table::Doutu)), refused);
-    m_server->fail(u"/app/resources/Doutu"_s, 503);
-    QCOMPARE(outcome(m_tables->updateDataTable(Table::Doutu)), refused);
-    QCOMPARE(LogLines::count(u"静态表下载错误 Doutu"_s), 2);
-    QCOMPARE(WorkFolder::files(u"res/dataTable"_s), QStringList());
-
-    QDir(u"res/dataTable"_s).removeRecursively();
-    WorkFolder::write(u"res/dataTable"_s, "a file where the folder should be");
-    QCOMPARE(outcome(m_tables->updateDataTable(Table::PCSkin)), unsaved);
-    QCOMPARE(LogLines::lines().last(), u"保存静态表失败 PCSkin "_s + pathOf(Table::PCSkin));
-    m_server->close();
-    QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), refused);
-}
-
-void tst_update::versionChangesMeanwhile()
-{
-    m_tables->setTableVersion(Table::Message, 1, false);
-    const QString first = pathOf(Table::Message);
-    m_server->hold(u"/app/resources/Message"_s);
-    const QPromise<void> update = m_tables->updateDataTable(Table::Message);
-    QTRY_COMPARE(m_server->held(), 1);
-    m_tables->setTableVersion(Table::Message, 2, false);
-    m_server->release(u"/app/resources/Message"_s);
-    QCOMPARE(outcome(update), u"ok"_s);
-    QVERIFY(QFile::exists(first));
-    QVERIFY(!QFile::exists(pathOf(Table::Message)));
-}
-
-void tst_update::allTables()
-{
-    const int all = TableCatalogue::types().size();
-    QDir(u"res"_s).removeRecursively();
-    m_server->fail(u"/app/resources/PCSkin"_s, 500);
-    QCOMPARE(outcome(m_tables->updateAllDataTable()), u"ok"_s);
-    QTRY_COMPARE(m_server->requests(u"/app/resources/PCSkin"_s), 1);
-    QCOMPARE(m_server->targets().size(), all);
-    QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), all - 1);
-    QCOMPARE(outcome(m_tables->updateAllDataTable()), u"ok"_s);
-    QTRY_COMPARE(m_server->requests(u"/app/resources/PCSkin"_s), 2);
-    QCOMPARE(m_server->targets().size(), all + 1);
-}
-
-void tst_update::allTablesWithOneFailing()
-{
-    m_server->fail(u"/app/resources/PublicConfig"_s, 404);
-    m_server->fail(u"/app/resources/SystemConfig"_s, 404);
-    m_server->hold(u"/app/resources/CS_PkRankInfo"_s);
-    const LogLines log;
-    QCOMPARE(outcome(m_tables->updateAllDataTable()), u"网络不给力，请重试"_s);
-    m_server->release(u"/app/resources/CS_PkRankInfo"_s);
-    QTRY_COMPARE(WorkFolder::files(u"res/dataTable"_s).size(), TableCatalogue::types().size() - 2);
-    QVERIFY(QFile::exists(pathOf(Table::CS_PkRankInfo)));
-    QCOMPARE(LogLines::count(u"更新静态表出错"_s), 1);
-    QCOMPARE(LogLines::count(refused + u" PublicConfig"_s), 1);
-    QCOMPARE(LogLines::count(refused + u" SystemConfig"_s), 1);
-}
-
-void tst_update::changedGiftTable()
-{
-    m_server->serve(giftAddress, giftTable("rose"));
-    QCOMPARE(outcome(m_tables->updateGiftDataTable()), u"ok"_s);
-    const QString path = pathOf(Table::CS_GiftList);
-    const LogLines log;
-    QCOMPARE(outcome(m_tables->updateGiftDataTable()), u"数据没变化"_s);
-    QCOMPARE(LogLines::lines(),
-             QStringList {u"数据没变化 updateGiftDataTable "_s + m_server->baseUrl() + giftAddress
-                          + u"?0"_s});
-    QCOMPARE(WorkFolder::read(path), giftTable("rose"));
-    QCOMPARE(m_server->targets().size(), 2);
-    m_server->serve(giftAddress, "[]");
-    QVERIFY(outcome(m_tables->updateGiftDataTable()).startsWith(u"数据表解析失败"_s));
-    QCOMPARE(WorkFolder::read(path), giftTable("rose"));
-}
-
-void tst_update::loadGiftTable()
-{
-    m_server->serve(giftAddress, giftTable("lily"));
-    m_tables->setTableVersion(Table::CS_GiftList, 58, false);
-    const LogLines log;
-    m_tables->loadGiftTable();
-    QTRY_COMPARE(LogLines::count(u"礼物数据表加载成功 "_s), 1);
-    QCOMPARE(ZGiftListMgr::getInstance()->getGiftNameById(u"G1"_s), u"lily"_s);
-
-    m_server->serve(giftAddress, plainTable); // a table, but not of gifts
-    m_tables->loadGiftTable();
-    QTRY_COMPARE(LogLines::count(u"礼物数据表加载失败 "_s), 1);
-    QVERIFY(!QFile::exists(pathOf(Table::CS_GiftList)));
-    QCOMPARE(ZGiftListMgr::getInstance()->getGiftNameById(u"G1"_s), u"lily"_s);
-}
-
-void tst_update::downloads()
-{
-    const QString url = m_server->baseUrl() + u"/pic?138"_s;
-    const QString path = u"new/folder/picture"_s;
-    m_server->serve(u"/pic"_s, "one");
-    QCOMPARE(outcome(m_tables->downloadFile(path, url, true)), u"ok"_s);
-    m_server->serve(u"/pic"_s, "two");
-    QCOMPARE(outcome(m_tables->downloadFile(path, url, true)), u"ok"_s);
-    QCOMPARE(m_server->targets(), QStringList {u"/pic?138"_s});
-    QCOMPARE(WorkFolder::read(path), QByteArray("one"));
-    QCOMPARE(outcome(m_tables->downloadFile(path, url, false)), u"ok"_s);
-    QCOMPARE(WorkFolder::read(path), QByteArray("two"));
-    m_server->serve(u"/pic"_s, QByteArray());
-    QCOMPARE(outcome(m_tables->downloadFile(path, url, false)), u"ok"_s);
-    QCOMPARE(WorkFolder::read(path), QByteArray("two"));
-
-    m_server->fail(u"/pic"_s, 404);
-    const QString failure = outcome(m_tables->downloadFile(path, url, false));
-    QVERIFY2(failure.contains(u"/pic"_s) && !failure.contains(u"138"_s), qPrintable(failure));
-    QVERIFY2(!failure.endsWith(u" with a code"_s), "the status is not passed on");
-    m_server->serve(u"/pic"_s, "three");
-    const QString unwritable = outcome(m_tables->downloadFile(u"new/folder"_s, url, false));
-    QVERIFY2(unwritable.startsWith(u"Cannot write new/folder: "_s), qPrintable(unwritable));
-    QVERIFY(outcome(m_tables->downloadFile(QString(), QString(), true)) != u"ok"_s);
-}
 
 QTEST_GUILESS_MAIN(tst_update)
 

@@ -1,9 +1,8 @@
 #include "chat/WordFilter.h"
 #include "chat/ZSensitiveWordsInfoListMgr.h"
 #include "support/Cases.h"
-#include "support/Literals.h"
 #include "support/LogLines.h"
-#include "support/WorkFolder.h"
+#include "support/Tables.h"
 
 #include "../bench/LiteralWordFilter.h"
 #include "../bench/RandomWordLists.h"
@@ -95,12 +94,12 @@ private:
     WorkFolder m_folder;
     ZSensitiveWordsInfoListMgr* m_manager = ZSensitiveWordsInfoListMgr::getInstance();
 
-    QString table(const QStringList& words)
+    static QString table(const QStringList& words)
     {
-        QVector<QJsonValue> rows {QJsonValue()};
+        QJsonArray rows {QJsonValue()};
         for (const QString& word : words)
             rows.append(QJsonArray {word});
-        return m_folder.writeTable({u"key"_s}, rows);
+        return tableOf(u"key"_s, rows);
     }
 
 private Q_SLOTS:
@@ -251,7 +250,7 @@ private Q_SLOTS:
         QCOMPARE(m_manager->getSensitiveWordsMap().keys(), QStringList {u"one"_s});
         QCOMPARE(m_manager->sensitiveWordsCheck(u"one two"_s), u"* *"_s);
 
-        const QString noColumn = m_folder.writeTable({u"word"_s}, {QJsonArray {u"x"_s}});
+        const QString noColumn = tableOf(u"word"_s, QByteArray(QByteArray(QByteArray("[['x']]"))));
         QVERIFY(!m_manager->loadSensitiveWordsInfoListTable(noColumn));
         QVERIFY(!m_manager->loadNewSensitiveWordsInfoListTable(u"missing"_s));
         QCOMPARE(m_manager->sensitiveWordsCheck(u"one two"_s), u"* *"_s);
@@ -261,7 +260,7 @@ private Q_SLOTS:
         QCOMPARE(m_manager->sensitiveWordsCheck(u"one two"_s), u"one *"_s);
 
         // A cell that is no text is the empty word.
-        const QString number = m_folder.writeTable({u"key"_s}, {QJsonArray {7}});
+        const QString number = tableOf(u"key"_s, QByteArray("[[7]]"));
         QVERIFY(m_manager->loadNewSensitiveWordsInfoListTable(number));
         QCOMPARE(m_manager->sensitiveWordsCheck(u"two"_s), u"*t*w*o*"_s);
         QCOMPARE(ZSensitiveWordsInfoListMgr::declaration().recordCount(), 0);

@@ -29,21 +29,12 @@ LogLines::~LogLines()
     collected.clear();
 }
 
-QStringList LogLines::lines()
-{
-    const QMutexLocker lock(&mutex);
-    QStringList lines;
-    for (const auto& line : qAsConst(collected))
-        lines.append(line.second);
-    return lines;
-}
-
-QStringList LogLines::lines(QtMsgType level)
+QStringList LogLines::lines(int level)
 {
     const QMutexLocker lock(&mutex);
     QStringList lines;
     for (const auto& line : qAsConst(collected)) {
-        if (line.first == level)
+        if (level < 0 || line.first == level)
             lines.append(line.second);
     }
     return lines;

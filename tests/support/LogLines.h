@@ -10,9 +10,7 @@ public:
     ~LogLines();
     Q_DISABLE_COPY(LogLines)
 
-    /** The lines so far, in order, without level or category. */
-    static QStringList lines();
-    /** Those of one level. */
-    static QStringList lines(QtMsgType level);
+    /** The lines so far, of one level or of all, in order, without level or category. */
+    static QStringList lines(int level = -1);
     static int count(const QString& part);
 };

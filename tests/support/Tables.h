@@ -77,7 +77,8 @@ inline QByteArray tableBytes(const TableStatus& status, const QString& columns,
 }
 
 /** The same as a file of its own in the working folder, whose path is answered. */
-inline QString tableOf(const QString& columns, const QByteArray& rows)
+template <class Rows>
+QString tableOf(const QString& columns, const Rows& rows)
 {
     static int tables = 0;
     return WorkFolder::write(u"table_%1"_s.arg(++tables), tableBytes(columns, rows));

@@ -42,11 +42,6 @@ QByteArray WorkFolder::table(const QStringList& columns, const QVector<QJsonValu
         .toJson(QJsonDocument::Compact);
 }
 
-QString WorkFolder::writeTable(const QStringList& columns, const QVector<QJsonValue>& rows)
-{
-    return write(QStringLiteral("table-%1").arg(++m_tables), table(columns, rows));
-}
-
 QStringList WorkFolder::files(const QString& folder)
 {
     QStringList found;

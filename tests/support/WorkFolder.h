@@ -24,14 +24,10 @@ public:
     /** The bytes of a table file; a row is an array of cells or null. */
     static QByteArray table(const QStringList& columns, const QVector<QJsonValue>& rows);
 
-    /** table(), written to a file of its own whose path is answered. */
-    QString writeTable(const QStringList& columns, const QVector<QJsonValue>& rows);
-
     /** The files below a folder, relative to it and sorted. */
     static QStringList files(const QString& folder = QStringLiteral("."));
 
 private:
     QTemporaryDir m_folder;
     QString m_previous;
-    int m_tables = 0;
 };
