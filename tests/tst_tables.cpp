@@ -81,12 +81,8 @@ private Q_SLOTS:
     void kinds()
     {
         ZDataTableMgr* tables = ZDataTableMgr::getInstance();
-        int read = 0;
-        for (const TableStatus& status : tables->getTableStatuses()) {
+        for (const TableStatus& status : tables->getTableStatuses())
             QCOMPARE(status.state, TableStatus::NotLoaded);
-            read += status.declaration != nullptr ? 1 : 0;
-        }
-        QCOMPARE(read, 31); // each of them has its case of loading
         QVERIFY(!tables->loadTable(EDataTable::CS_PkRankInfo)); // nobody reads it
         QVERIFY(!tables->loadTable(EDataTable::EDataTableType(-1)));
         QVERIFY(!tables->loadUnversionedTable(u"no table"_s, u"path"_s));
@@ -94,7 +90,14 @@ private Q_SLOTS:
         QCOMPARE(tables->getTableStatus(EDataTable::Doutu).state, TableStatus::NotLoaded);
     }
 
-    void loading_data() { Cases::rows("tables"); }
+    void loading_data()
+    {
+        const QStringList special = Cases::rows("tables");
+        for (const TableStatus& status : ZDataTableMgr::getInstance()->getTableStatuses()) {
+            if (status.declaration != nullptr && !special.contains(status.table))
+                QTest::newRow(qPrintable(status.table)) << status.table + u"加载完毕"_s;
+        }
+    }
 
     /**
      * Beside the table's state, what a load says on the debug channel; signals are among it by the

@@ -49,11 +49,12 @@ ColumnType typeOf(const QJsonArray& cases, int column)
 
 } // namespace
 
-void Cases::rows(const char* file)
+QStringList Cases::rows(const char* file)
 {
     const QJsonArray cases = casesOf(file, QTest::currentTestFunction());
     const QJsonArray names = cases.first().toArray();
     static QByteArrayList kept; // the table keeps pointers only
+    QStringList tags;
     QVector<ColumnType> types;
     for (int column = 1; column < names.size(); ++column) {
         types.append(typeOf(cases, column));
@@ -64,7 +65,8 @@ void Cases::rows(const char* file)
         const QJsonArray row = cases.at(at).toArray();
         if (row.size() != names.size())
             qFatal("%s: case %d has %d cells", file, at, row.size());
-        QTestData& data = QTest::newRow(qPrintable(row.first().toString()));
+        tags.append(row.first().toString());
+        QTestData& data = QTest::newRow(qPrintable(tags.last()));
         for (int i = 0; i < types.size(); ++i) {
             QVariant cell = QVariant::fromValue(row.at(i + 1));
             if (types.at(i).fits != nullptr)
@@ -73,6 +75,7 @@ void Cases::rows(const char* file)
             data.append(types.at(i).type, cell.constData());
         }
     }
+    return tags;
 }
 
 QByteArray Cases::bytes(const QString& text)

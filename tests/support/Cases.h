@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QJsonArray>
-#include <QString>
+#include <QStringList>
 
 /**
  * Cases that are data: tests/data/NAME.json has, by test function, a list whose first element names
@@ -10,8 +10,8 @@
  */
 namespace Cases {
 
-/** For the data function of a test. */
-void rows(const char* file);
+/** For the data function of a test; answers the tags. */
+QStringList rows(const char* file);
 
 /** The text in UTF-8, but a character from U+0080 to U+00FF as that byte. */
 QByteArray bytes(const QString& text);
