@@ -13,15 +13,15 @@ QString cache()
     return QStringLiteral("res/");
 }
 
-void tellOnce(const QString& path)
+void tellOnce(const QString& text)
 {
     static QMutex mutex;
     static QSet<QString> told;
     const QMutexLocker lock(&mutex);
-    if (told.contains(path))
+    if (told.contains(text))
         return;
-    told.insert(path);
-    qWarning().noquote() << QStringLiteral("not used, it leads out of the cache:") << path;
+    told.insert(text);
+    qWarning().noquote() << text;
 }
 
 } // namespace
@@ -33,8 +33,16 @@ bool CachePaths::staysInCache(const QString& path)
 
 bool CachePaths::mayBeUsed(const QString& path)
 {
-    if (!path.startsWith(cache()) || staysInCache(path))
-        return true;
-    tellOnce(path);
-    return false;
+    const bool may = !path.startsWith(cache()) || staysInCache(path);
+    if (!may)
+        tellOnce(QStringLiteral("not used, it leads out of the cache: ") + path);
+    return may;
+}
+
+bool CachePaths::mayBeName(const QString& name)
+{
+    const QString fault = FileNames::fault(name);
+    if (!fault.isEmpty())
+        tellOnce(QStringLiteral("not used, it %1: %2").arg(fault, name));
+    return fault.isEmpty();
 }

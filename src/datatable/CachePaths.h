@@ -22,4 +22,10 @@ ZGLOBAL_EXPORT bool staysInCache(const QString& path);
  */
 bool mayBeUsed(const QString& path);
 
+/**
+ * Whether a name out of a table may be that of one file or folder: without a separator, and good on
+ * every system. The log tells of one that may not, once.
+ */
+bool mayBeName(const QString& name);
+
 } // namespace CachePaths

@@ -13,7 +13,7 @@
 
 #include <QDebug>
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QThreadPool>
 #include <QUrl>
 
@@ -157,7 +157,7 @@ void ZFlashConfigMgr::loadFlash()
 bool ZFlashConfigMgr::isPresent(const QString& flashName) const
 {
     const auto known = m_infos.constFind(flashName);
-    return known != m_infos.constEnd() && QFile::exists(descriptionOf(*known));
+    return known != m_infos.constEnd() && QFileInfo(descriptionOf(*known)).isFile();
 }
 
 QString ZFlashConfigMgr::getFailure(const QString& flashName) const
@@ -171,8 +171,12 @@ void ZFlashConfigMgr::sltDownLoadFlash()
     pass->tableVersion = tableVersionNow();
     qInfo().noquote() << QStringLiteral("开始下载flash") << pass->tableVersion;
     for (const ZFlashConfigInfo& info : qAsConst(m_infos)) {
-        if (!isPresent(info.flashName) && CachePaths::mayBeUsed(descriptionOf(info)))
+        if (isPresent(info.flashName))
+            continue;
+        if (CachePaths::mayBeName(info.flashName + QStringLiteral(".flajson")))
             download(info, pass);
+        else
+            m_failures.insert(info.flashName, QStringLiteral("no file may have this name"));
     }
     if (pass->started == 0) {
         Q_EMIT sigDownloadFlash();
