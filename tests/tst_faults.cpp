@@ -213,11 +213,12 @@ private:
                 if (isDescription && now.contains(path) && other.startsWith(folder)
                     && !now.contains(other))
                     return path + u" is there without "_s + other;
-            if (!now.contains(path) || m_before.value(path) == now[path]
-                || after.value(path) == now[path])
+            const QByteArray is = now.value(path, "gone");
+            if (!now.contains(path) || m_before.value(path, "none") == is
+                || after.value(path, "none") == is)
                 continue;
             if (!leftovers || !path.contains(QRegularExpression(u"_temp_|\\.whole-|\\.unpack-"_s)))
-                return u"%1 has %2 bytes"_s.arg(path).arg(now[path].size());
+                return u"%1 has %2 bytes"_s.arg(path).arg(is.size());
         }
         return {};
     }
@@ -520,6 +521,13 @@ void tst_faults::kills()
         begin(job);
         const auto process = child(job, environment);
         QTRY_COMPARE_WITH_TIMEOUT(process->state(), QProcess::NotRunning, 60000);
+        // One killed before its name was in its lock counts for ten minutes: let them be over.
+        for (const QString& path : WorkFolder::files()) {
+            QFile lock(path);
+            if (path.endsWith(u".lock"_s) && lock.open(QIODevice::ReadWrite))
+                lock.setFileTime(QDateTime::currentDateTime().addSecs(-660),
+                                 QFileDevice::FileModificationTime);
+        }
         const QByteArray what = process->readAllStandardError()
             + environment.value(u"ZGLOBAL_FAULT_CALL"_s).toLatin1() + ' '
             + environment.value(u"ZGLOBAL_FAULT_AT"_s).toLatin1();
