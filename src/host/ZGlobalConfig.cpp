@@ -28,7 +28,12 @@ QString readWhole(const QString& path, QByteArray& bytes)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return file.errorString();
-    bytes = file.read(HostLimits::maxTableBytes + 1);
+    constexpr qint64 block = 256 * 1024; // what is asked for is allocated, there or not
+    QByteArray more;
+    do {
+        more = file.read(qMin(block, HostLimits::maxTableBytes + 1 - bytes.size()));
+        bytes += more;
+    } while (!more.isEmpty() && bytes.size() <= HostLimits::maxTableBytes);
     return file.error() == QFileDevice::NoError ? QString() : file.errorString();
 }
 

@@ -8,7 +8,7 @@
 #include "host/ZImageCacheUtil.h"
 #include "presentation/EmbeddedPages.h"
 
-#include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QUrlQuery>
 
@@ -139,7 +139,7 @@ QStringList ZBannerMgr::getMissingImageUrls()
     QStringList missing;
     for (const ZBannerInfo& info : qAsConst(m_banners)) {
         const bool hasPicture = info.bannerType == 1 || info.bannerType == 2;
-        if (hasPicture && !QFile::exists(getBannerImagePathById(info.id)))
+        if (hasPicture && !QFileInfo(getBannerImagePathById(info.id)).isFile())
             missing.append(getBannerImageUrlById(info.id));
     }
     return missing;
