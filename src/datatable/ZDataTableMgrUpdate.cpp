@@ -188,9 +188,10 @@ QPromise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString
     };
     if (!CachePaths::mayBeUsed(path))
         return refused(QStringLiteral("%1 leads out of the cache").arg(path));
-    if (reuseExisting && QFileInfo(path).size() > 0)
+    const QFileInfo there(path);
+    if (reuseExisting && there.isFile() && there.size() > 0)
         return QPromise<QString>::resolve(path);
-    const QString folder = QFileInfo(path).path();
+    const QString folder = there.path();
     if (!QDir(folder).exists())
         QDir().mkpath(folder);
     const QUrl address(url);
