@@ -1,29 +1,26 @@
 #include "client/ZGlobalClient.h"
 #include "datatable/CachePaths.h"
 #include "datatable/TableCatalogue.h"
-#include "datatable/ZDataTableMgr.h"
 #include "effect/ZFlashConfigMgr.h"
 #include "faults/Faults.h"
 #include "gift/ZGiftListMgr.h"
 #include "host/ZGlobalConfig.h"
 #include "host/zErrorInfo.h"
 #include "presentation/ZBannerMgr.h"
+#include "support/Cases.h"
 #include "support/HttpServer.h"
-#include "support/Literals.h"
 #include "support/LogLines.h"
 #include "support/Tables.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QStorageInfo>
 #include <QtTest>
 
 #include <csignal>
 #include <numeric>
-#include <sys/mount.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
+using QtPromise::QPromise;
 using Tree = QMap<QString, QByteArray>; // path and content
 using Table = EDataTable;
 
@@ -32,8 +29,8 @@ namespace {
 const QByteArray bulk(60 * 1000, ' ');
 const QStringList jobs {u"update"_s, u"gift"_s,          u"flash"_s, u"pictures"_s,
                         u"save"_s,   u"configuration"_s, u"tidy"_s};
+const int changes[] {4, 1, 10, 2, 1, 1, 6}; // of files, by each of them
 const QVector<Table::EDataTableType> changed {Table::Message, Table::Doutu, Table::PCSkin};
-const QString gifts = u"/app/resources/CS_GiftList"_s;
 
 bool soaks()
 {
@@ -43,11 +40,6 @@ bool soaks()
 ZDataTableMgr* tables()
 {
     return ZDataTableMgr::getInstance();
-}
-
-QString pathOf(Table::EDataTableType type)
-{
-    return u"res/dataTable/"_s + tables()->getTableFileName(type);
 }
 
 QByteArray tableFor(const TableDeclaration& declaration, const QByteArray& rows)
@@ -60,14 +52,16 @@ QByteArray archive(const QByteArray& name)
 {
     QByteArray all;
     for (const QByteArray& file : {name + ".flajson", QByteArray("a"), QByteArray("b"), name}) {
-        QByteArray head = file.leftJustified(100, '\0') + QByteArray("0000644\0", 8)
-            + QByteArray("0000000\0", 8) + QByteArray("0000000\0", 8)
-            + QByteArray::number(bulk.size(), 8).rightJustified(11, '0') + '\0'
-            + QByteArray("00000000000\0", 12) + "        0" + QByteArray(100, '\0')
-            + QByteArray("ustar\00000", 8);
-        head = head.leftJustified(512, '\0');
+        QByteArray head(512, '\0');
+        const auto put = [&](int at, const QByteArray& text) {
+            head.replace(at, text.size(), text);
+        };
+        put(0, file);
+        put(124, QByteArray::number(bulk.size(), 8).rightJustified(11, '0'));
+        put(148, "        0");
+        put(257, "ustar");
         const int sum = std::accumulate(head.cbegin(), head.cend(), 0);
-        head.replace(148, 8, QByteArray::number(sum, 8).rightJustified(6, '0') + '\0' + ' ');
+        put(148, QByteArray::number(sum, 8).rightJustified(6, '0'));
         all += head + bulk.leftJustified((bulk.size() + 511) / 512 * 512, '\0');
     }
     return all + QByteArray(1024, '\0');
@@ -81,13 +75,22 @@ Tree tree()
     return all;
 }
 
+QStringList differing(const Tree& one, const Tree& other)
+{
+    QStringList paths;
+    for (const QString& path : one.keys() + other.keys())
+        if (one.value(path, "none") != other.value(path, "none") && !paths.contains(path))
+            paths.append(path);
+    return paths;
+}
+
 /** What every job begins with. */
 void write(const Tree& files)
 {
-    for (const QString& name :
-         QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot))
-        QFileInfo(name).isDir() && !QFileInfo(name).isSymLink() ? QDir(name).removeRecursively()
-                                                                : QFile::remove(name);
+    for (const QFileInfo& entry : QDir().entryInfoList(QDir::AllEntries | QDir::Hidden
+                                                       | QDir::System | QDir::NoDotAndDotDot))
+        entry.isDir() && !entry.isSymLink() ? QDir(entry.filePath()).removeRecursively()
+                                            : QFile::remove(entry.filePath());
     for (auto file = files.begin(); file != files.end(); ++file)
         WorkFolder::write(file.key(), file.value());
 }
@@ -105,66 +108,62 @@ void configure(const QString& base)
         qFatal("the tables of the test cannot be loaded");
 }
 
+QPromise<void> start(const QString& job, ZGlobalClient& client)
+{
+    const auto told = [](const QString& what) {
+        return what.isEmpty() ? QPromise<void>::resolve()
+                              : QPromise<void>::reject(zErrorInfo(what, 0));
+    };
+    if (job == u"update"_s)
+        return client.updateTables().then([told](const ZUpdateResult& result) {
+            QString said;
+            for (const ZClientFailure& failure : result.failures)
+                said += failure.what + u": "_s + failure.why + u'\n';
+            return told(said);
+        });
+    if (job == u"gift"_s)
+        return tables()->updateGiftDataTable();
+    if (job == u"pictures"_s)
+        return client.fetchPictures();
+    if (job == u"tidy"_s)
+        return client.tidy();
+    if (job == u"save"_s) {
+        QMetaObject::invokeMethod(tables(), "writeLocalVersion", Qt::QueuedConnection);
+        return QtPromise::connect(tables(), &ZDataTableMgr::sigVersionsSaved).then([told](bool ok) {
+            return told(ok ? QString() : u"not saved"_s);
+        });
+    }
+    if (job == u"flash"_s) {
+        ZFlashConfigMgr& flashes = ZFlashConfigMgr::getInstance();
+        QMetaObject::invokeMethod(&flashes, "sltDownLoadFlash", Qt::QueuedConnection);
+        return QtPromise::connect(&flashes, &ZFlashConfigMgr::sigPassEnded).then([&, told](int) {
+            QString said;
+            for (const ZFlashConfigInfo& flash : flashes.getMessageMap())
+                if (!flashes.isPresent(flash.flashName))
+                    said += flashes.getFailure(flash.flashName);
+            return told(said);
+        });
+    }
+    QString error;
+    client.open(u"."_s, {{u"key"_s, QString::fromUtf8(bulk)}}, &error);
+    return told(error);
+}
+
 /** What went wrong, in the library's words; empty when nothing did. */
 QString run(const QString& job, ZGlobalClient& client)
 {
-    QStringList said;
+    QString said = u"never ended"_s;
     bool ended = false;
-    const auto end = [&] { ended = true; };
-    const auto failed = [&](const zErrorInfo& error) { said.append(error.message()), end(); };
-    ZFlashConfigMgr& flashes = ZFlashConfigMgr::getInstance();
     const LogLines log;
-    QObject here;
-    if (job == u"update"_s)
-        client.updateTables()
-            .then([&](const ZUpdateResult& result) {
-                for (const ZClientFailure& failure : result.failures)
-                    said.append(failure.what + u": "_s + failure.why);
-                end();
-            })
-            .fail(failed);
-    if (job == u"pictures"_s)
-        client.fetchPictures().then(end).fail(failed);
-    if (job == u"configuration"_s) {
-        QString error;
-        if (!client.open(u"."_s, {{u"key"_s, QString::fromUtf8(bulk)}}, &error))
-            said.append(error);
-        end();
-    }
-    if (job == u"save"_s) {
-        QObject::connect(tables(), &ZDataTableMgr::sigVersionsSaved, &here, [&](bool ok) {
-            if (!ok)
-                said.append(u"not saved"_s);
-            end();
-        });
-        QMetaObject::invokeMethod(tables(), "writeLocalVersion"); // at once, not in a second
-    }
-    if (job == u"flash"_s) {
-        QObject::connect(&flashes, &ZFlashConfigMgr::sigPassEnded, &here, [&] {
-            for (const ZFlashConfigInfo& flash : flashes.getMessageMap()) {
-                if (!flashes.isPresent(flash.flashName))
-                    said.append(flashes.getFailure(flash.flashName));
-            }
-            end();
-        });
-        QMetaObject::invokeMethod(&flashes, "sltDownLoadFlash");
-    }
-    if (job == u"tidy"_s)
-        client.tidy().then(end).fail(failed);
-    if (job == u"gift"_s)
-        tables()->loadGiftTable();
+    start(job, client).then([&] { said.clear(), ended = true; }).fail([&](const zErrorInfo& error) {
+        said = error.message() == u"数据没变化"_s ? QString() : error.message(), ended = true;
+    });
     QTimer look;
     look.start(5);
     const QDeadlineTimer limit(60000);
-    while (!ended && !limit.hasExpired()) {
+    while (!ended && !limit.hasExpired())
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-        for (const char* words : {"礼物数据表加载成功", "数据没变化", "礼物数据表加载失败",
-                                  "保存静态表失败", "静态表下载错误"})
-            ended = ended || (job == u"gift"_s && LogLines::count(QString::fromUtf8(words)) > 0);
-    }
-    const QRegularExpression failures(job == u"gift"_s ? u"失败|错误"_s : u"^tidy .*result=0"_s);
-    said += LogLines::lines().filter(failures);
-    return ended ? said.join(u'\n') : u"never ended"_s;
+    return said + LogLines::lines().filter(QRegularExpression(u"^tidy .*result=0"_s)).join(u'\n');
 }
 
 } // namespace
@@ -188,63 +187,62 @@ private:
 
     void begin(const QString& job)
     {
+        const QString gifts = u"/app/resources/CS_GiftList"_s;
         write(m_before);
         Faults::arm({}, root().constData()); // syncs do not wait for the disk
-        m_server.serve(gifts, m_before[pathOf(Table::CS_GiftList)]);
+        m_server.serve(gifts, tableFor(ZGiftListMgr::declaration(), "[{'giftId': 'first'}]"));
         if (job != u"gift"_s)
             return;
         // A gift table that came in once is not stored a second time.
-        const QByteArray body = tableFor(ZGiftListMgr::declaration(), "[{'giftId': 'next'}]");
         run(job, m_client);
-        m_server.serve(gifts, body + bulk);
+        m_server.serve(gifts, tableFor(ZGiftListMgr::declaration(), "[{'giftId': 'next'}]") + bulk);
     }
 
     /** What must not be, in the tree as it is now. */
-    QString faultOf(const QString& job, bool leftovers) const
+    QString faultOf(const Tree& after, bool leftovers) const
     {
         const Tree now = tree();
-        const Tree& after = m_after[job];
         for (const QString& path : now.keys() + m_before.keys()) {
-            const bool isDescription = path.endsWith(u".flajson"_s);
-            const QString folder = path.section(u'/', 0, -2) + u'/';
             if (!now.contains(path) && after.contains(path))
                 return path + u" is gone"_s;
+            if (!now.contains(path))
+                continue;
+            const QString folder = path.section(u'/', 0, -2) + u'/';
             for (const QString& other : (m_before.contains(path) ? m_before : after).keys())
-                if (isDescription && now.contains(path) && other.startsWith(folder)
+                if (path.endsWith(u".flajson"_s) && other.startsWith(folder)
                     && !now.contains(other))
                     return path + u" is there without "_s + other;
-            const QByteArray is = now.value(path, "gone");
-            if (!now.contains(path) || m_before.value(path, "none") == is
-                || after.value(path, "none") == is)
-                continue;
-            if (!leftovers || !path.contains(QRegularExpression(u"_temp_|\\.whole-|\\.unpack-"_s)))
+            const QByteArray is = now[path];
+            if (is != m_before.value(path, "none") && is != after.value(path, "none")
+                && !(leftovers
+                     && path.contains(QRegularExpression(u"_temp_|\\.whole-|\\.unpack-"_s))))
                 return u"%1 has %2 bytes"_s.arg(path).arg(is.size());
         }
         return {};
     }
 
-    /** What is wrong after a run that said this; the next one is on a healthy machine. */
-    QString judge(const QString& job, const QString& said, bool leftovers)
+    /** Fails when a run that said this went wrong; the next one is on a healthy machine. */
+    void judge(const QString& job, const QString& said, bool leftovers, const QByteArray& what = {})
     {
-        QString fault = faultOf(job, leftovers);
-        if (fault.isEmpty() && said.contains(u"never ended"_s))
-            fault = said;
-        if (fault.isEmpty() && said.isEmpty() && !leftovers && tree() != m_after[job])
-            fault = u"nothing is told"_s;
+        const Tree& after = m_after[job];
+        QStringList faults {faultOf(after, leftovers)};
+        if (said == u"never ended"_s || (said.isEmpty() && !leftovers && tree() != after))
+            faults += u"nothing is told"_s;
         Faults::arm({}, root().constData());
-        const QString again = run(job, m_client);
-        if (fault.isEmpty() && !again.isEmpty())
-            fault = u"afterwards: "_s + again;
-        const Tree now = tree();
-        for (const QString& path : now.keys() + m_after[job].keys()) {
-            const bool isRight = now.value(path) == m_after[job].value(path);
-            if (fault.isEmpty() && !isRight && !(leftovers && !m_after[job].contains(path)))
-                fault = path + u" is not right afterwards"_s;
-        }
-        return fault.isEmpty() ? fault : u"%1 (told: %2)"_s.arg(fault, said);
+        faults += run(job, m_client);
+        Tree now = tree();
+        for (const QString& path : now.keys())
+            if (leftovers && !after.contains(path))
+                now.remove(path);
+        faults += differing(now, after);
+        faults.removeAll(QString());
+        QVERIFY2(faults.isEmpty(),
+                 what + ": " + faults.join(u", "_s).toUtf8() + " after " + said.toUtf8());
     }
 
-    std::unique_ptr<QProcess> child(const QString& job, const QProcessEnvironment& environment)
+    std::unique_ptr<QProcess>
+    child(const QString& job,
+          const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
     {
         auto process = std::make_unique<QProcess>();
         process->setProcessEnvironment(environment);
@@ -268,12 +266,15 @@ private Q_SLOTS:
 
     void failingCalls_data();
     void failingCalls();
-    void noRoom_data() { jobRows(jobs.mid(0, 6), {u"full disk"_s, u"file-size limit"_s}); }
+    void noRoom_data() { jobRows(jobs.mid(0, 6), {u"file-size limit"_s}); }
     void noRoom();
-    void inTheWay_data() { jobRows(jobs.mid(0, 6), {u"write-protected"_s, u"folder"_s}); }
+    void inTheWay_data()
+    {
+        jobRows({u"update"_s, u"gift"_s, u"flash"_s, u"save"_s, u"configuration"_s}, {u"folder"_s});
+    }
     void inTheWay();
     void links();
-    void hostileNames_data();
+    void hostileNames_data() { Cases::rows("faults"); }
     void hostileNames();
     void kills_data() { jobRows(jobs, {u"killed"_s}); }
     void kills();
@@ -308,39 +309,30 @@ void tst_faults::initTestCase()
             m_server.serve(u"/app/resources/"_s + status.table,
                            tableFor(*status.declaration, "[]") + bulk);
     }
+    ZGlobalConfig::getInstance().setConfig(u"cmsServer"_s, m_server.baseUrl() + u'/');
+    ZGlobalConfig::getInstance().setConfig(u"ServerType"_s, u"1002"_s);
     for (const Table::EDataTableType type : TableCatalogue::types()) {
         m_server.serve(u"/app/resources/"_s + TableCatalogue::name(type),
                        gift + (changed.contains(type) ? bulk : QByteArray()));
         tables()->setTableVersion(type, 1, false);
+        m_before[u"res/dataTable/"_s + tables()->getTableFileName(type)] = gift;
     }
-    ZGlobalConfig::getInstance().setConfig(u"cmsServer"_s, m_server.baseUrl() + u'/');
-    ZGlobalConfig::getInstance().setConfig(u"ServerType"_s, u"1002"_s);
-    for (const Table::EDataTableType type : TableCatalogue::types())
-        m_before[pathOf(type)] = gift;
     write(m_before);
     configure(m_server.baseUrl());
-
-    const QMap<QString, int> changes {{u"update"_s, 4},   {u"gift"_s, 1}, {u"flash"_s, 10},
-                                      {u"pictures"_s, 2}, {u"save"_s, 1}, {u"configuration"_s, 1},
-                                      {u"tidy"_s, 6}};
     for (const QString& job : jobs) {
         begin(job);
         QCOMPARE(run(job, m_client), QString());
-        const Tree after = tree();
-        int different = 0;
-        QStringList paths = after.keys() + m_before.keys();
-        paths.removeDuplicates();
-        for (const QString& path : qAsConst(paths))
-            different += after.value(path) != m_before.value(path) ? 1 : 0;
-        QCOMPARE(different, changes[job]);
-        m_after[job] = after;
+        m_after[job] = tree();
+        QCOMPARE(differing(m_after[job], m_before).size(), changes[jobs.indexOf(job)]);
     }
 }
 
 void tst_faults::failingCalls_data()
 {
-    jobRows(jobs,
-            {u"open"_s, u"write"_s, u"rename"_s, u"unlink"_s, u"mkdir"_s, u"sync"_s, u"close"_s});
+    QStringList calls;
+    for (int call = 0; call < Faults::callKinds; ++call)
+        calls.append(QString::fromLatin1(Faults::name(Faults::Call(call))));
+    jobRows(jobs, calls);
 }
 
 void tst_faults::failingCalls()
@@ -354,27 +346,21 @@ void tst_faults::failingCalls()
     Faults::arm(fault, root().constData());
     run(job, m_client);
     const int calls = Faults::disarm();
-    const int step = soaks() ? 1 : calls / 2 + 1;
+    // What others open, close and lock may fail unnoticed; what is stored may not.
+    const bool stores = job != u"flash"_s && job != u"tidy"_s
+        && (how == u"write"_s || how == u"rename"_s || how == u"sync"_s);
     for (const int times : {1, Faults::forGood}) {
         fault.times = times;
-        for (fault.at = 1; fault.at <= calls; fault.at += step) {
+        for (fault.at = 1; fault.at <= calls; fault.at += soaks() ? 1 : calls / 2 + 1) {
             begin(job);
             Faults::arm(fault, root().constData());
             const QString said = run(job, m_client);
             Faults::disarm();
-            // A gift table that cannot be read back is meant to go; the next update fetches it.
-            if (said.contains(u"礼物数据表加载失败"_s))
-                continue;
-            // What others open, close and lock may fail unnoticed; what is stored may not.
-            const bool matters = job != u"flash"_s && job != u"tidy"_s
-                && (fault.call == Faults::Write || fault.call == Faults::Rename
-                    || fault.call == Faults::Sync);
-            QVERIFY2(!matters || !said.isEmpty(), qPrintable(QString::number(fault.at)));
-            const QString wrong = judge(job, said, fault.call == Faults::Unlink);
-            QVERIFY2(wrong.isEmpty(),
-                     qPrintable(u"%1 of %2, %3: "_s.arg(fault.at).arg(calls).arg(
-                                    fault.times == 1 ? u"once"_s : u"for good"_s)
-                                + wrong));
+            const QString what = u"%1 of %2, %3 times"_s.arg(fault.at).arg(calls).arg(times);
+            QVERIFY2(!stores || !said.isEmpty(), qPrintable(what));
+            judge(job, said, fault.call == Faults::Unlink, what.toUtf8());
+            if (QTest::currentTestFailed())
+                return;
         }
     }
 }
@@ -382,70 +368,38 @@ void tst_faults::failingCalls()
 void tst_faults::noRoom()
 {
     QFETCH(QString, job);
-    QFETCH(QString, how);
-    const QByteArray folder = root();
+    begin(job);
     const auto previous = std::signal(SIGXFSZ, SIG_IGN);
     rlimit limit {};
     getrlimit(RLIMIT_FSIZE, &limit);
-    const bool disk = how == u"full disk"_s;
-    const rlim_t room = job == u"save"_s ? 0 : 30000;
-    if (disk && mount("tmpfs", folder, "tmpfs", 0, "size=4m") != 0)
-        QSKIP("this user may not mount a small disk");
-    QVERIFY(chdir(folder) == 0);
-    begin(job);
-    if (disk) {
-        const int filler = int(QStorageInfo(QDir::current()).bytesAvailable() - qint64(room));
-        WorkFolder::write(u"filler"_s, QByteArray(filler, 'f'));
-    }
-    const rlimit small {room, limit.rlim_max};
-    setrlimit(RLIMIT_FSIZE, disk ? &limit : &small);
+    const rlimit small {job == u"save"_s ? rlim_t(0) : 30000, limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
     const QString said = run(job, m_client);
     setrlimit(RLIMIT_FSIZE, &limit);
-    QFile::remove(u"filler"_s);
-    const QString wrong = judge(job, said, false);
     std::signal(SIGXFSZ, previous);
-    if (disk)
-        QVERIFY(chdir("/") == 0 && umount(folder) == 0 && chdir(folder) == 0);
-    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
     QVERIFY(!said.isEmpty());
+    judge(job, said, false);
 }
 
 void tst_faults::inTheWay()
 {
     QFETCH(QString, job);
-    QFETCH(QString, how);
     begin(job);
-    const bool folder = how == u"folder"_s;
-    if (folder && job == u"pictures"_s)
-        QSKIP("a folder in place of a picture counts as one");
-    const uid_t me = geteuid();
-    QStringList places;
-    const Tree& after = m_after[job];
-    for (const QString& path : after.keys()) {
-        if (folder && after[path] != m_before.value(path) && QFileInfo(path).fileName() != u"a"_s) {
-            places.append(path);
-            QFile::remove(path);
-            QVERIFY(QDir().mkpath(path + u"/in the way"_s));
-        }
+    const QStringList places =
+        differing(m_after[job], m_before).filter(QRegularExpression(u"[^/]{2}$"_s)); // not "a", "b"
+    for (const QString& path : places) {
+        QFile::remove(path);
+        QVERIFY(QDir().mkpath(path + u"/in the way"_s));
     }
-    const QString closed = places.isEmpty() ? QDir::currentPath() : QString();
-    if (!folder)
-        QVERIFY(QFile::setPermissions(closed, QFile::Permissions(0x5555)));
-    if (!folder && me == 0)
-        QVERIFY(seteuid(65534) == 0);
     const QString said = run(job, m_client);
-    QVERIFY(seteuid(me) == 0);
-    if (!folder)
-        QFile::setPermissions(closed, QFile::Permissions(0x7755));
     QVERIFY(!said.isEmpty());
     for (const QString& place : places) {
-        QVERIFY2(QDir(place).exists(u"in the way"_s), qPrintable(place));
+        QVERIFY2(QFileInfo::exists(place + u"/in the way"_s), qPrintable(place));
         QDir(place).removeRecursively();
         if (m_before.contains(place))
             WorkFolder::write(place, m_before[place]);
     }
-    const QString wrong = judge(job, said, false);
-    QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    judge(job, said, false);
 }
 
 void tst_faults::links()
@@ -463,17 +417,6 @@ void tst_faults::links()
     QVERIFY(!QFileInfo(u"res/flash/abc_9"_s).isSymLink());
     QCOMPARE(WorkFolder::read(u"elsewhere/file"_s), QByteArray("x"));
     QCOMPARE(WorkFolder::files(u"elsewhere/tables"_s).size(), TableCatalogue::types().size());
-}
-
-void tst_faults::hostileNames_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("good");
-    for (const char* name : {"../../x", "a/b", "a\\b", "C:x", "con", "a\tb", "/x", "x/..", "nul"})
-        QTest::newRow(QByteArray(name).toPercentEncoding(" /").constData())
-            << QString::fromUtf8(name) << false;
-    for (const char* name : {"rose", "飞机 1", "con1", ".x"})
-        QTest::newRow(name) << QString::fromUtf8(name) << true;
 }
 
 void tst_faults::hostileNames()
@@ -543,8 +486,9 @@ void tst_faults::kills()
             if (i == 0 && words.size() == 2 && words[1].toInt() > 0)
                 calls.append({QString::fromLatin1(words[0]), words[1].toInt()});
         }
-        const QString wrong = judge(job, {}, true);
-        QVERIFY2(wrong.isEmpty(), what + ": " + wrong.toUtf8());
+        judge(job, {}, true, what);
+        if (QTest::currentTestFailed())
+            return;
         const auto& at = calls.at(QRandomGenerator::global()->bounded(calls.size()));
         environment.insert(u"ZGLOBAL_FAULT_CALL"_s, at.first);
         environment.insert(u"ZGLOBAL_FAULT_ERROR"_s, u"kill"_s);
@@ -558,8 +502,8 @@ void tst_faults::twoProcesses()
     QFETCH(QString, job);
     for (int i = 0; i < (soaks() ? 40 : 1); ++i) {
         begin(job);
-        const auto one = child(job, QProcessEnvironment::systemEnvironment());
-        const auto other = child(job, QProcessEnvironment::systemEnvironment());
+        const auto one = child(job);
+        const auto other = child(job);
         for (const auto& process : {one.get(), other.get()}) {
             QTRY_COMPARE_WITH_TIMEOUT(process->state(), QProcess::NotRunning, 60000);
             const QByteArray said = process->readAllStandardError();
