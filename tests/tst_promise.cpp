@@ -15,32 +15,18 @@ using namespace std::chrono_literals;
 
 namespace {
 
-enum class Reason { Disk };
-
-struct Counted
-{
-    Counted() = default;
-    Counted(const Counted& /*other*/) { ++copies; }
-    Counted& operator=(const Counted&) = delete;
-    ~Counted() = default;
-
-    static inline int copies = 0;
-};
-
 // What a promise comes to, as text, so that one comparison tells the value or the reason.
 template <typename T>
 QString outcome(const QPromise<T>& promise)
 {
     QString result = QStringLiteral("pending");
-    const auto set = [&result](const char* name) { result = QString::fromLatin1(name); };
     promise.then([&](const auto&... value) { result = QVariant(value...).toString(); })
         .fail([&](const QString& reason) { result = QString(QLatin1Char('!') + reason); })
         .fail([&](int reason) { result = QString(QLatin1Char('!') + QString::number(reason)); })
-        .fail([&](Reason) { set("!disk"); })
-        .fail([&](const QPromiseTimeoutException&) { set("!timeout"); })
-        .fail([&](const QPromiseContextException&) { set("!context"); })
-        .fail([&](const QPromiseUndefinedException&) { set("!undefined"); })
-        .fail([&](const std::exception& reason) { set(reason.what()); })
+        .fail([&](const QPromiseTimeoutException&) { result = QStringLiteral("!timeout"); })
+        .fail([&](const QPromiseContextException&) { result = QStringLiteral("!context"); })
+        .fail([&](const QPromiseUndefinedException&) { result = QStringLiteral("!undefined"); })
+        .fail([&](const std::exception& reason) { result = QString::fromLatin1(reason.what()); })
         .wait();
     return result;
 }
@@ -58,8 +44,8 @@ struct Open
     }};
 };
 
-template <typename E>
-QPromise<int> rejected(const E& reason)
+template <typename Reason>
+QPromise<int> rejected(const Reason& reason)
 {
     return QPromise<int>::reject(reason);
 }
@@ -72,9 +58,7 @@ class Emitter : public QObject
 
 Q_SIGNALS:
     void done(const QString& text, int number);
-    void ready();
     void failed(int code);
-    void broken();
 };
 
 class tst_promise : public QObject
@@ -99,14 +83,12 @@ private Q_SLOTS:
         (*outer.resolve)(inner.promise);
         (*outer.resolve)(5);
         QVERIFY(outer.promise.isPending());
-        (*inner.reject)(Reason::Disk);
-        COMES_TO("!disk", outer.promise);
-
-        const QPromise<int> threw([](auto resolve) {
-            resolve(7);
-            throw 8;
-        });
-        COMES_TO("7", threw);
+        (*inner.reject)(4);
+        COMES_TO("!4", outer.promise);
+        COMES_TO("7", QPromise<int>([](auto resolve) {
+                     resolve(7);
+                     throw 8;
+                 }));
     }
 
     void handlersRunLaterAndInOrder()
@@ -127,36 +109,29 @@ private Q_SLOTS:
     void chain()
     {
         const auto five = QtPromise::resolve(5);
-        const QPromise<QString> otherType =
-            five.then([](auto value) { return QString::number(value); });
-        COMES_TO("5", otherType);
         COMES_TO("5", five.then([](int value) { return QtPromise::resolve(value).delay(1); }));
         COMES_TO("5", five.then(nullptr, [] { return 9; }));
         COMES_TO("!5", five.then([](auto value) { throw QString::number(value); }));
         COMES_TO("5", rejected(4).then([] { return 1; }, [](int code) { return code + 1; }));
         // An error that its neighbour throws is not for the second handler.
         COMES_TO("!1", five.then([]() -> int { throw 1; }, [] { return 2; }));
-        const QPromise<void> converted = five;
-        QVERIFY(converted.isFulfilled());
         COMES_TO("!4", QPromise<void>(rejected(4)));
-
-        auto owner = std::make_unique<int>(3);
-        const auto moved = five.then([owner = std::move(owner)](int value) {
-            return std::make_unique<int>(value + *owner);
-        });
-        COMES_TO("8", moved.then([](const std::unique_ptr<int>& value) { return *value; }));
         QPromise<int> self = five;
         self = five.then([&] { return self; });
         COMES_TO("!undefined", self);
+
+        // What cannot be copied comes through all of them.
+        const auto moved = five.then([owner = std::make_unique<int>(3)](int value) {
+            return std::make_unique<int>(value + *owner);
+        });
+        const auto passed = moved.tap([] {}).tapFail([] {}).finally([] {}).delay(0).timeout(60000);
+        COMES_TO("8", passed.then([](const std::unique_ptr<int>& value) { return *value; }));
     }
 
     void reasons()
     {
-        COMES_TO("!undefined", QPromise<int>::reject());
-        COMES_TO("!undefined", rejected(std::exception_ptr()));
-        COMES_TO("!6", rejected(std::make_exception_ptr(6)));
         COMES_TO("!undefined", QPromise<void>([](auto, auto reject) { reject(); }));
-
+        COMES_TO("!undefined", rejected(std::exception_ptr()));
         const QPromise<int> derived([](auto) { throw std::out_of_range("range"); });
         COMES_TO("range", derived.fail([](const std::length_error&) { return 1; }));
         COMES_TO("2", derived.fail([](std::logic_error&) { return 2; }));
@@ -175,16 +150,13 @@ private Q_SLOTS:
         const auto held = five.finally([&] { return gate.promise; });
         COMES_TO("5", five.finally([&] { return ++seen; }));
         COMES_TO("!4", four.finally([&] { ++seen; }));
-        QCOMPARE(seen, 2);
         QVERIFY(held.isPending());
         (*gate.resolve)();
         COMES_TO("5", held);
         COMES_TO("!1", five.finally([] { return rejected(1); }));
-        COMES_TO("!2", four.finally([] { throw 2; }));
 
         const auto see = [&](int value) { seen += 10 * value; };
         COMES_TO("5", five.tap(see).tapFail(see));
-        QCOMPARE(seen, 52);
         COMES_TO("!4", four.tap(see).tapFail(see));
         QCOMPARE(seen, 92);
         COMES_TO("!4", four.tapFail([](const QString&) { throw 9; }));
@@ -195,21 +167,16 @@ private Q_SLOTS:
     {
         QElapsedTimer clock;
         clock.start();
-        COMES_TO("!4", rejected(4).delay(60s));
-        COMES_TO("5", QtPromise::resolve(5).timeout(60000));
-        QVERIFY(clock.elapsed() < 30000);
-        clock.restart();
         COMES_TO("5", QtPromise::resolve(5).delay(50));
         QVERIFY(clock.elapsed() >= 45);
-        // Nobody is left who could settle these, yet the time runs.
+        // Nobody is left who could settle this, yet the time runs.
         COMES_TO("!timeout", Open<int>().promise.timeout(1ms));
-        COMES_TO("!disk", Open<void>().promise.timeout(1, Reason::Disk));
     }
 
     void helpers()
     {
         const auto later = [](int value, int time) {
-            return QtPromise::resolve(value).delay(time);
+            return attempt([=] { return value; }).delay(time);
         };
         const auto three = all(QVector<QPromise<int>> {later(1, 20), later(2, 1), later(3, 10)});
         COMES_TO("123", three.then([](auto v) { return v[0] * 100 + v[1] * 10 + v[2]; }));
@@ -217,7 +184,6 @@ private Q_SLOTS:
         const Open<int> never;
         const std::vector<QPromise<int>> bad {later(1, 0), never.promise, rejected(3), rejected(4)};
         COMES_TO("!3", all(bad).then([] {}));
-        QVERIFY(all(QVector<QPromise<void>>()).isFulfilled());
         Open<void> last;
         const auto both = all(QVector<QPromise<void>> {last.promise, later(1, 0)});
         COMES_TO("1", later(1, 5));
@@ -225,41 +191,16 @@ private Q_SLOTS:
         (*last.resolve)();
         COMES_TO("", both);
 
-        QVERIFY(QtPromise::resolve(both) == both);
-        COMES_TO("!disk", attempt([] { throw Reason::Disk; }));
-        COMES_TO("8", attempt(later, 8, 1));
-    }
-
-    void signalAsPromise()
-    {
-        auto emitter = std::make_unique<Emitter>();
-        Emitter other;
-        const auto done = QtPromise::connect(emitter.get(), &Emitter::done, &Emitter::failed);
-        const auto ready =
-            QtPromise::connect(emitter.get(), &Emitter::ready, &other, &Emitter::broken);
-        const auto lost = QtPromise::connect(emitter.get(), &Emitter::ready);
-        Q_EMIT other.broken();
-        Q_EMIT emitter->done(QStringLiteral("text"), 1);
-        Q_EMIT emitter->failed(2);
-        emitter.reset();
+        auto sender = std::make_unique<Emitter>();
+        const auto failed = QtPromise::connect(sender.get(), &Emitter::done, &Emitter::failed);
+        const auto done = QtPromise::connect(sender.get(), &Emitter::done);
+        Q_EMIT sender->failed(2);
+        Q_EMIT sender->done(QStringLiteral("text"), 1);
+        const auto lost = QtPromise::connect(sender.get(), &Emitter::done);
+        sender.reset();
+        COMES_TO("!2", failed);
         COMES_TO("text", done);
-        COMES_TO("!undefined", ready);
         COMES_TO("!context", lost);
-    }
-
-    void sharedNotCopied()
-    {
-        Counted::copies = 0;
-        const auto pass = [](const Counted&) {};
-        Open<Counted> open;
-        const auto chain = open.promise.tap(pass).finally([] {}).fail([] { return Counted(); });
-        const auto end = QPromise<Counted>::resolve(chain).delay(0).timeout(5000).then(pass);
-        (*open.resolve)(Counted());
-        end.wait();
-        QVERIFY(end.isFulfilled());
-        QCOMPARE(Counted::copies, 1); // into the promise: this type cannot be moved
-        chain.then([](Counted) {}).wait();
-        QCOMPARE(Counted::copies, 2);
     }
 
     void lifetimes()
@@ -268,8 +209,8 @@ private Q_SLOTS:
         const auto token = std::make_shared<int>();
         int ran = 0;
         auto open = std::make_unique<Open<int>>();
-        const auto resolve = *open->resolve;
         open->promise.then([&ran, token, self = open->promise] { ++ran; });
+        const auto resolve = *open->resolve;
         open.reset();
         resolve(1);
         QTRY_COMPARE(ran, 1);
@@ -279,16 +220,12 @@ private Q_SLOTS:
         QCOMPARE(token.use_count(), 1L);
         QCOMPARE(ran, 1);
 
-        // What is settled is held by its promises alone: not by resolvers that somebody keeps, and
-        // not by a wait, whether it came too late or ran its loop.
-        for (const bool early : {true, false}) {
-            Open<std::shared_ptr<int>> kept;
-            const auto settle = [&] { (*kept.resolve)(token); };
-            early ? settle() : QTimer::singleShot(0, this, settle);
-            QCOMPARE(kept.promise.wait().isFulfilled(), true);
-            kept.promise = QPromise<std::shared_ptr<int>>::reject();
-            QVERIFY2(token.use_count() == 1, early ? "settled early" : "settled in the wait");
-        }
+        // What is settled is held by its promises alone, not by resolvers or a wait.
+        Open<std::shared_ptr<int>> kept;
+        QTimer::singleShot(0, this, [&] { (*kept.resolve)(token); });
+        QVERIFY(kept.promise.wait().isFulfilled());
+        kept.promise = QPromise<std::shared_ptr<int>>::reject();
+        QCOMPARE(token.use_count(), 1L);
     }
 
     void settledFromManyThreads()
@@ -304,12 +241,10 @@ private Q_SLOTS:
             }
             int handled = 0;
             const auto count = [&handled](int) { ++handled; };
-            const auto end = open.promise.then(count, count).wait();
-            for (auto& thread : threads) {
+            QVERIFY(open.promise.then(count, count).wait().isFulfilled());
+            for (auto& thread : threads)
                 thread.join();
-            }
             QCoreApplication::processEvents();
-            QVERIFY(end.isFulfilled());
             QCOMPARE(handled, 1);
         }
     }
@@ -317,63 +252,25 @@ private Q_SLOTS:
     void handlersStayInTheirThread()
     {
         Open<int> open;
-        const Open<int> never;
         std::atomic<QThread*> ranIn {nullptr};
         std::atomic<QThread*> freedIn {nullptr};
         std::atomic<bool> added {false};
-        std::atomic<bool> waits {false};
-        const auto token = std::make_shared<int>();
-        std::atomic<long> held {0};
         const std::unique_ptr<QThread> thread(QThread::create([&] {
             std::shared_ptr<int> guard(new int, [&freedIn](const int* value) {
                 delete value;
                 freedIn = QThread::currentThread();
             });
-            open.promise.then(
-                [&ranIn, guard = std::move(guard)] { ranIn = QThread::currentThread(); });
+            open.promise.then([&, guard = std::move(guard)] { ranIn = QThread::currentThread(); });
             added = true;
-            open.promise.wait();
-            waits = true;
-            never.promise.wait();
-            // Broken off, a wait holds nothing of a promise that is settled afterwards.
-            Open<std::shared_ptr<int>> late;
-            late.promise.wait();
-            (*late.resolve)(token);
-            late.promise = QPromise<std::shared_ptr<int>>::reject();
-            held = token.use_count();
+            Open<int>().promise.wait(); // until the thread is told to end
         }));
         thread->start();
         QTRY_VERIFY(added);
         (*open.resolve)(1);
         QTRY_COMPARE(freedIn.load(), thread.get());
         QCOMPARE(ranIn.load(), thread.get());
-
-        // A thread that is told to end does not hang in a wait.
-        QTRY_VERIFY(waits);
         thread->quit();
         QVERIFY(thread->wait(30000));
-        QVERIFY(never.promise.isPending());
-        QCOMPARE(held.load(), 1L);
-    }
-
-    void threadEndsFirst()
-    {
-        // Settled before the thread ends without a loop, and after: handlers are freed unrun.
-        QTest::ignoreMessage(QtWarningMsg,
-                             "QObject::startTimer: Timers can only be used with threads "
-                             "started with QThread");
-        const auto token = std::make_shared<int>();
-        Open<int> open;
-        std::atomic<int> ran {0};
-        std::thread([&] {
-            open.promise.then([&ran, token] { ++ran; });
-            QtPromise::resolve(1).then([&ran, token] { ++ran; });
-            QtPromise::resolve(1).delay(0).timeout(1).then([&ran, token] { ++ran; });
-        }).join();
-        (*open.resolve)(1);
-        COMES_TO("1", open.promise);
-        QCOMPARE(ran.load(), 0);
-        QCOMPARE(token.use_count(), 1L);
     }
 };
 
