@@ -7,13 +7,16 @@
 #include "support/Literals.h"
 #include "support/WorkFolder.h"
 
+#include <QProcess>
 #include <QSemaphore>
+#include <QSslConfiguration>
+#include <QSslSocket>
+#include <QStandardPaths>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QtTest>
 
-#include <atomic>
-#include <functional>
+#include <future>
 #include <memory>
 #include <thread>
 
@@ -31,21 +34,19 @@ namespace {
 struct Outcome
 {
     bool settled = false;
-    bool ok = false;
     QByteArray body;
     zErrorInfo error;
+    bool ok() const { return error.message().isEmpty(); }
 };
 
 std::shared_ptr<Outcome> outcomeOf(const QtPromise::QPromise<QByteArray>& promise)
 {
     auto outcome = std::make_shared<Outcome>();
-    promise.then(
-        [outcome](const QByteArray& body) {
-            *outcome = {true, true, body, zErrorInfo()};
-        },
-        [outcome](const zErrorInfo& error) {
-            *outcome = {true, false, {}, error};
-        });
+    const auto set = [outcome](const QByteArray& body, const zErrorInfo& error) {
+        *outcome = {true, body, error};
+    };
+    promise.then([set](const QByteArray& body) { set(body, zErrorInfo()); },
+                 [set](const zErrorInfo& error) { set({}, error); });
     return outcome;
 }
 
@@ -59,49 +60,45 @@ QString cachePath(const QString& url)
     return u"res/images/"_s + cacheName(url);
 }
 
-/** A server in a thread of its own: it goes on while the test's event loop stands. */
-class ServerThread
+void openssl(const QString& arguments)
+{
+    QProcess process;
+    process.start(u"openssl"_s, arguments.split(u' '));
+    QVERIFY(process.waitForFinished());
+    QVERIFY2(process.exitCode() == 0, process.readAllStandardError().constData());
+}
+
+/** Answers every request with "body", behind the certificate in name.pem and name.key. */
+class TlsServer : public QTcpServer
 {
 public:
-    /** serve is called with each connection whose request has come. */
-    explicit ServerThread(const std::function<void(QTcpSocket&)>& serve)
-        : m_thread([=] { run(serve); })
+    explicit TlsServer(const QString& name)
+        : m_name(name)
     {
-        m_listening.acquire();
+        listen(QHostAddress::LocalHost);
     }
-    ~ServerThread() { stop(); }
 
-    QUrl url() const { return QUrl(u"http://127.0.0.1:%1/"_s.arg(m_port)); }
+    QString address() const { return u"https://127.0.0.1:%1/table"_s.arg(serverPort()); }
 
-    /** Returns when serve has. */
-    void stop()
+protected:
+    void incomingConnection(qintptr descriptor) override
     {
-        m_stopped = true;
-        if (m_thread.joinable())
-            m_thread.join();
+        auto* socket = new QSslSocket(this);
+        connect(socket, &QSslSocket::disconnected, socket, &QObject::deleteLater);
+        connect(socket, &QSslSocket::readyRead, socket, [socket] {
+            if (!socket->readAll().contains("\r\n\r\n"))
+                return;
+            socket->write("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
+            socket->disconnectFromHost();
+        });
+        socket->setSocketDescriptor(descriptor);
+        socket->setLocalCertificate(m_name + u".pem"_s);
+        socket->setPrivateKey(m_name + u".key"_s, QSsl::Ec);
+        socket->startServerEncryption();
     }
 
 private:
-    void run(const std::function<void(QTcpSocket&)>& serve)
-    {
-        QTcpServer server;
-        server.listen(QHostAddress::LocalHost);
-        m_port = server.serverPort();
-        m_listening.release();
-        while (!m_stopped) {
-            if (!server.hasPendingConnections() && !server.waitForNewConnection(20))
-                continue;
-            const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
-            // A client opens connections in advance, too.
-            if (socket->waitForReadyRead(20))
-                serve(*socket);
-        }
-    }
-
-    std::atomic<bool> m_stopped {false};
-    QSemaphore m_listening;
-    quint16 m_port = 0;
-    std::thread m_thread; // the last: it uses the others
+    QString m_name;
 };
 
 } // namespace
@@ -157,8 +154,7 @@ private Q_SLOTS:
         QFETCH(int, code);
         m_server->answer(u"/overstated"_s, {200, "few", {}, 999});
         m_server->answer(u"/huge"_s, {200, "few", {}, 1LL << 40});
-        HttpServer::Answer trickling {200, QByteArray(400, 'x')};
-        trickling.pause = 50;
+        const HttpServer::Answer trickling {200, QByteArray(400, 'x'), {}, -1, -1, 0, 50};
         m_server->answer(u"/slow"_s, trickling);
         m_server->answer(u"/late"_s, trickling);
         m_server->fail(u"/broken"_s, 500);
@@ -167,10 +163,7 @@ private Q_SLOTS:
         m_server->redirect(u"/ring"_s, u"/ring"_s);
         m_server->redirect(u"/tofile"_s, u"file:///etc/passwd"_s);
         m_http->setLeastRate(1000);
-        if (address.contains(u"/held"_s))
-            m_http->setTimeout(300);
-        if (address.contains(u"/slow"_s))
-            m_http->setTimeout(900);
+        m_http->setTimeout(address.contains(u"/held"_s) ? 300 : 900);
         if (address.contains(u"/late"_s))
             m_http->setTotalTime(500);
         m_http->setMaxBodySize(1000);
@@ -181,66 +174,70 @@ private Q_SLOTS:
 
         QSignalSpy finished(m_http, &ZHttpComm::sigRequestFinished);
         const auto outcome = outcomeOf(m_http->get(QUrl(address)));
-        QVERIFY(!outcome->settled);
-        QVERIFY(finished.isEmpty());
+        QVERIFY(!outcome->settled && finished.isEmpty());
         QTRY_VERIFY(outcome->settled);
-        QVERIFY(!outcome->ok);
-        QVERIFY2(outcome->error.message().startsWith(message),
+        QVERIFY2(!outcome->ok() && outcome->error.message().startsWith(message),
                  qPrintable(outcome->error.message()));
         QVERIFY(!outcome->error.message().contains(u"session"_s));
         QCOMPARE(outcome->error.code(), code);
         QCOMPARE(finished.size(), 1);
-        QCOMPARE(finished.first().last(), QVariant(false));
+        QVERIFY(!finished.first().last().toBool());
     }
 
-    void rejectsBodies_data() { Cases::rows("http"); }
+    void trusts_data() { Cases::rows("http"); }
 
-    void rejectsBodies()
+    void trusts()
     {
-        QFETCH(QString, body);
-        QFETCH(QString, header);
-        m_server->answer(u"/body"_s, {200, Cases::bytes(body), header.toLatin1()});
-        m_http->setMaxBodySize(100);
-        const auto outcome = outcomeOf(m_http->get(m_server->url(u"/body"_s)));
+        QFETCH(QString, issuer);
+        QFETCH(QString, host);
+        QFETCH(QString, days);
+        QFETCH(QString, error);
+        if (!QSslSocket::supportsSsl() || QStandardPaths::findExecutable(u"openssl"_s).isEmpty())
+            QSKIP("no TLS in Qt, or no openssl to make certificates with");
+        const QString key = u"req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
+                            "-keyout %1.key -subj /CN=%1 "_s;
+        for (const QString& name : {u"ours"_s, issuer})
+            openssl(
+                u"%1-x509 -addext subjectAltName=%2 -out %3.pem"_s.arg(key.arg(name), host, name));
+        QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
+        trusting.addCaCertificate(QSslCertificate(WorkFolder::read(u"ours.pem"_s)));
+        QSslConfiguration::setDefaultConfiguration(trusting);
+        const QString name = QString::fromLatin1(QTest::currentDataTag());
+        if (name != issuer) {
+            openssl(u"%1-out csr"_s.arg(key.arg(name)));
+            WorkFolder::write(u"hosts"_s, "subjectAltName=" + host.toUtf8());
+            openssl(u"x509 -req -in csr -CA %2.pem -CAkey %2.key -CAcreateserial -days %3 "
+                    "-extfile hosts -out %1.pem"_s.arg(name, issuer, days));
+        }
+        TlsServer server(name);
+        const auto outcome = outcomeOf(m_http->get(QUrl(server.address())));
         QTRY_VERIFY(outcome->settled);
-        QTEST(outcome->error.message().section(u": "_s, 1), "message");
+        QCOMPARE(outcome->body, QByteArray(error.isEmpty() ? "body" : ""));
+        const QString expected = error.isEmpty() ? QString() : server.address() + u": "_s + error;
+        QVERIFY2(outcome->error.message().startsWith(expected),
+                 qPrintable(outcome->error.message()));
     }
 
-    void takesWhole_data() { Cases::rows("http"); }
+    void bodies_data() { Cases::rows("http"); }
 
-    void takesWhole()
+    /** Often, since the end of a connection may come with the body or after it. */
+    void bodies()
     {
         QFETCH(QString, body);
         QFETCH(QString, header);
+        QFETCH(QString, message);
         QFETCH(bool, tellsLength);
         m_server->answer(
-            u"/whole"_s,
+            u"/body"_s,
             {200, Cases::bytes(body), header.toLatin1(), tellsLength ? -1 : HttpServer::noLength});
         m_http->setMaxBodySize(100);
-        const auto outcome = outcomeOf(m_http->get(m_server->url(u"/whole"_s)));
-        QTRY_VERIFY(outcome->settled);
-        QVERIFY2(outcome->ok, qPrintable(outcome->error.message()));
-        QCOMPARE(outcome->body, QByteArray(100, 'x'));
-    }
-
-    void anEndThatDidNotComeIsAnError_data() { Cases::rows("http"); }
-
-    void anEndThatDidNotComeIsAnError()
-    {
-        QFETCH(QString, more);
-        const QByteArray body =
-            "5\r\nhello\r\n3e8\r\n" + QByteArray(1000, 'x') + "\r\n" + more.toLatin1();
-        constexpr int count = 100;
-        ServerThread server([&](QTcpSocket& socket) {
-            socket.write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + body);
-            socket.waitForBytesWritten();
-        });
         QVector<std::shared_ptr<Outcome>> outcomes;
-        for (int i = 0; i < count; ++i)
-            outcomes.append(outcomeOf(m_http->get(server.url())));
+        for (int i = 0; i < 100; ++i)
+            outcomes.append(outcomeOf(m_http->get(m_server->url(u"/body"_s))));
         for (const auto& outcome : outcomes) {
             QTRY_VERIFY(outcome->settled);
-            QVERIFY(!outcome->ok);
+            QCOMPARE(outcome->error.message().section(u": "_s, 1), message);
+            QCOMPARE(outcome->body, QByteArray(message.isEmpty() ? 100 : 0, 'x'));
         }
     }
 
@@ -249,24 +246,31 @@ private Q_SLOTS:
         constexpr qint64 most = 64 * 1024 * 1024;
         qint64 sent = 0;
         QSemaphore go;
-        ServerThread server([&](QTcpSocket& socket) {
-            socket.write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
+        std::promise<quint16> port;
+        std::thread thread([&] { // goes on while the event loop below stands
+            QTcpServer server;
+            server.listen(QHostAddress::LocalHost);
+            port.set_value(server.serverPort());
+            server.waitForNewConnection(30000);
+            const std::unique_ptr<QTcpSocket> socket(server.nextPendingConnection());
+            socket->waitForReadyRead(30000);
+            socket->write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n");
             do {
-                socket.write("1\r\nx\r\n");
-                socket.waitForBytesWritten();
+                socket->write("1\r\nx\r\n");
+                socket->waitForBytesWritten();
             } while (!go.tryAcquire(1, 20));
             do {
-                socket.write("10000\r\n" + QByteArray(0x10000, 'x') + "\r\n");
+                socket->write("10000\r\n" + QByteArray(0x10000, 'x') + "\r\n");
                 sent += 0x10000;
-            } while (sent < most && socket.waitForBytesWritten(1000));
+            } while (sent < most && socket->waitForBytesWritten(1000));
         });
         m_http->setMaxBodySize(1000 * 1000);
         QSignalSpy progress(m_http, &ZHttpComm::sigRequestProgress);
-        const auto outcome = outcomeOf(m_http->get(server.url()));
-        QTRY_VERIFY(!progress.isEmpty());
-        // The event loop stands while the server sends what it is rid of.
+        const QUrl url(u"http://127.0.0.1:%1/"_s.arg(port.get_future().get()));
+        const auto outcome = outcomeOf(m_http->get(url));
+        [&] { QTRY_VERIFY(!progress.isEmpty()); }();
         go.release();
-        server.stop();
+        thread.join();
         QVERIFY2(sent < most, "everything was taken");
         QTRY_VERIFY(outcome->settled);
         QVERIFY(outcome->error.message().endsWith(u"the body is larger than 1000000 bytes"_s));
@@ -283,7 +287,7 @@ private Q_SLOTS:
             requests.append(m_http->get(m_server->url(u"/late"_s)));
         const auto outcome = outcomeOf(QtPromise::all(requests).then([] { return QByteArray(); }));
         QTRY_VERIFY(outcome->settled);
-        QVERIFY2(outcome->ok, qPrintable(outcome->error.message()));
+        QVERIFY2(outcome->ok(), qPrintable(outcome->error.message()));
         QCOMPARE(m_server->requests(u"/late"_s), 24);
     }
 
@@ -307,11 +311,9 @@ private Q_SLOTS:
             order.append(m_server->targets().at(next));
             m_server->release(order.last());
         }
-        QVERIFY2(order.indexOf(u"/flash/3"_s) < order.indexOf(u"/flash/9"_s),
-                 qPrintable(order.join(u' ')));
-        QVERIFY2(order.indexOf(u"/table/0"_s) < order.indexOf(u"/flash/4"_s),
-                 qPrintable(order.join(u' ')));
-        QVERIFY2(order.indexOf(u"/flash/9"_s) < order.indexOf(u"/picture/4"_s),
+        const auto at = [&order](const char* path) { return order.indexOf(QLatin1String(path)); };
+        QVERIFY2(at("/flash/3") < at("/flash/9") && at("/table/0") < at("/flash/4")
+                     && at("/flash/9") < at("/picture/4"),
                  qPrintable(order.join(u' ')));
     }
 
@@ -326,7 +328,7 @@ private Q_SLOTS:
         const QString url = m_server->baseUrl() + u"/a.png"_s;
         const auto outcome = outcomeOf(ZImageCacheUtil::preloadList({url}));
         QTRY_VERIFY(outcome->settled);
-        QCOMPARE(outcome->ok, isPicture);
+        QCOMPARE(outcome->ok(), isPicture);
         QCOMPARE(WorkFolder::read(cachePath(url)), isPicture ? body : QByteArray());
         QCOMPARE(outcome->error.message().contains(u"a web page in place of the picture"_s),
                  !isPicture);
@@ -346,15 +348,14 @@ private Q_SLOTS:
         const auto first =
             outcomeOf(ZImageCacheUtil::preloadList(urls + urls + QStringList(QString())));
         const auto second = outcomeOf(ZImageCacheUtil::preloadList(urls.mid(1, 2)));
+        QTRY_COMPARE(m_server->held(), ZHttpComm::maxInBackground);
         for (int i = 1; i < 7; ++i) {
-            const int running = qMin(ZHttpComm::maxInBackground, 7 - i);
-            QTRY_COMPARE(m_server->held(), running);
-            QCOMPARE(m_server->targets().size(), i - 1 + running);
+            QTRY_VERIFY(m_server->targets().size() >= i);
             QVERIFY(!first->settled);
             m_server->release(u"/%1.png"_s.arg(i));
         }
         QTRY_VERIFY(first->settled && second->settled);
-        QVERIFY(first->ok && second->ok);
+        QVERIFY(first->ok() && second->ok());
         QCOMPARE(m_server->targets().size(), 6);
         QCOMPARE(WorkFolder::read(cachePath(urls.at(0))), QByteArray("old"));
         QCOMPARE(WorkFolder::read(cachePath(urls.at(1))), QByteArray("picture 1"));
@@ -381,7 +382,7 @@ private Q_SLOTS:
         m_server->serve(u"/cut.png"_s, "whole");
         outcome = outcomeOf(ZImageCacheUtil::preloadList(urls.mid(1)));
         QTRY_VERIFY(outcome->settled);
-        QVERIFY(outcome->ok);
+        QVERIFY(outcome->ok());
         QCOMPARE(WorkFolder::read(cachePath(urls.at(1))), QByteArray("whole"));
     }
 
