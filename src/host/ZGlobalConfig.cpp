@@ -28,7 +28,7 @@ QString readWhole(const QString& path, QByteArray& bytes)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return file.errorString();
-    constexpr qint64 block = 256 * 1024; // what is asked for is allocated, there or not
+    constexpr qint64 block = qint64(256) * 1024; // what is asked for is allocated, there or not
     QByteArray more;
     do {
         more = file.read(qMin(block, HostLimits::maxTableBytes + 1 - bytes.size()));
