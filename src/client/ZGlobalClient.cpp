@@ -96,6 +96,10 @@ ZGlobalClient::ZGlobalClient(QObject* parent)
     , m_good(std::make_shared<GoodVersions>())
 {
     connect(m_traffic, &Traffic::sigProgress, this, &ZGlobalClient::sigProgress);
+    connect(tables(), &ZDataTableMgr::sigVersionsSaved, this, [this](bool ok) {
+        if (m_save != Save::Done)
+            m_save = ok ? Save::Done : Save::Failed;
+    });
 }
 
 ZGlobalClient::~ZGlobalClient() = default;
@@ -169,7 +173,8 @@ bool ZGlobalClient::returnToGood(const QVector<TableStatus>& before)
         // One that is only missing may still come in; one that was read and refused will not do.
         if (status.size > 0)
             m_good->noteBad(type, status.version);
-        m_unsaved = any = true;
+        any = true;
+        m_save = Save::Due;
         m_returned.append(
             {status.table,
              QStringLiteral("%1; back to version %2").arg(now.error, QString::number(good))});
@@ -214,7 +219,7 @@ QPromise<ZVersionNews> ZGlobalClient::learnVersions()
         .then([self, address, known = m_good](const QByteArray& answer) {
             ZVersionNews news = takeVersions(versionsOf(answer, address), *known);
             if (self != nullptr && !news.changed.isEmpty())
-                self->m_unsaved = true;
+                self->m_save = Save::Due;
             return news;
         })
         .fail([](const zErrorInfo& error) -> ZVersionNews {
@@ -225,15 +230,14 @@ QPromise<ZVersionNews> ZGlobalClient::learnVersions()
 
 QPromise<void> ZGlobalClient::versionsSaved()
 {
-    if (!m_unsaved)
-        return QPromise<void>::resolve();
-    const QPointer<ZGlobalClient> self(this);
-    return QtPromise::connect(tables(), &ZDataTableMgr::sigVersionsSaved).then([self](bool ok) {
+    const auto check = [](bool ok) {
         if (!ok)
             throw zErrorInfo(QStringLiteral("the versions could not be saved in common.ini"));
-        if (self != nullptr)
-            self->m_unsaved = false;
-    });
+    };
+    // It may have been saved, or not, while the tables came in.
+    if (m_save != Save::Due)
+        return QPromise<bool>::resolve(m_save == Save::Done).then(check);
+    return QtPromise::connect(tables(), &ZDataTableMgr::sigVersionsSaved).then(check);
 }
 
 QPromise<ZUpdateResult> ZGlobalClient::updateTables()

@@ -110,5 +110,6 @@ private:
     Traffic* m_traffic;
     std::shared_ptr<GoodVersions> m_good;
     QVector<ZClientFailure> m_returned; // tables that the last load put back
-    bool m_unsaved = false;             // versions learnt that "common.ini" does not hold yet
+    enum class Save { Done, Due, Failed };
+    Save m_save = Save::Done; // of the versions learnt to "common.ini"
 };
