@@ -122,6 +122,7 @@ private Q_SLOTS:
         m_http->setLeastRate(ZHttpComm::defaultLeastRate);
         m_http->setTotalTime(ZHttpComm::defaultTotalTime);
         m_http->setMaxBodySize(ZHttpComm::defaultMaxBodySize);
+        m_http->setRetries(2, 60);
     }
 
     void cleanup() { m_folder.reset(); }
@@ -152,6 +153,7 @@ private Q_SLOTS:
         QFETCH(QString, address);
         QFETCH(QString, message);
         QFETCH(int, code);
+        QFETCH(int, tries);
         m_server->answer(u"/overstated"_s, {200, "few", {}, 999});
         m_server->answer(u"/huge"_s, {200, "few", {}, 1LL << 40});
         const HttpServer::Answer trickling {200, QByteArray(400, 'x'), {}, -1, -1, 0, 50};
@@ -172,6 +174,7 @@ private Q_SLOTS:
             text->replace(u"TLS"_s, m_server->baseUrl().replace(u"http:"_s, u"https:"_s));
         }
 
+        QSignalSpy retried(m_http, &ZHttpComm::sigRequestRetried);
         QSignalSpy finished(m_http, &ZHttpComm::sigRequestFinished);
         const auto outcome = outcomeOf(m_http->get(QUrl(address)));
         QVERIFY(!outcome->settled && finished.isEmpty());
@@ -180,8 +183,53 @@ private Q_SLOTS:
                  qPrintable(outcome->error.message()));
         QVERIFY(!outcome->error.message().contains(u"session"_s));
         QCOMPARE(outcome->error.code(), code);
+        QCOMPARE(retried.size(), tries - 1);
         QCOMPARE(finished.size(), 1);
         QVERIFY(!finished.first().last().toBool());
+    }
+
+    void triesAgain_data() { Cases::rows("http"); }
+
+    void triesAgain()
+    {
+        QFETCH(int, status);
+        QFETCH(QString, header);
+        QFETCH(int, tries);
+        QFETCH(int, asked);
+        m_server->answer(u"/table"_s, {status, "failed", header.toLatin1()});
+        QSignalSpy retried(m_http, &ZHttpComm::sigRequestRetried);
+        auto outcome = outcomeOf(m_http->get(m_server->url(u"/table"_s)));
+        QTRY_VERIFY(outcome->settled);
+        QVERIFY(!outcome->ok());
+        QCOMPARE(m_server->requests(u"/table"_s), tries);
+        for (int retry = 1; retry < tries; ++retry) {
+            const QVariantList told = retried.at(retry - 1);
+            QCOMPARE(told.at(2).toInt(), retry);
+            const int share = told.at(3).toInt() - asked; // of 60 ms: 20, then 40
+            QVERIFY2(share >= 10 * retry && share <= 20 * retry, qPrintable(u"%1 ms"_s.arg(share)));
+            QCOMPARE(told.at(4).toString(), outcome->error.message());
+        }
+
+        connect(m_http, &ZHttpComm::sigRequestRetried, m_server.get(),
+                [this] { m_server->serve(u"/table"_s, "body"); });
+        outcome = outcomeOf(m_http->get(m_server->url(u"/table"_s)));
+        QTRY_VERIFY(outcome->settled);
+        QCOMPARE(outcome->ok(), tries > 1);
+    }
+
+    void usesTheSystemsProxy()
+    {
+        if (QSysInfo::kernelType() != u"linux"_s)
+            QSKIP("the system's proxies do not stand in the environment");
+        const QByteArray direct = qgetenv("no_proxy");
+        qputenv("http_proxy", m_server->baseUrl().toUtf8());
+        qunsetenv("no_proxy");
+        m_server->serve(u"http://content.invalid/table"_s, "body");
+        const auto outcome = outcomeOf(m_http->get(QUrl(u"http://content.invalid/table?1"_s)));
+        QTRY_VERIFY(outcome->settled);
+        qunsetenv("http_proxy");
+        qputenv("no_proxy", direct);
+        QCOMPARE(outcome->body, QByteArray("body"));
     }
 
     void trusts_data() { Cases::rows("http"); }

@@ -1,7 +1,9 @@
 #include "host/HttpRequest.h"
 
 #include "host/Distrust.h"
+#include "host/RetryPolicy.h"
 
+#include <QHttp2Configuration>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -12,6 +14,11 @@ constexpr int maxRedirects = 10;
 
 /** What Qt may hold of a body that nobody has read yet. */
 constexpr qint64 readBufferSize = 256LL * 1024;
+
+/** What an HTTP/2 server may send before it hears from us; the 64 KB of the protocol would make a
+ *  far server slow. */
+constexpr unsigned streamWindow = 1024 * 1024;
+constexpr unsigned connectionWindow = 8 * 1024 * 1024;
 
 QString addressError(const QUrl& url)
 {
@@ -35,12 +42,34 @@ QNetworkRequest requestFor(const QUrl& url)
     // Asked for by us, a compressed body is left to us: Qt would hand over one that ends early as
     // if it were whole.
     request.setRawHeader("Accept-Encoding", "gzip");
+    // Without TLS, Qt would hold all requests back until the first has been answered.
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute,
+                         url.scheme() == QLatin1String("https"));
+    QHttp2Configuration http2;
+    http2.setStreamReceiveWindowSize(streamWindow);
+    http2.setSessionReceiveWindowSize(connectionWindow);
+    request.setHttp2Configuration(http2);
     return request;
 }
 
-QString tooLarge(qint64 limit)
+/** A failure that another try would meet again. */
+HttpOutcome failure(const QString& cause)
 {
-    return QStringLiteral("the body is larger than %1 bytes").arg(limit);
+    HttpOutcome outcome;
+    outcome.error = cause;
+    return outcome;
+}
+
+HttpOutcome passingFailure(const QString& cause)
+{
+    HttpOutcome outcome = failure(cause);
+    outcome.mayPass = true;
+    return outcome;
+}
+
+HttpOutcome tooLarge(qint64 limit)
+{
+    return failure(QStringLiteral("the body is larger than %1 bytes").arg(limit));
 }
 
 QByteArray encodingOf(const QNetworkReply& reply)
@@ -60,7 +89,7 @@ HttpRequest::HttpRequest(QNetworkAccessManager& network, const QUrl& url, const 
         start(network);
         return;
     }
-    connect(&m_total, &QTimer::timeout, this, [this, error] { done(error); });
+    connect(&m_total, &QTimer::timeout, this, [this, error] { done(failure(error)); });
     m_total.start(0);
 }
 
@@ -88,15 +117,17 @@ void HttpRequest::startTimers()
 {
     m_silence.setSingleShot(true);
     m_silence.setInterval(m_limits.silence);
-    connect(&m_silence, &QTimer::timeout, this,
-            [this] { stop(QStringLiteral("nothing received for %1 ms").arg(m_limits.silence)); });
+    connect(&m_silence, &QTimer::timeout, this, [this] {
+        done(failure(QStringLiteral("nothing received for %1 ms").arg(m_limits.silence)));
+    });
     if (m_limits.silence > 0)
         m_silence.start();
     m_pace.setInterval(m_limits.silence);
     connect(&m_pace, &QTimer::timeout, this, &HttpRequest::checkPace);
     m_total.setSingleShot(true);
-    connect(&m_total, &QTimer::timeout, this,
-            [this] { stop(QStringLiteral("not whole after %1 ms").arg(m_limits.totalTime)); });
+    connect(&m_total, &QTimer::timeout, this, [this] {
+        done(failure(QStringLiteral("not whole after %1 ms").arg(m_limits.totalTime)));
+    });
     if (m_limits.totalTime > 0)
         m_total.start(m_limits.totalTime);
 }
@@ -109,8 +140,10 @@ void HttpRequest::onMetaData()
     if (m_limits.silence > 0 && m_limits.leastRate > 0 && !m_pace.isActive())
         m_pace.start();
     m_reply->setReadBufferSize(readBufferSize);
+    Q_EMIT sigAnswered(m_reply->url(),
+                       m_reply->attribute(QNetworkRequest::Http2WasUsedAttribute).toBool());
     if (m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong() > m_limits.bodySize)
-        stop(tooLarge(m_limits.bodySize));
+        done(tooLarge(m_limits.bodySize));
 }
 
 void HttpRequest::onReadyRead()
@@ -129,7 +162,7 @@ void HttpRequest::take(const QByteArray& block)
 {
     m_received += block.size();
     if (m_received > m_limits.bodySize) {
-        stop(tooLarge(m_limits.bodySize));
+        done(tooLarge(m_limits.bodySize));
         return;
     }
     if (status() >= 400)
@@ -139,16 +172,16 @@ void HttpRequest::take(const QByteArray& block)
     if (m_gzip == nullptr)
         m_body += block;
     else if (!m_gzip->take(block, m_body, m_limits.bodySize))
-        stop(m_gzip->error());
+        done(failure(m_gzip->error()));
 }
 
 void HttpRequest::checkPace()
 {
     const qint64 wanted = qint64(m_limits.leastRate) * m_limits.silence / 1000;
     if (m_received - m_receivedAtPace < wanted)
-        stop(QStringLiteral("slower than %1 bytes a second for %2 ms")
-                 .arg(m_limits.leastRate)
-                 .arg(m_limits.silence));
+        done(failure(QStringLiteral("slower than %1 bytes a second for %2 ms")
+                         .arg(m_limits.leastRate)
+                         .arg(m_limits.silence)));
     m_receivedAtPace = m_received;
 }
 
@@ -158,34 +191,32 @@ void HttpRequest::onFinished()
     if (m_done)
         return;
     if (status() >= 400)
-        done(QStringLiteral("HTTP status %1").arg(status()), status());
+        done(statusFailure());
     else if (m_reply->error() != QNetworkReply::NoError)
-        done(transportError());
+        done(transportFailure());
     else if (status() >= 300)
-        done(QStringLiteral("HTTP status %1").arg(status()), status());
+        done(statusFailure());
     else
-        done(bodyError());
+        done(bodyFailure());
 }
 
-void HttpRequest::stop(const QString& cause)
+void HttpRequest::done(const HttpOutcome& outcome)
 {
-    if (!m_done)
-        done(cause);
-}
-
-void HttpRequest::done(const QString& cause, int code)
-{
+    if (m_done)
+        return;
     m_done = true;
     for (QTimer* timer : {&m_silence, &m_pace, &m_total})
         timer->stop();
     if (m_reply != nullptr)
         m_reply->disconnect(this);
-    if (!cause.isEmpty())
-        m_body.clear();
-    const QString address =
-        m_url.toString(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment);
-    Q_EMIT sigDone(m_body, cause.isEmpty() ? cause : QStringLiteral("%1: %2").arg(address, cause),
-                   code);
+    HttpOutcome told = outcome;
+    if (told.error.isEmpty())
+        told.body = m_body;
+    else
+        told.error.prepend(
+            m_url.toString(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment)
+            + QStringLiteral(": "));
+    Q_EMIT sigDone(told);
 }
 
 int HttpRequest::status() const
@@ -193,36 +224,54 @@ int HttpRequest::status() const
     return m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
-QString HttpRequest::transportError() const
+HttpOutcome HttpRequest::statusFailure() const
+{
+    HttpOutcome outcome = failure(QStringLiteral("HTTP status %1").arg(status()));
+    outcome.status = status();
+    outcome.mayPass = status() >= 502 && status() <= 504;
+    outcome.retryAfter =
+        RetryPolicy::retryAfter(m_reply->rawHeader("Retry-After"), QDateTime::currentDateTimeUtc());
+    return outcome;
+}
+
+HttpOutcome HttpRequest::transportFailure() const
 {
     switch (m_reply->error()) {
     case QNetworkReply::InsecureRedirectError:
-        return QStringLiteral("redirected to a less safe scheme");
+        return failure(QStringLiteral("redirected to a less safe scheme"));
     case QNetworkReply::TooManyRedirectsError:
-        return QStringLiteral("redirected more than %1 times").arg(maxRedirects);
+        return failure(QStringLiteral("redirected more than %1 times").arg(maxRedirects));
     case QNetworkReply::ProtocolUnknownError:
     case QNetworkReply::ProtocolInvalidOperationError:
-        return QStringLiteral("redirected to no http or https address");
+        return failure(QStringLiteral("redirected to no http or https address"));
     case QNetworkReply::SslHandshakeFailedError:
-        return m_distrust.isEmpty() ? m_reply->errorString() : m_distrust;
+        return failure(m_distrust.isEmpty() ? m_reply->errorString() : m_distrust);
+    case QNetworkReply::ConnectionRefusedError:
+    case QNetworkReply::RemoteHostClosedError:
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionClosedError:
+    case QNetworkReply::TemporaryNetworkFailureError:
+        return passingFailure(m_reply->errorString());
     default:
         break;
     }
     // Texts of the higher layers name the whole address, query and all.
-    return m_reply->error() < QNetworkReply::ContentAccessDenied
-        ? m_reply->errorString()
-        : QStringLiteral("network error %1").arg(m_reply->error());
+    return failure(m_reply->error() < QNetworkReply::ContentAccessDenied
+                       ? m_reply->errorString()
+                       : QStringLiteral("network error %1").arg(m_reply->error()));
 }
 
-QString HttpRequest::bodyError() const
+HttpOutcome HttpRequest::bodyFailure() const
 {
     const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);
     if (length.isValid() && m_received < length.toLongLong())
-        return QStringLiteral("the body ends early");
+        return passingFailure(QStringLiteral("the body ends early"));
     const QByteArray encoding = encodingOf(*m_reply);
     if (encoding == "gzip")
-        return m_gzip != nullptr && m_gzip->isWhole() ? QString()
-                                                      : QStringLiteral("the gzip body ends early");
-    return encoding.isEmpty() ? QString()
-                              : QStringLiteral("the body is encoded though that was not asked for");
+        return m_gzip != nullptr && m_gzip->isWhole()
+            ? HttpOutcome()
+            : passingFailure(QStringLiteral("the gzip body ends early"));
+    return encoding.isEmpty()
+        ? HttpOutcome()
+        : failure(QStringLiteral("the body is encoded though that was not asked for"));
 }

@@ -21,7 +21,17 @@ struct HttpLimits
     qint64 bodySize; ///< bytes, after decompression
 };
 
-/** One GET request of ZHttpComm, from the address to the body or the cause of its failure. */
+/** How a try ended. */
+struct HttpOutcome
+{
+    QByteArray body;       ///< whole, when error is empty
+    QString error;         ///< the address and the cause
+    int status = 0;        ///< the HTTP status where that is the cause
+    bool mayPass = false;  ///< the failure is of a kind that another try may not meet
+    qint64 retryAfter = 0; ///< milliseconds that the server wants to be left alone
+};
+
+/** One try of a GET request, from the address to the body or the cause of its failure. */
 class HttpRequest : public QObject
 {
     Q_OBJECT
@@ -33,8 +43,9 @@ public:
 
 Q_SIGNALS:
     void sigProgress(qint64 received, qint64 total);
-    /** error is empty and body whole, or error tells the cause and code the status, if any. */
-    void sigDone(const QByteArray& body, const QString& error, int code);
+    /** The head of an answer is there, from the server of this address after all redirects. */
+    void sigAnswered(const QUrl& url, bool isMultiplexed);
+    void sigDone(const HttpOutcome& outcome);
 
 private:
     void start(QNetworkAccessManager& network);
@@ -44,11 +55,11 @@ private:
     void onFinished();
     void checkPace();
     void take(const QByteArray& block);
-    void stop(const QString& cause);
-    void done(const QString& cause, int code = 0);
+    void done(const HttpOutcome& outcome);
     int status() const;
-    QString transportError() const;
-    QString bodyError() const;
+    HttpOutcome statusFailure() const;
+    HttpOutcome transportFailure() const;
+    HttpOutcome bodyFailure() const;
 
     QUrl m_url;
     HttpLimits m_limits;

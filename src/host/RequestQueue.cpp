@@ -1,11 +1,8 @@
 #include "host/RequestQueue.h"
 
-namespace {
+#include "host/ServerOf.h"
 
-QString serverOf(const QUrl& url)
-{
-    return url.scheme() + QStringLiteral("://") + url.authority(QUrl::FullyEncoded);
-}
+namespace {
 
 QString folderOf(const QUrl& url)
 {
@@ -35,26 +32,39 @@ void RequestQueue::ended(const QUrl& url, Lane lane)
     startNext(name);
 }
 
+void RequestQueue::setMultiplexed(const QUrl& url, bool isMultiplexed)
+{
+    const QString name = serverOf(url);
+    if (isMultiplexed == m_multiplexedServers.contains(name))
+        return;
+    if (isMultiplexed)
+        m_multiplexedServers.insert(name);
+    else
+        m_multiplexedServers.remove(name);
+    startNext(name);
+}
+
 void RequestQueue::startNext(const QString& name)
 {
     for (const Lane lane : {Foreground, Background}) {
         // Looked up each time: what is started may add to the queue.
         for (auto server = m_servers.find(name); server != m_servers.end()
-             && hasPlace(*server, lane) && !server->waiting.at(lane).turns.isEmpty();
+             && hasPlace(name, *server, lane) && !server->waiting.at(lane).turns.isEmpty();
              server = m_servers.find(name)) {
             ++server->underWay.at(lane);
             takeNext(server->waiting.at(lane))();
         }
     }
     const auto server = m_servers.constFind(name);
-    if (server != m_servers.constEnd() && server->underWay == std::array<int, 2> {})
+    if (server != m_servers.constEnd() && server->underWay == Bounds {})
         m_servers.erase(server);
 }
 
-bool RequestQueue::hasPlace(const Server& server, Lane lane) const
+bool RequestQueue::hasPlace(const QString& name, const Server& server, Lane lane) const
 {
-    return server.underWay.at(Foreground) + server.underWay.at(Background) < m_most.at(Foreground)
-        && (lane == Foreground || server.underWay.at(Background) < m_most.at(Background));
+    const Bounds& most = m_multiplexedServers.contains(name) ? m_multiplexed : m_plain;
+    return server.underWay.at(Foreground) + server.underWay.at(Background) < most.at(Foreground)
+        && (lane == Foreground || server.underWay.at(Background) < most.at(Background));
 }
 
 RequestQueue::Start RequestQueue::takeNext(Waiting& waiting)

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QQueue>
+#include <QSet>
 #include <QString>
 #include <QUrl>
 
@@ -20,9 +21,13 @@ class RequestQueue
 public:
     enum Lane { Foreground, Background };
     using Start = std::function<void()>;
+    /** The most requests under way to one server, in all and of the background. */
+    using Bounds = std::array<int, 2>;
 
-    RequestQueue(int maxUnderWay, int maxInBackground)
-        : m_most {maxUnderWay, maxInBackground}
+    /** multiplexed is for servers that carry many requests in one connection. */
+    RequestQueue(const Bounds& plain, const Bounds& multiplexed)
+        : m_plain(plain)
+        , m_multiplexed(multiplexed)
     {
     }
 
@@ -30,8 +35,8 @@ public:
     void add(const QUrl& url, Lane lane, const Start& start);
     /** To be called once for each request that was started. */
     void ended(const QUrl& url, Lane lane);
-    /** Forgets everything; what waits is never started. */
-    void clear() { m_servers.clear(); }
+    /** Which bounds hold for the server of this address; the plain ones at first. */
+    void setMultiplexed(const QUrl& url, bool isMultiplexed);
 
 private:
     struct Waiting
@@ -46,9 +51,11 @@ private:
     };
 
     void startNext(const QString& name);
-    bool hasPlace(const Server& server, Lane lane) const;
+    bool hasPlace(const QString& name, const Server& server, Lane lane) const;
     static Start takeNext(Waiting& waiting);
 
-    std::array<int, 2> m_most;
+    Bounds m_plain;
+    Bounds m_multiplexed;
+    QSet<QString> m_multiplexedServers;
     QHash<QString, Server> m_servers;
 };

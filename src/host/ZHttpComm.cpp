@@ -1,13 +1,11 @@
 #include "host/ZHttpComm.h"
 
-#include "host/BufferedConnections.h"
 #include "host/HostLimits.h"
-#include "host/HttpRequest.h"
-#include "host/RequestQueue.h"
+#include "host/HttpFetch.h"
+#include "host/HttpNetwork.h"
 #include "host/zErrorInfo.h"
 
 #include <QCoreApplication>
-#include <QNetworkAccessManager>
 #include <QThread>
 
 static_assert(ZHttpComm::defaultMaxBodySize == HostLimits::maxTableBytes,
@@ -19,10 +17,7 @@ ZHttpComm* ZHttpComm::getInstance()
     return &instance;
 }
 
-ZHttpComm::ZHttpComm()
-    : m_queue(std::make_unique<RequestQueue>(maxUnderWay, maxInBackground))
-{
-}
+ZHttpComm::ZHttpComm() = default;
 
 ZHttpComm::~ZHttpComm()
 {
@@ -45,39 +40,33 @@ QtPromise::QPromise<QByteArray> ZHttpComm::add(const QUrl& url, bool inBackgroun
     using Reject = QtPromise::QPromiseReject<QByteArray>;
     Q_ASSERT(QCoreApplication::instance() != nullptr && QThread::currentThread() == thread());
     const int id = ++m_lastId;
-    const auto lane = inBackground ? RequestQueue::Background : RequestQueue::Foreground;
-    const HttpLimits limits {m_timeout, m_leastRate, m_totalTime, m_maxBodySize};
+    auto* fetch = new HttpFetch({url,
+                                 inBackground ? RequestQueue::Background : RequestQueue::Foreground,
+                                 {m_timeout, m_leastRate, m_totalTime, m_maxBodySize},
+                                 {m_retries, m_retryTime}},
+                                network());
+    m_fetches.insert(fetch);
+    connect(fetch, &HttpFetch::sigProgress, this, [this, id, url](qint64 received, qint64 total) {
+        Q_EMIT sigRequestProgress(id, url, received, total);
+    });
+    connect(fetch, &HttpFetch::sigRetried, this,
+            [this, id, url](int retry, int pause, const QString& cause) {
+                Q_EMIT sigRequestRetried(id, url, retry, pause, cause);
+            });
     QtPromise::QPromise<QByteArray> promise([&](const Resolve& resolve, const Reject& reject) {
-        m_queue->add(url, lane, [this, id, url, lane, limits, resolve, reject] {
-            connect(start(id, url, limits), &HttpRequest::sigDone, this,
-                    [=](const QByteArray& body, const QString& error, int code) {
-                        if (error.isEmpty())
-                            resolve(body);
-                        else
-                            reject(zErrorInfo(error, code));
-                        m_queue->ended(url, lane);
-                    });
+        connect(fetch, &HttpFetch::sigDone, this, [=](const HttpOutcome& outcome) {
+            m_fetches.remove(fetch);
+            fetch->deleteLater();
+            Q_EMIT sigRequestFinished(id, url, outcome.error.isEmpty());
+            if (outcome.error.isEmpty())
+                resolve(outcome.body);
+            else
+                reject(zErrorInfo(outcome.error, outcome.status));
         });
     });
+    fetch->start();
     Q_EMIT sigRequestStarted(id, url);
     return promise;
-}
-
-HttpRequest* ZHttpComm::start(int id, const QUrl& url, const HttpLimits& limits)
-{
-    auto* request = new HttpRequest(network(), url, limits);
-    m_requests.insert(request);
-    connect(request, &HttpRequest::sigProgress, this,
-            [this, id, url](qint64 received, qint64 total) {
-                Q_EMIT sigRequestProgress(id, url, received, total);
-            });
-    connect(request, &HttpRequest::sigDone, this,
-            [this, request, id, url](const QByteArray&, const QString& error) {
-                m_requests.remove(request);
-                request->deleteLater();
-                Q_EMIT sigRequestFinished(id, url, error.isEmpty());
-            });
-    return request;
 }
 
 void ZHttpComm::setTimeout(int milliseconds)
@@ -95,16 +84,23 @@ void ZHttpComm::setTotalTime(int milliseconds)
     m_totalTime = milliseconds;
 }
 
+void ZHttpComm::setRetries(int count, int withinMilliseconds)
+{
+    m_retries = count;
+    m_retryTime = withinMilliseconds;
+}
+
 void ZHttpComm::setMaxBodySize(qint64 bytes)
 {
     m_maxBodySize = bytes;
 }
 
-QNetworkAccessManager& ZHttpComm::network()
+HttpNetwork& ZHttpComm::network()
 {
     if (m_network == nullptr) {
-        m_network = std::make_unique<QNetworkAccessManager>();
-        m_network->setProxyFactory(new BufferedConnections);
+        const RequestQueue::Bounds plain {maxUnderWay, maxInBackground};
+        const RequestQueue::Bounds multiplexed {maxMultiplexed, maxMultiplexedInBackground};
+        m_network = std::make_unique<HttpNetwork>(plain, multiplexed, this);
         // This object outlives the application, the network's threads must not.
         qAddPostRoutine(&ZHttpComm::endWithApplication);
     }
@@ -118,8 +114,7 @@ void ZHttpComm::endWithApplication()
 
 void ZHttpComm::release()
 {
-    m_queue->clear();
-    qDeleteAll(m_requests);
-    m_requests.clear();
+    qDeleteAll(m_fetches);
+    m_fetches.clear();
     m_network.reset();
 }

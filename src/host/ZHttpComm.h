@@ -10,10 +10,8 @@
 
 #include <memory>
 
-class HttpRequest;
-struct HttpLimits;
-class QNetworkAccessManager;
-class RequestQueue;
+class HttpFetch;
+struct HttpNetwork;
 
 /**
  * HTTP for the client: GET requests whose promises settle on the GUI thread.
@@ -22,19 +20,25 @@ class RequestQueue;
  * are still under way when the application ends are dropped: their promises never settle.
  *
  * Requests carry no cookies and nothing is cached. Up to ten redirects are followed, but never to a
- * less safe scheme. Bodies may come compressed by gzip and are handed out decompressed, when length
- * and checksum are right and nothing follows. A body that has neither a length nor chunks nor gzip
- * ends where the server closes the connection; of all others an early end is an error.
+ * less safe scheme. The application's proxies are used, and where it has none the system's. Bodies
+ * may come compressed by gzip and are handed out decompressed, when length and checksum are right
+ * and nothing follows. A body that has neither a length nor chunks nor gzip ends where the server
+ * closes the connection; of all others an early end is an error.
  *
- * At most maxUnderWay requests go to one server at a time; the others wait for their turn, and all
- * limits of time count from there. Requests of get() go before those of getInBackground(), which
- * never take more than maxInBackground places. Within either, the folders of the addresses take
- * turns and the files of one folder keep their order: a table waits for a place, not for all the
- * animations that were asked for before.
+ * At most maxUnderWay requests go to one server at a time, or maxMultiplexed to one that speaks
+ * HTTP/2 (over TLS, where all share one connection); the others wait for their turn, and all limits
+ * of time count from there. Requests of get() go before those of getInBackground(), which never
+ * take more than maxInBackground or maxMultiplexedInBackground places. Within either, the folders
+ * of the addresses take turns and the files of one folder keep their order: a table waits for a
+ * place, not for all the animations that were asked for before.
+ *
+ * A request whose connection is refused, reset or cut off, or that is answered with 502, 503 or
+ * 504, is made again after a pause, see setRetries(); it waits for its turn anew. All other
+ * failures are final.
  *
  * For each request the signals are, in this order: one sigRequestStarted, any number of
- * sigRequestProgress, one sigRequestFinished. The id is the same in all of them and is never used
- * again; the address is the one that was asked for.
+ * sigRequestProgress and sigRequestRetried, one sigRequestFinished. The id is the same in all of
+ * them and is never used again; the address is the one that was asked for.
  */
 class ZNETWORK_EXPORT ZHttpComm : public QObject
 {
@@ -44,10 +48,14 @@ public:
     /** Requests under way to one server; as many as Qt makes connections. */
     static constexpr int maxUnderWay = 6;
     static constexpr int maxInBackground = 4;
+    static constexpr int maxMultiplexed = 48;
+    static constexpr int maxMultiplexedInBackground = 32;
 
     static constexpr int defaultTimeout = 30 * 1000;
     static constexpr int defaultLeastRate = 1024;
     static constexpr int defaultTotalTime = 30 * 60 * 1000;
+    static constexpr int defaultRetries = 2;
+    static constexpr int defaultRetryTime = 2000;
     /** No table file is larger; see HostLimits::maxTableBytes. */
     static constexpr qint64 defaultMaxBodySize = 64LL * 1024 * 1024;
 
@@ -77,9 +85,20 @@ public:
      */
     void setLeastRate(int bytesPerSecond);
 
-    /** Within how many milliseconds a request under way must be done; the default is
-     *  defaultTotalTime, 0 means never. For requests made from now on. */
+    /** How many milliseconds a request may be under way, all its tries together; the default is
+     *  defaultTotalTime, 0 means for ever. For requests made from now on. */
     void setTotalTime(int milliseconds);
+
+    /**
+     * How many further tries a request has, and the most milliseconds that the pauses before them
+     * take together; the defaults are defaultRetries and defaultRetryTime, no retries means one try
+     * only. The pauses double, and each is random between a half and the whole of its share, so
+     * that clients which failed together do not come back together. What a server asks for by
+     * Retry-After, up to ten seconds, comes on top of a pause; where it asks for more, the failure
+     * is final. A promise is thus settled within the total time, these pauses and the turns of its
+     * tries. For requests made from now on.
+     */
+    void setRetries(int count, int withinMilliseconds);
 
     /** The most bytes that a body may have, decompressed; the default is defaultMaxBodySize. For
      *  requests made from now on. */
@@ -88,8 +107,11 @@ public:
 Q_SIGNALS:
     /** Comes from within get: the request may have to wait for its turn yet. */
     void sigRequestStarted(int id, const QUrl& url);
-    /** Bytes as they come over the line; total is -1 while it is unknown. */
+    /** Bytes as they come over the line, of the present try; total is -1 while it is unknown. */
     void sigRequestProgress(int id, const QUrl& url, qint64 received, qint64 total);
+    /** A try has failed with this cause; number retry of the further ones follows after pause
+     *  milliseconds and its turn. */
+    void sigRequestRetried(int id, const QUrl& url, int retry, int pause, const QString& cause);
     /** Comes before the promise's handlers. */
     void sigRequestFinished(int id, const QUrl& url, bool ok);
 
@@ -98,17 +120,17 @@ private:
     ~ZHttpComm() override;
 
     QtPromise::QPromise<QByteArray> add(const QUrl& url, bool inBackground);
-    HttpRequest* start(int id, const QUrl& url, const HttpLimits& limits);
-    QNetworkAccessManager& network();
+    HttpNetwork& network();
     static void endWithApplication();
     void release();
 
-    std::unique_ptr<QNetworkAccessManager> m_network;
-    std::unique_ptr<RequestQueue> m_queue;
-    QSet<HttpRequest*> m_requests; // those under way
+    std::unique_ptr<HttpNetwork> m_network;
+    QSet<HttpFetch*> m_fetches;
     int m_lastId = 0;
     int m_timeout = defaultTimeout;
     int m_leastRate = defaultLeastRate;
     int m_totalTime = defaultTotalTime;
+    int m_retries = defaultRetries;
+    int m_retryTime = defaultRetryTime;
     qint64 m_maxBodySize = defaultMaxBodySize;
 };

@@ -1,0 +1,63 @@
+#include "host/HttpFetch.h"
+
+#include "host/HttpNetwork.h"
+
+#include <QPointer>
+#include <QTimer>
+
+HttpFetch::HttpFetch(const HttpOrder& order, HttpNetwork& network)
+    : m_order(order)
+    , m_network(network)
+{
+}
+
+void HttpFetch::start()
+{
+    m_network.queue.add(m_order.url, m_order.lane, [this] { onTurn(); });
+}
+
+void HttpFetch::onTurn()
+{
+    m_sinceTurn.start();
+    m_network.proxies->prepare(m_order.url, [self = QPointer<HttpFetch>(this)] {
+        if (self != nullptr)
+            self->request();
+    });
+}
+
+void HttpFetch::request()
+{
+    auto* request = new HttpRequest(m_network.manager, m_order.url, m_order.limits);
+    request->setParent(this);
+    connect(request, &HttpRequest::sigProgress, this, &HttpFetch::sigProgress);
+    connect(request, &HttpRequest::sigAnswered, this, [this](const QUrl& url, bool isMultiplexed) {
+        m_network.queue.setMultiplexed(url, isMultiplexed);
+    });
+    connect(request, &HttpRequest::sigDone, this,
+            [this, request](const HttpOutcome& outcome) { onTried(request, outcome); });
+}
+
+void HttpFetch::onTried(HttpRequest* request, const HttpOutcome& outcome)
+{
+    request->deleteLater();
+    const int pause = pauseAfter(outcome);
+    if (pause < 0) {
+        Q_EMIT sigDone(outcome);
+    } else {
+        QTimer::singleShot(pause, this, &HttpFetch::start);
+        Q_EMIT sigRetried(m_tried, pause, outcome.error);
+    }
+    m_network.queue.ended(m_order.url, m_order.lane);
+}
+
+int HttpFetch::pauseAfter(const HttpOutcome& outcome)
+{
+    if (!outcome.mayPass)
+        return -1;
+    if (m_order.limits.totalTime > 0) {
+        m_order.limits.totalTime -= static_cast<int>(m_sinceTurn.elapsed());
+        if (m_order.limits.totalTime <= 0)
+            return -1;
+    }
+    return m_order.retries.pauseBefore(++m_tried, outcome.retryAfter);
+}

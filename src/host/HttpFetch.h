@@ -1,0 +1,48 @@
+#pragma once
+
+#include "host/HttpRequest.h"
+#include "host/RequestQueue.h"
+#include "host/RetryPolicy.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QUrl>
+
+struct HttpNetwork;
+
+/** What ZHttpComm was asked for, with the settings of that moment. */
+struct HttpOrder
+{
+    QUrl url;
+    RequestQueue::Lane lane;
+    HttpLimits limits;
+    RetryPolicy retries;
+};
+
+/** One order of ZHttpComm, with its turns in the queue and all its tries. */
+class HttpFetch : public QObject
+{
+    Q_OBJECT
+
+public:
+    HttpFetch(const HttpOrder& order, HttpNetwork& network);
+
+    /** To be called once; sigDone then comes exactly once, and never from within. */
+    void start();
+
+Q_SIGNALS:
+    void sigProgress(qint64 received, qint64 total);
+    void sigRetried(int retry, int pause, const QString& cause);
+    void sigDone(const HttpOutcome& outcome);
+
+private:
+    void onTurn();
+    void request();
+    void onTried(HttpRequest* request, const HttpOutcome& outcome);
+    int pauseAfter(const HttpOutcome& outcome);
+
+    HttpOrder m_order;
+    HttpNetwork& m_network;
+    QElapsedTimer m_sinceTurn;
+    int m_tried = 0;
+};
