@@ -46,13 +46,15 @@ struct Proxies::OfSystem
         Answer& answer = answers[server];
         answer.proxies = proxies;
         answer.age.start();
-        release(server);
-    }
-
-    void release(const QString& server)
-    {
         for (const std::function<void()>& ready : waiting.take(server))
             ready();
+    }
+
+    /** What comes later than this is taken for the requests that follow. */
+    void giveUp(const QString& server)
+    {
+        if (!answers.contains(server))
+            answer(server, {});
     }
 };
 
@@ -100,7 +102,7 @@ void Proxies::lookUp(const QUrl& url)
     });
     QTimer::singleShot(maxLookupTime, m_context, [system, server] {
         if (const auto alive = system.lock())
-            alive->release(server);
+            alive->giveUp(server);
     });
 }
 
