@@ -2,6 +2,14 @@
 
 TableDeclaration::~TableDeclaration() = default;
 
+QStringList TableDeclaration::columnNames() const
+{
+    QStringList names;
+    for (const ColumnSchema& column : m_schema.columns)
+        names.append(column.name);
+    return names;
+}
+
 QString TableDeclaration::missingColumn(const QHash<QString, int>& header) const
 {
     for (const ColumnSchema& column : m_schema.columns) {

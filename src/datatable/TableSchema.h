@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonValue>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 /** One column that a manager wants of its table, in words. */
@@ -54,6 +55,9 @@ public:
     virtual ~TableDeclaration();
 
     const TableSchema& schema() const { return m_schema; }
+
+    /** The names of all columns that the manager wants, the optional ones too. */
+    QStringList columnNames() const;
 
     /** The first required column that a header lacks; empty when it has them all. */
     QString missingColumn(const QHash<QString, int>& header) const;

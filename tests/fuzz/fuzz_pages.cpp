@@ -32,8 +32,8 @@ ZGLOBAL_FUZZER
     require(QDir::setCurrent(work.path()), "a working folder");
     QFile file(QStringLiteral("table"));
     QByteArray columns;
-    for (const ColumnSchema& column : ZBannerMgr::declaration().schema().columns)
-        columns += (columns.isEmpty() ? "\"" : ",\"") + column.name.toUtf8() + '"';
+    for (const QString& column : ZBannerMgr::declaration().columnNames())
+        columns += (columns.isEmpty() ? "\"" : ",\"") + column.toUtf8() + '"';
     require(file.open(QIODevice::WriteOnly)
                 && file.write("{\"columns\":[" + columns + "],\"rows\":[]}") > 0,
             "a table");
