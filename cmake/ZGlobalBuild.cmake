@@ -74,18 +74,21 @@ function(zglobal_part name)
 endfunction()
 
 # zglobal_library(NAME PAIRS names... SOURCES files... HEADERS exported headers... LINKS targets...
-#     PRIVATE_LINKS targets...)
+#     PRIVATE_LINKS targets... EXPORTED_AS name)
 # declares a shared library with its export header, version, alias and installation. A pair is a
-# source and the exported header of the same name.
+# source and the exported header of the same name. Users link ZGlobal::NAME, or the name given.
 function(zglobal_library name)
-    cmake_parse_arguments(arg "" "" "PAIRS;SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(arg "" "EXPORTED_AS" "PAIRS;SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
+    if(NOT arg_EXPORTED_AS)
+        set(arg_EXPORTED_AS ${name})
+    endif()
     foreach(pair IN LISTS arg_PAIRS)
         list(APPEND arg_SOURCES ${pair}.cpp)
         list(APPEND arg_HEADERS ${pair}.h)
     endforeach()
     add_library(${name} SHARED ${arg_SOURCES} ${arg_HEADERS})
-    add_library(ZGlobal::${name} ALIAS ${name})
-    set_target_properties(${name} PROPERTIES
+    add_library(ZGlobal::${arg_EXPORTED_AS} ALIAS ${name})
+    set_target_properties(${name} PROPERTIES EXPORT_NAME ${arg_EXPORTED_AS}
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
     include(GenerateExportHeader)
     generate_export_header(${name}

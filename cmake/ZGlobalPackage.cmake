@@ -1,5 +1,5 @@
-# The installed package: find_package(ZGlobal) gives ZGlobal::ZGlobalClient, ZGlobal::ZGlobal and the
-# two host libraries.
+# The installed package: find_package(ZGlobal) gives ZGlobal::ZGlobalClient, ZGlobal::ZGlobal, the two
+# host libraries and, for tests, ZGlobal::Testing.
 include(CMakePackageConfigHelpers)
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/ZGlobal")

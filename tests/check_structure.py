@@ -25,7 +25,9 @@ FLOORS = [  # from the bottom
     ["apps/server", "apps/zglobal/console"],
     ["apps/zglobal/command"],
     ["apps/zglobal/demo"],
-    ["apps/zglobal", "apps/tablereference", "bench", "examples/embed", "examples/managers"],
+    ["apps/zglobal", "apps/tablereference", "bench", "examples/embed", "examples/managers",
+     "src/testing"],
+    ["examples/testing"],
 ]
 FLOOR = {room: number for number, rooms in enumerate(FLOORS) for room in rooms}
 PLACE = {room: place for rooms in FLOORS for place, room in enumerate(rooms)}
@@ -121,7 +123,7 @@ def drawing(rooms):
             drawn.setdefault(tuple(arrows), []).append(room)
         for place, (known, names) in enumerate(drawn.items()):
             floor_number = f"{number}" if place == 0 else " "
-            left = [f"{floor_number}  {names[0]}"] + [f"   {name}" for name in names[1:]]
+            left = [f"{floor_number:<2} {names[0]}"] + [f"   {name}" for name in names[1:]]
             left[0] = f"{left[0]:<26}" + (f"──> {', '.join(known)}" if known else "")
             lines += [line.rstrip() for line in left]
     return "\n".join(lines) + "\n"

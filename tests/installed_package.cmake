@@ -15,7 +15,7 @@ function(run expected words)
 endfunction()
 
 run(0 "" ${CMAKE_COMMAND} --install "${BUILD}" --prefix "${installed}")
-foreach(example embed managers)
+foreach(example embed managers testing)
     run(0 "" ${CMAKE_COMMAND} -G Ninja -S "${SOURCE}/examples/${example}" -B "${WORK}/${example}"
         "-DCMAKE_PREFIX_PATH=${installed}" "-DCMAKE_CXX_FLAGS=${FLAGS}")
     run(0 "" ${CMAKE_COMMAND} --build "${WORK}/${example}")
@@ -23,6 +23,7 @@ endforeach()
 
 run(1 "could not be learnt" "${WORK}/embed/embed" "http://127.0.0.1:9")
 run(1 "网络不给力，请重试" "${WORK}/managers/managers" "http://127.0.0.1:9")
+run(0 "rose" "${WORK}/testing/testing")
 if(UNIX)
     set(with_server [[rm -f address
         "$0" serve "$1" >address &

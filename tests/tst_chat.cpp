@@ -6,7 +6,7 @@
 #include "gift/ZGiftLabelMgr.h"
 #include "support/Answers.h"
 #include "support/Cases.h"
-#include "support/HttpServer.h"
+#include "testing/ZTestServer.h"
 
 #include <QtTest>
 
@@ -29,7 +29,7 @@ class tst_chat : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
     ZBubbleConfigMgr& m_bubbles = ZBubbleConfigMgr::getInstance();
     ZDoutuMgr& m_stickers = ZDoutuMgr::getInstance();
     ZMessageMgr& m_messages = ZMessageMgr::getInstance();
@@ -107,7 +107,7 @@ private Q_SLOTS:
 
     void downloads()
     {
-        HttpServer server;
+        ZTestServer server;
         ZGlobalConfig::getInstance().setConfig(u"ImageResServer"_s, server.baseUrl());
         server.serve(u"/app/images/nineImage/bubble_bg_5.9.png"_s, "background");
         server.serve(u"/app/images/nobility/bubble_small_5.png"_s, "thumbnail");
@@ -122,9 +122,9 @@ private Q_SLOTS:
             QCOMPARE(outcome(m_stickers.getImagePathAndDownloadById(5, 0)), sticker);
         }
         QCOMPARE(server.targets().size(), 3);
-        QCOMPARE(WorkFolder::read(image), QByteArray("background"));
-        QCOMPARE(WorkFolder::read(image + u"_thumb_enable"_s), QByteArray("thumbnail"));
-        QCOMPARE(WorkFolder::read(sticker), QByteArray("cat"));
+        QCOMPARE(ZTestFolder::read(image), QByteArray("background"));
+        QCOMPARE(ZTestFolder::read(image + u"_thumb_enable"_s), QByteArray("thumbnail"));
+        QCOMPARE(ZTestFolder::read(sticker), QByteArray("cat"));
         QCOMPARE(outcome(m_bubbles.getImagePathAndDownloadById(u"6"_s)), u"rejected"_s);
         QCOMPARE(outcome(m_stickers.getImagePathAndDownloadById(5, 1)), u"rejected"_s);
     }

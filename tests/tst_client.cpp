@@ -2,9 +2,9 @@
 #include "datatable/ZDataTableMgr.h"
 #include "gift/ZGiftListMgr.h"
 #include "host/zErrorInfo.h"
-#include "support/HttpServer.h"
 #include "support/Literals.h"
 #include "support/Tables.h"
+#include "testing/ZTestServer.h"
 
 #include <QtTest>
 
@@ -16,21 +16,15 @@ class tst_client : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
-    HttpServer m_server;
+    ZTestFolder m_folder;
+    ZTestServer m_server;
     ZGlobalClient m_client;
 
     /** Publishes a gift table of these columns that names one gift, under this version. */
     void publishGift(const QString& columns, const QString& name, int version)
     {
-        m_server.serve(
-            u"/app/resources/CS_GiftList"_s,
-            tableBytes(columns,
-                       u"[{'giftId': 'G', 'valid': true, 'giftName': '%1'}]"_s.arg(name).toUtf8()));
-        m_server.serve(
-            u"/app/versions.json"_s,
-            u"{\"versions\": {\"CS_GiftList\": %1, \"GroupWelComeWord\": 1}}"_s.arg(version)
-                .toUtf8());
+        const QString row = u"[{'giftId': 'G', 'valid': true, 'giftName': '%1'}]"_s.arg(name);
+        m_server.publish(u"CS_GiftList"_s, version, tableBytes(columns, row.toUtf8()));
     }
 
     /** The tables that failed, or the reason why nothing was updated. */
@@ -60,7 +54,7 @@ void tst_client::initTestCase()
     QCOMPARE(error, u"no content server is known in ."_s);
     QVERIFY(m_client.open(u"data"_s, ZGlobalClient::configurationFor(m_server.baseUrl()), &error));
     for (const TableStatus& table : ZDataTableMgr::getInstance()->getTableStatuses())
-        m_server.serve(u"/app/resources/"_s + table.table, tableBytes(u"id"_s, "[['Hi']]"));
+        m_server.publish(table.table, 1, tableBytes(u"id"_s, "[['Hi']]"));
 }
 
 void tst_client::refusedVersionIsLeft()
@@ -108,9 +102,9 @@ void tst_client::refusedVersionIsLeft()
 void tst_client::failures()
 {
     // A side table that is none does not replace a good one.
-    const QString path = WorkFolder::write(u"res/activity/ActivityAwardEffect"_s, "good");
+    const QString path = ZTestFolder::write(u"res/activity/ActivityAwardEffect"_s, "good");
     update();
-    QCOMPARE(WorkFolder::read(path), QByteArray("good"));
+    QCOMPARE(ZTestFolder::read(path), QByteArray("good"));
     m_server.serve(u"/app/versions.json"_s, "[]");
     QCOMPARE(update(),
              QStringList {u"the versions could not be learnt: %1/app/versions.json is not a JSON "

@@ -98,7 +98,7 @@ class tst_columns : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
 
 private Q_SLOTS:
     void conversions_data() { Cases::rows("columns"); }
@@ -114,7 +114,7 @@ private Q_SLOTS:
             u"unread texts textFlag textInteger integerText truncated number flag "
             "integer text"_s;
         QVERIFY(
-            table.load(WorkFolder::write(u"table"_s, tableBytes(columns, {row, QJsonValue()}))));
+            table.load(ZTestFolder::write(u"table"_s, tableBytes(columns, {row, QJsonValue()}))));
         QCOMPARE(textOf(table.records()), textOf(QJsonArray {record}));
     }
 

@@ -2,7 +2,7 @@
 #include "host/ZGlobalConfig.h"
 #include "support/Cases.h"
 #include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
 
 #include <QtTest>
 
@@ -48,8 +48,8 @@ private Q_SLOTS:
         QByteArray bytes = Cases::bytes(text);
         if (cause.startsWith(u"larger"_s))
             bytes += QByteArray(HostLimits::maxTableBytes, ' ');
-        const WorkFolder folder;
-        const QString path = WorkFolder::write(u"table"_s, bytes);
+        const ZTestFolder folder;
+        const QString path = ZTestFolder::write(u"table"_s, bytes);
         QHash<QString, int> header = heldHeader;
         QJsonArray rows = heldRows;
         QString error;
@@ -65,7 +65,7 @@ private Q_SLOTS:
 
     void loadsValues()
     {
-        const WorkFolder folder;
+        const ZTestFolder folder;
         const QString path = u"config.json"_s;
         ZGlobalConfig& config = ZGlobalConfig::getInstance();
         const auto value = [&config](const char* key) {
@@ -75,7 +75,7 @@ private Q_SLOTS:
         const QByteArray values =
             json("{'userId': 90071992547409931, 'ServerType': 1002, 'half': -0.5,"
                  "                                      'big': 1e21, 'cmsServer': 'http://例/'}");
-        WorkFolder::write(path, values);
+        ZTestFolder::write(path, values);
         QVERIFY(config.loadConfig(path));
         QCOMPARE(value("userId"), u"90071992547409931"_s);
         QCOMPARE(value("ServerType"), u"1002"_s);
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QVERIFY(value("unknown").isEmpty());
 
         const QByteArray wrong = json("{'ServerType': '2', 'flag': true}");
-        WorkFolder::write(path, wrong);
+        ZTestFolder::write(path, wrong);
         QString error;
         QVERIFY(!config.loadConfig(path, &error));
         QCOMPARE(error, path + u": the value of \"flag\" is neither text nor a number"_s);

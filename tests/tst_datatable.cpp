@@ -20,7 +20,7 @@ class tst_datatable : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
     ZDataTableMgr* m_tables = nullptr;
 
     QString pathOf(Table::EDataTableType type)
@@ -80,7 +80,7 @@ private Q_SLOTS:
 
     void savesAreFolded()
     {
-        WorkFolder::write(u"common.ini"_s, "[Window]\ntitle=直播间\n[TableVersion]\nRetired=9\n");
+        ZTestFolder::write(u"common.ini"_s, "[Window]\ntitle=直播间\n[TableVersion]\nRetired=9\n");
         QSignalSpy saves(m_tables, &ZDataTableMgr::sigVersionsSaved);
         QVector<int> seen; // writes so far, shortly before and after a second from the last change
         const auto at = [this](int milliseconds, const auto& step) {
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(seen, QVector<int>({0, 1}));
         QCOMPARE(saves.first().first().toBool(), true);
         QCOMPARE(
-            WorkFolder::read(u"common.ini"_s).simplified(),
+            ZTestFolder::read(u"common.ini"_s).simplified(),
             QByteArray(
                 "[Window] title=直播间 [TableVersion] Retired=9 Doutu=0 Message=3 CS_GiftList=6"));
     }
@@ -110,7 +110,7 @@ private Q_SLOTS:
     void localVersions()
     {
         QFETCH(QString, line);
-        WorkFolder::write(u"common.ini"_s, "[TableVersion]\n" + line.toUtf8() + "\n");
+        ZTestFolder::write(u"common.ini"_s, "[TableVersion]\n" + line.toUtf8() + "\n");
         m_tables->setTableVersion(Table::CS_GiftList, 40, false);
         m_tables->loadLocalVersion();
         QTEST(m_tables->getTableVersion(Table::CS_GiftList), "version");
@@ -126,8 +126,8 @@ private Q_SLOTS:
 
     void brokenGiftTable()
     {
-        WorkFolder::write(pathOf(Table::GroupWelComeWord), tableBytes(u"w"_s, "[['Hi']]"));
-        WorkFolder::write(pathOf(Table::CS_GiftList), tableBytes(u"id"_s, "[]"));
+        ZTestFolder::write(pathOf(Table::GroupWelComeWord), tableBytes(u"w"_s, "[['Hi']]"));
+        ZTestFolder::write(pathOf(Table::CS_GiftList), tableBytes(u"id"_s, "[]"));
         const LogLines log;
         QVERIFY(!m_tables->loadAllTables());
         QVERIFY(!QFile::exists(pathOf(Table::CS_GiftList)));
@@ -139,10 +139,10 @@ private Q_SLOTS:
 
     void fullStart()
     {
-        WorkFolder::write(pathOf(Table::GroupWelComeWord), tableBytes(u"w"_s, "[]"));
-        WorkFolder::write(pathOf(Table::CS_GiftList),
-                          tableBytes(columnsOf(ZGiftListMgr::declaration(), false), "[]"));
-        WorkFolder::write(pathOf(Table::FansConfigNew), "not a table");
+        ZTestFolder::write(pathOf(Table::GroupWelComeWord), tableBytes(u"w"_s, "[]"));
+        ZTestFolder::write(pathOf(Table::CS_GiftList),
+                           tableBytes(columnsOf(ZGiftListMgr::declaration(), false), "[]"));
+        ZTestFolder::write(pathOf(Table::FansConfigNew), "not a table");
         const LogLines log;
         QVERIFY(m_tables->loadAllTables());
         const QStringList lines = LogLines::lines();

@@ -15,7 +15,7 @@ class tst_decoration : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
     ZFunLevelMgr* m_levels = ZFunLevelMgr::getInstance();
     ZImageFrameInfoListMgr* m_frames = ZImageFrameInfoListMgr::getInstance();
 

@@ -10,7 +10,7 @@ class tst_effect : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
 
 private Q_SLOTS:
     void answers_data() { Cases::rows("effect"); }

@@ -8,9 +8,9 @@
 #include "host/zErrorInfo.h"
 #include "presentation/ZBannerMgr.h"
 #include "support/Cases.h"
-#include "support/HttpServer.h"
 #include "support/LogLines.h"
 #include "support/Tables.h"
+#include "testing/ZTestServer.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -62,8 +62,8 @@ QByteArray archive(const QByteArray& name)
 Tree tree()
 {
     Tree all;
-    for (const QString& path : WorkFolder::files())
-        all.insert(path, WorkFolder::read(path));
+    for (const QString& path : ZTestFolder::files())
+        all.insert(path, ZTestFolder::read(path));
     return all;
 }
 
@@ -84,7 +84,7 @@ void write(const Tree& files)
         entry.isDir() && !entry.isSymLink() ? QDir(entry.filePath()).removeRecursively()
                                             : QFile::remove(entry.filePath());
     for (auto file = files.begin(); file != files.end(); ++file)
-        WorkFolder::write(file.key(), file.value());
+        ZTestFolder::write(file.key(), file.value());
 }
 
 /** As a program does before it begins with any of the jobs; the tables lie in "in/". */
@@ -156,8 +156,8 @@ class tst_faults : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
-    HttpServer m_server;
+    ZTestFolder m_folder;
+    ZTestServer m_server;
     ZGlobalClient m_client;
     Tree m_before;
     QMap<QString, Tree> m_after; // by job
@@ -332,7 +332,7 @@ private Q_SLOTS:
             QVERIFY2(QFileInfo::exists(place + u"/in the way"_s), qPrintable(place));
             QDir(place).removeRecursively();
             if (m_before.contains(place))
-                WorkFolder::write(place, m_before[place]);
+                ZTestFolder::write(place, m_before[place]);
         }
         judge(job, said, false);
     }
@@ -340,7 +340,7 @@ private Q_SLOTS:
     void links()
     {
         write(m_before);
-        WorkFolder::write(u"elsewhere/file"_s, "x");
+        ZTestFolder::write(u"elsewhere/file"_s, "x");
         QVERIFY(QDir().mkpath(u"elsewhere/tables"_s)
                 && QDir(u"res/dataTable"_s).removeRecursively());
         const QString elsewhere = QDir().absoluteFilePath(u"elsewhere"_s);
@@ -351,8 +351,8 @@ private Q_SLOTS:
         QCOMPARE(run(u"tidy"_s, m_client), QString());
         QVERIFY(!QFileInfo(u"res/animation/x_1"_s).isSymLink());
         QVERIFY(!QFileInfo(u"res/flash/abc_9"_s).isSymLink());
-        QCOMPARE(WorkFolder::read(u"elsewhere/file"_s), QByteArray("x"));
-        QCOMPARE(WorkFolder::files(u"elsewhere/tables"_s).size(), TableCatalogue::types().size());
+        QCOMPARE(ZTestFolder::read(u"elsewhere/file"_s), QByteArray("x"));
+        QCOMPARE(ZTestFolder::files(u"elsewhere/tables"_s).size(), TableCatalogue::types().size());
     }
 
     void hostileNames_data() { Cases::rows("faults"); }
@@ -365,11 +365,11 @@ private Q_SLOTS:
         m_server.serve(QUrl(u"/app/logo/flash/"_s + name).path(QUrl::FullyEncoded),
                        archive(name.toUtf8()));
         const QString columns = columnsOf(ZFlashConfigMgr::declaration());
-        WorkFolder::write(u"in/hostile"_s,
-                          tableBytes(columns, QJsonArray {QJsonArray {name, u"1"_s, u"1"_s}}));
+        ZTestFolder::write(u"in/hostile"_s,
+                           tableBytes(columns, QJsonArray {QJsonArray {name, u"1"_s, u"1"_s}}));
         ZFlashConfigMgr& flashes = ZFlashConfigMgr::getInstance();
         QVERIFY(flashes.loadListTable(u"in/hostile"_s));
-        const QStringList before = WorkFolder::files();
+        const QStringList before = ZTestFolder::files();
         const int asked = m_server.targets().size();
         QCOMPARE(run(u"flash"_s, m_client), good ? QString() : u"no file may have this name"_s);
         QCOMPARE(m_server.targets().size() - asked, good ? 1 : 0);
@@ -385,7 +385,7 @@ private Q_SLOTS:
                 .then([&](const QString&) { told = u"ok"_s; })
                 .fail([&](const zErrorInfo& error) { told = error.message(); });
             QTRY_COMPARE(told, stays ? u"ok"_s : path + u" leads out of the cache"_s);
-            QVERIFY(stays || WorkFolder::files() == before);
+            QVERIFY(stays || ZTestFolder::files() == before);
         }
         write(m_before);
         QVERIFY(flashes.loadListTable(u"in/flashes"_s));
@@ -405,7 +405,7 @@ private Q_SLOTS:
             const auto process = child(job);
             QTRY_COMPARE_WITH_TIMEOUT(process->state(), QProcess::NotRunning, 60000);
             // One killed before its name was in its lock counts for ten minutes: let them be over.
-            for (const QString& path : WorkFolder::files().filter(u".lock"_s)) {
+            for (const QString& path : ZTestFolder::files().filter(u".lock"_s)) {
                 QFile lock(path);
                 if (lock.open(QIODevice::ReadWrite))
                     lock.setFileTime(QDateTime::currentDateTime().addSecs(-660),
@@ -415,7 +415,7 @@ private Q_SLOTS:
                 + ' ' + qgetenv("ZGLOBAL_FAULT_AT");
             QVERIFY2(process->exitStatus() == (i > 0 ? QProcess::CrashExit : QProcess::NormalExit),
                      what);
-            for (const QByteArray& line : WorkFolder::read(report).split('\n'))
+            for (const QByteArray& line : ZTestFolder::read(report).split('\n'))
                 if (i == 0 && line.contains(' ') && !line.endsWith(" 0"))
                     counted.append(line.split(' '));
             judge(job, {}, true, what);

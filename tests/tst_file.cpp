@@ -2,7 +2,7 @@
 #include "file/WholeFile.h"
 #include "support/Cases.h"
 #include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
 
 #include <QtTest>
 
@@ -26,10 +26,10 @@ class TestFile : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<WorkFolder> m_work;
+    std::unique_ptr<ZTestFolder> m_work;
 
 private Q_SLOTS:
-    void init() { m_work = std::make_unique<WorkFolder>(); }
+    void init() { m_work = std::make_unique<ZTestFolder>(); }
     void cleanup() { m_work.reset(); }
 
     void writesWholeFiles()
@@ -38,26 +38,26 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(u"图 a"_s, QFile::ReadOwner | QFile::WriteOwner));
         const QFile::Permissions rights = QFile::permissions(u"图 a"_s);
         QCOMPARE(WholeFile::write(u"图 a"_s, oldBytes), QString());
-        QCOMPARE(WorkFolder::read(u"图 a"_s), oldBytes);
+        QCOMPARE(ZTestFolder::read(u"图 a"_s), oldBytes);
         QCOMPARE(QFile::permissions(u"图 a"_s), rights);
         QCOMPARE(WholeFile::write(QDir::currentPath() + u"/图 a"_s, {}), QString());
         QCOMPARE(QFileInfo(u"图 a"_s).size(), 0);
-        QCOMPARE(WorkFolder::files(), QStringList {u"图 a"_s});
+        QCOMPARE(ZTestFolder::files(), QStringList {u"图 a"_s});
     }
 
     void replacesALinkAndNotItsTarget()
     {
-        WorkFolder::write(u"target"_s, oldBytes);
+        ZTestFolder::write(u"target"_s, oldBytes);
         QVERIFY(QDir().mkdir(u"folder"_s));
         for (const QString& target : {u"target"_s, u"folder"_s, u"nothing"_s}) {
             QVERIFY(QFile::link(target, u"link"_s));
             QCOMPARE(WholeFile::write(u"link"_s, newBytes), QString());
             QVERIFY(!QFileInfo(u"link"_s).isSymLink());
-            QCOMPARE(WorkFolder::read(u"link"_s), newBytes);
+            QCOMPARE(ZTestFolder::read(u"link"_s), newBytes);
             QVERIFY(QFile::remove(u"link"_s));
         }
-        QCOMPARE(WorkFolder::read(u"target"_s), oldBytes);
-        QCOMPARE(WorkFolder::files(), QStringList {u"target"_s});
+        QCOMPARE(ZTestFolder::read(u"target"_s), oldBytes);
+        QCOMPARE(ZTestFolder::files(), QStringList {u"target"_s});
     }
 
     void leavesWhatWasThere_data() { Cases::rows("file"); }
@@ -66,8 +66,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, path);
         QFETCH(QString, cause);
-        WorkFolder::write(u"file"_s, oldBytes);
-        WorkFolder::write(u"folder/old"_s, oldBytes);
+        ZTestFolder::write(u"file"_s, oldBytes);
+        ZTestFolder::write(u"folder/old"_s, oldBytes);
         QVERIFY(QDir().mkdir(u"disk"_s) && QDir().mkdir(u"closed"_s));
         QVERIFY(QFile::setPermissions(u"folder/old"_s, QFile::ReadOwner));
         QVERIFY(QFile::setPermissions(u"closed"_s, QFile::ReadOwner | QFile::ExeOwner));
@@ -80,7 +80,7 @@ private Q_SLOTS:
             mounted = mount("tmpfs", "disk", "tmpfs", 0, "size=64k") == 0;
             if (!mounted)
                 QSKIP("this user may not mount a small disk");
-            WorkFolder::write(path, oldBytes);
+            ZTestFolder::write(path, oldBytes);
         }
         rlimit limit {};
         getrlimit(RLIMIT_FSIZE, &limit);
@@ -94,8 +94,8 @@ private Q_SLOTS:
 #else
         QSKIP("the causes are told in this system's own words");
 #endif
-        const QStringList files = WorkFolder::files();
-        const QByteArray held = WorkFolder::read(path);
+        const QStringList files = ZTestFolder::files();
+        const QByteArray held = ZTestFolder::read(path);
         QFile::setPermissions(u"closed"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 #ifdef Q_OS_LINUX
         if (mounted)
@@ -118,7 +118,7 @@ private Q_SLOTS:
             Faults::Fault fault {Faults::Call(i / 2), 0, ENOSPC, i % 2 == 0 ? 1 : Faults::forGood};
             int calls = 1;
             for (fault.at = 1; fault.at <= calls; ++fault.at) {
-                WorkFolder::write(u"file"_s, oldBytes);
+                ZTestFolder::write(u"file"_s, oldBytes);
                 Faults::arm(fault, folder.constData());
                 const QString cause = WholeFile::write(u"file"_s, newBytes);
                 calls = Faults::disarm();
@@ -128,8 +128,8 @@ private Q_SLOTS:
                 failures += failed ? 1 : 0;
                 QVERIFY2(cause == (failed ? u"file: No space left on device"_s : QString()),
                          where + ": " + cause.toUtf8());
-                QVERIFY2(WorkFolder::read(u"file"_s) == (failed ? oldBytes : newBytes), where);
-                QVERIFY2(WorkFolder::files() == QStringList {u"file"_s}, where);
+                QVERIFY2(ZTestFolder::read(u"file"_s) == (failed ? oldBytes : newBytes), where);
+                QVERIFY2(ZTestFolder::files() == QStringList {u"file"_s}, where);
             }
         }
         // Open, write, fsync, close and rename, once and for good.

@@ -2,9 +2,9 @@
 #include "effect/ZFlashConfigMgr.h"
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
-#include "support/HttpServer.h"
 #include "support/LogLines.h"
 #include "support/Tables.h"
+#include "testing/ZTestServer.h"
 
 #include <QThreadPool>
 #include <QtTest>
@@ -39,8 +39,8 @@ class tst_flash : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
-    HttpServer m_server;
+    ZTestFolder m_folder;
+    ZTestServer m_server;
     ZFlashConfigMgr& m_flashes = ZFlashConfigMgr::getInstance();
     QSignalSpy m_complete {&m_flashes, &ZFlashConfigMgr::sigDownloadFlash};
 
@@ -75,7 +75,7 @@ private Q_SLOTS:
     void downloads()
     {
         load("[['12', 'abc'], ['3', 'gone'], ['1', 'here']]");
-        WorkFolder::write(u"res/flash/here_1/here.flajson"_s, "{}");
+        ZTestFolder::write(u"res/flash/here_1/here.flajson"_s, "{}");
         m_server.serve(url + u"abc"_s, archive("abc.flajson", "{}"));
         QSignalSpy finished(ZHttpComm::getInstance(), &ZHttpComm::sigRequestFinished);
         const LogLines log;
@@ -86,7 +86,7 @@ private Q_SLOTS:
         QCOMPARE(m_server.targets(), QStringList({url + u"abc?12"_s, url + u"gone?3"_s}));
         QCOMPARE(LogLines::lines(), QStringList {u"开始下载flash 4"_s});
         QCOMPARE(
-            WorkFolder::files(u"res/flash"_s),
+            ZTestFolder::files(u"res/flash"_s),
             QStringList({u"abc_12/abc.flajson"_s, u"abc_12/abc_12"_s, u"here_1/here.flajson"_s}));
         QCOMPARE(m_complete.size(), 0);
 

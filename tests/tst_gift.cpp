@@ -19,7 +19,7 @@ class tst_gift : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
     ZGiftListMgr* m_gifts = ZGiftListMgr::getInstance();
     const QString m_version = QString::number(seconds(u"2026-01-02 03:04:05"_s));
 

@@ -3,9 +3,9 @@
 #include "host/zErrorInfo.h"
 #include "support/CacheName.h"
 #include "support/Cases.h"
-#include "support/HttpServer.h"
 #include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
+#include "testing/ZTestServer.h"
 
 #include <QProcess>
 #include <QSemaphore>
@@ -108,15 +108,15 @@ class TestHttp : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<HttpServer> m_server;
-    std::unique_ptr<WorkFolder> m_folder;
+    std::unique_ptr<ZTestServer> m_server;
+    std::unique_ptr<ZTestFolder> m_folder;
     ZHttpComm* m_http = nullptr;
 
 private Q_SLOTS:
     void init()
     {
-        m_server = std::make_unique<HttpServer>();
-        m_folder = std::make_unique<WorkFolder>();
+        m_server = std::make_unique<ZTestServer>();
+        m_folder = std::make_unique<ZTestFolder>();
         m_http = ZHttpComm::getInstance();
         m_http->setTimeout(ZHttpComm::defaultTimeout);
         m_http->setLeastRate(ZHttpComm::defaultLeastRate);
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QFETCH(int, tries);
         m_server->answer(u"/overstated"_s, {200, "few", {}, 999});
         m_server->answer(u"/huge"_s, {200, "few", {}, 1LL << 40});
-        const HttpServer::Answer trickling {200, QByteArray(400, 'x'), {}, -1, -1, 0, 50};
+        const ZTestServer::Answer trickling {200, QByteArray(400, 'x'), {}, -1, -1, 0, 50};
         m_server->answer(u"/slow"_s, trickling);
         m_server->answer(u"/late"_s, trickling);
         m_server->fail(u"/broken"_s, 500);
@@ -248,12 +248,12 @@ private Q_SLOTS:
             openssl(
                 u"%1-x509 -addext subjectAltName=%2 -out %3.pem"_s.arg(key.arg(name), host, name));
         QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
-        trusting.addCaCertificate(QSslCertificate(WorkFolder::read(u"ours.pem"_s)));
+        trusting.addCaCertificate(QSslCertificate(ZTestFolder::read(u"ours.pem"_s)));
         QSslConfiguration::setDefaultConfiguration(trusting);
         const QString name = QString::fromLatin1(QTest::currentDataTag());
         if (name != issuer) {
             openssl(u"%1-out csr"_s.arg(key.arg(name)));
-            WorkFolder::write(u"hosts"_s, "subjectAltName=" + host.toUtf8());
+            ZTestFolder::write(u"hosts"_s, "subjectAltName=" + host.toUtf8());
             openssl(u"x509 -req -in csr -CA %2.pem -CAkey %2.key -CAcreateserial -days %3 "
                     "-extfile hosts -out %1.pem"_s.arg(name, issuer, days));
         }
@@ -277,7 +277,7 @@ private Q_SLOTS:
         QFETCH(bool, tellsLength);
         m_server->answer(
             u"/body"_s,
-            {200, Cases::bytes(body), header.toLatin1(), tellsLength ? -1 : HttpServer::noLength});
+            {200, Cases::bytes(body), header.toLatin1(), tellsLength ? -1 : ZTestServer::noLength});
         m_http->setMaxBodySize(100);
         QVector<std::shared_ptr<Outcome>> outcomes;
         for (int i = 0; i < 100; ++i)
@@ -377,7 +377,7 @@ private Q_SLOTS:
         const auto outcome = outcomeOf(ZImageCacheUtil::preloadList({url}));
         QTRY_VERIFY(outcome->settled);
         QCOMPARE(outcome->ok(), isPicture);
-        QCOMPARE(WorkFolder::read(cachePath(url)), isPicture ? body : QByteArray());
+        QCOMPARE(ZTestFolder::read(cachePath(url)), isPicture ? body : QByteArray());
         QCOMPARE(outcome->error.message().contains(u"a web page in place of the picture"_s),
                  !isPicture);
     }
@@ -391,8 +391,8 @@ private Q_SLOTS:
             m_server->serve(path, "picture " + QByteArray::number(i));
             urls.append(m_server->baseUrl() + path + u"?图"_s);
         }
-        WorkFolder::write(cachePath(urls.at(0)), "old");
-        WorkFolder::write(cachePath(urls.at(1)), "");
+        ZTestFolder::write(cachePath(urls.at(0)), "old");
+        ZTestFolder::write(cachePath(urls.at(1)), "");
         const auto first =
             outcomeOf(ZImageCacheUtil::preloadList(urls + urls + QStringList(QString())));
         const auto second = outcomeOf(ZImageCacheUtil::preloadList(urls.mid(1, 2)));
@@ -405,9 +405,9 @@ private Q_SLOTS:
         QTRY_VERIFY(first->settled && second->settled);
         QVERIFY(first->ok() && second->ok());
         QCOMPARE(m_server->targets().size(), 6);
-        QCOMPARE(WorkFolder::read(cachePath(urls.at(0))), QByteArray("old"));
-        QCOMPARE(WorkFolder::read(cachePath(urls.at(1))), QByteArray("picture 1"));
-        QCOMPARE(WorkFolder::read(cachePath(urls.at(6))), QByteArray("picture 6"));
+        QCOMPARE(ZTestFolder::read(cachePath(urls.at(0))), QByteArray("old"));
+        QCOMPARE(ZTestFolder::read(cachePath(urls.at(1))), QByteArray("picture 1"));
+        QCOMPARE(ZTestFolder::read(cachePath(urls.at(6))), QByteArray("picture 6"));
         QCOMPARE(QDir(u"res/images"_s).count(), 7U + 2U);
     }
 
@@ -431,7 +431,7 @@ private Q_SLOTS:
         outcome = outcomeOf(ZImageCacheUtil::preloadList(urls.mid(1)));
         QTRY_VERIFY(outcome->settled);
         QVERIFY(outcome->ok());
-        QCOMPARE(WorkFolder::read(cachePath(urls.at(1))), QByteArray("whole"));
+        QCOMPARE(ZTestFolder::read(cachePath(urls.at(1))), QByteArray("whole"));
     }
 
     void requestsMayOutliveTheApplication()

@@ -36,7 +36,7 @@ class tst_interface : public QObject
         std::function<QJsonArray(const QString&, int)> ask;
     };
 
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
     const Manager* m_manager = nullptr;
     int m_calls = 0;
 

@@ -2,7 +2,7 @@
 #include "datatable/ZDataTableMgr.h"
 #include "host/zErrorInfo.h"
 #include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
 
 #include <QDir>
 #include <QtTest>
@@ -15,7 +15,7 @@ class tst_otherhost : public QObject
 private Q_SLOTS:
     void update()
     {
-        WorkFolder folder;
+        ZTestFolder folder;
         QDir().mkpath(u"res/dataTable"_s);
         ZDataTableMgr* tables = ZDataTableMgr::getInstance();
         QStringList outcomes;

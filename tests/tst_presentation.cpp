@@ -7,8 +7,8 @@
 #include "presentation/zH5WebConfigMgr.h"
 #include "support/Answers.h"
 #include "support/Cases.h"
-#include "support/HttpServer.h"
 #include "support/LogLines.h"
+#include "testing/ZTestServer.h"
 
 #include <QTimer>
 #include <QtTest>
@@ -40,7 +40,7 @@ class tst_presentation : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
     ZBannerMgr* m_banners = ZBannerMgr::getInstance();
     ZPCSkinMgr& m_skins = ZPCSkinMgr::getInstance();
 
@@ -80,7 +80,7 @@ private Q_SLOTS:
 
     void bannerPagesOfTheService()
     {
-        HttpServer server;
+        ZTestServer server;
         setConfig(u"H5Server"_s, server.baseUrl() + u'/');
         setConfig(u"userId"_s, u"10001"_s);
         setConfig(u"sessionId"_s, u"a+b&c%2B="_s);
@@ -112,7 +112,7 @@ private Q_SLOTS:
 
     void bannerImages()
     {
-        HttpServer server;
+        ZTestServer server;
         setConfig(u"ImageResServer"_s, server.baseUrl());
         server.serve(u"/two.png"_s, "picture");
         QSignalSpy done(m_banners, &ZBannerMgr::sigDownloadImages);
@@ -125,14 +125,14 @@ private Q_SLOTS:
         QCOMPARE(m_banners->getBannerImagePathById(5), QString());
         const QString path = m_banners->getBannerImagePathById(2);
         QCOMPARE(path, u"res/images/"_s + cacheName(address));
-        WorkFolder::write(m_banners->getBannerImagePathById(1), "there");
+        ZTestFolder::write(m_banners->getBannerImagePathById(1), "there");
 
         m_banners->loadBannerImages();
         QVERIFY2(done.isEmpty(), "announced before the pictures are there");
         QTRY_COMPARE(done.size(), 1);
-        QCOMPARE(WorkFolder::read(path), QByteArray("picture"));
+        QCOMPARE(ZTestFolder::read(path), QByteArray("picture"));
         QCOMPARE(server.requests(u"/gone.png"_s), 1);
-        WorkFolder::write(m_banners->getBannerImagePathById(4), "there");
+        ZTestFolder::write(m_banners->getBannerImagePathById(4), "there");
         m_banners->loadBannerImages();
         QCOMPARE(done.size(), 2);
         QCOMPARE(server.targets().size(), 2);
@@ -141,7 +141,7 @@ private Q_SLOTS:
     void skinDownload()
     {
         const LogLines log;
-        HttpServer server;
+        ZTestServer server;
         setConfig(u"ImageResServer"_s, server.baseUrl());
         QVERIFY(loadTable<ZPCSkinMgr>(u"id version"_s, "[['6', '2'], ['7', '3'], null]"));
         const QString address = m_skins.getSkinUrl(ZPCSkinMgr::E_SkinTop);
@@ -152,8 +152,8 @@ private Q_SLOTS:
         server.serve(u"/app/images/pcskin/7_0_3"_s, "whole");
         server.serve(u"/app/images/pcskin/7_1_3"_s, QByteArray());
         QVERIFY(QFileInfo(u"res/skin"_s).isDir());
-        WorkFolder::write(whole, "earlier and longer");
-        WorkFolder::write(top, "earlier");
+        ZTestFolder::write(whole, "earlier and longer");
+        ZTestFolder::write(top, "earlier");
 
         QSignalSpy done(&m_skins, &ZPCSkinMgr::sigDownloadImages);
         // Timers run in the order of their ends, however late: the second call puts the download
@@ -168,8 +168,8 @@ private Q_SLOTS:
         QCOMPARE(server.targets().size(), 2);
         QCOMPARE(log.lines().filter(u"皮肤"_s),
                  QStringList({u"开始下载皮肤 17"_s, u"下载皮肤图片完成 17"_s}));
-        QCOMPARE(WorkFolder::read(whole), QByteArray("whole"));
-        QCOMPARE(WorkFolder::read(top), QByteArray("earlier"));
+        QCOMPARE(ZTestFolder::read(whole), QByteArray("whole"));
+        QCOMPARE(ZTestFolder::read(top), QByteArray("earlier"));
     }
 
     void skinFailures_data() { Cases::rows("presentation"); }
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QFETCH(QString, top);
         const bool isSkin = !top.isEmpty();
         const LogLines log;
-        HttpServer server;
+        ZTestServer server;
         setConfig(u"ImageResServer"_s, server.baseUrl());
         server.serve(u"/app/images/pcskin/_1_3"_s, top.toUtf8());
         QVERIFY(loadTable<ZPCSkinMgr>(columns, "[['6', '2'], ['', '3']]"));
@@ -190,7 +190,7 @@ private Q_SLOTS:
         QTRY_VERIFY(isSkin ? answers.size() == 2 : done.size() == 1);
         QCoreApplication::processEvents(); // runs what follows the answers
         QCOMPARE(done.size(), isSkin ? 0 : 1);
-        QCOMPARE(WorkFolder::read(m_skins.getSkinPath(ZPCSkinMgr::E_SkinTop)), top.toUtf8());
+        QCOMPARE(ZTestFolder::read(m_skins.getSkinPath(ZPCSkinMgr::E_SkinTop)), top.toUtf8());
         QCOMPARE(m_skins.getSkinUrl(ZPCSkinMgr::E_SkinAll).isEmpty(), !isSkin);
         QTEST(log.lines().filter(u"皮肤"_s).join(u' '), "lines");
     }

@@ -14,7 +14,7 @@ class tst_privilege : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
 
 private Q_SLOTS:
     void answers_data() { Cases::rows("privilege"); }

@@ -37,7 +37,7 @@ QByteArray wholeTable(const TableStatus& status, const QStringList& columns)
     QJsonArray row;
     for (const QString& column : columns)
         row.append(cellFor(status.declaration->schema(), column));
-    return WorkFolder::table(columns, {row, QJsonValue()});
+    return ZTestTable::bytes(columns, {row, QJsonValue()});
 }
 
 /** Loads these bytes as the table, or a file that is not there when they are null. */
@@ -47,7 +47,7 @@ bool load(const TableStatus& status, const QByteArray& bytes)
     const QString path = status.kind < 0 ? u"unversioned"_s : status.path;
     QFile::remove(path);
     if (!bytes.isNull())
-        WorkFolder::write(path, bytes);
+        ZTestFolder::write(path, bytes);
     return status.kind < 0 ? tables->loadUnversionedTable(status.table, path)
                            : tables->loadTable(EDataTable::EDataTableType(status.kind));
 }
@@ -60,7 +60,7 @@ class tst_tables : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
 
 private Q_SLOTS:
     void initTestCase()
@@ -146,7 +146,7 @@ private Q_SLOTS:
         }
 
         QVERIFY(load(status, wholeTable(status, columns)));
-        QVERIFY(load(status, WorkFolder::table(columns, {})));
+        QVERIFY(load(status, ZTestTable::bytes(columns, {})));
         QCOMPARE(table.recordCount(), 0);
     }
 

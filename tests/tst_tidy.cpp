@@ -16,7 +16,7 @@ constexpr qint64 week = 7 * 24 * 60 * 60;
 
 QString write(const QString& path, qint64 age)
 {
-    QFile file(WorkFolder::write(path, "x"));
+    QFile file(ZTestFolder::write(path, "x"));
     if (!file.open(QIODevice::ReadWrite)
         || !file.setFileTime(QDateTime::currentDateTime().addSecs(-age),
                              QFileDevice::FileModificationTime))
@@ -85,7 +85,7 @@ private Q_SLOTS:
         const LogLines log;
         tidy();
         QCOMPARE(logged(folder), filled("lines"));
-        QCOMPARE(WorkFolder::files(u"res/"_s + folder).join(u' '), filled("left"));
+        QCOMPARE(ZTestFolder::files(u"res/"_s + folder).join(u' '), filled("left"));
     }
 
     void laterRun()
@@ -133,12 +133,12 @@ private Q_SLOTS:
         QVERIFY(child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0);
         const QByteArray log = child.readAllStandardError();
         QVERIFY2(!log.contains("end") && !log.contains("QThread"), log.right(500).constData());
-        const int left = WorkFolder::files(u"res"_s).size();
+        const int left = ZTestFolder::files(u"res"_s).size();
         QVERIFY2(left > 0 && left < count, qPrintable(QString::number(left)));
     }
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
 };
 
 /** The child: starts a run and, once it has removed something, leaves. */

@@ -4,7 +4,7 @@
 #include "support/CacheName.h"
 #include "support/Cases.h"
 #include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
 
 #include <QtTest>
 
@@ -81,7 +81,7 @@ class TestUnzip : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<WorkFolder> m_work;
+    std::unique_ptr<ZTestFolder> m_work;
     const QString m_folder = u"flash/abc_12"_s;
     const QString m_archive = u"flash/abc_12/abc_12"_s;
 
@@ -98,23 +98,23 @@ private:
         writeArchive(m_archive, entries);
         entries.remove(1);
         for (int i = 0; i < entries.size() && !before.isEmpty(); ++i)
-            WorkFolder::write(m_folder + u"/"_s + QString::fromLatin1(entries.at(i).name), before);
+            ZTestFolder::write(m_folder + u"/"_s + QString::fromLatin1(entries.at(i).name), before);
     }
 
     /** A description that is there has its pictures. */
     bool isSound() const
     {
-        const QByteArray description = WorkFolder::read(m_folder + u"/abc.flajson"_s);
+        const QByteArray description = ZTestFolder::read(m_folder + u"/abc.flajson"_s);
         bool sound = true;
         for (int i = 0; i < m_pictures && !description.isEmpty(); ++i)
-            sound = sound && WorkFolder::read(u"%1/%2.png"_s.arg(m_folder).arg(i)) == description;
+            sound = sound && ZTestFolder::read(u"%1/%2.png"_s.arg(m_folder).arg(i)) == description;
         return sound;
     }
 
 private Q_SLOTS:
     void init()
     {
-        m_work = std::make_unique<WorkFolder>();
+        m_work = std::make_unique<ZTestFolder>();
         QVERIFY(QDir().mkpath(m_folder));
     }
 
@@ -138,9 +138,9 @@ private Q_SLOTS:
                       {"none.txt", ""},
                       {"abc.flajson", "{}"}},
                      kind);
-        const QByteArray bytes = WorkFolder::read(m_archive);
+        const QByteArray bytes = ZTestFolder::read(m_archive);
         // What a run that was killed leaves behind.
-        WorkFolder::write(
+        ZTestFolder::write(
             u"%1/.unpack-%2/new/abc.flajson"_s.arg(m_folder, cacheName(u"abc_12"_s).toLower()),
             "half");
         if (plainLocale)
@@ -150,23 +150,23 @@ private Q_SLOTS:
         QCOMPARE(listing(m_folder).join(QLatin1Char('|')),
                  u"abc.flajson 2|abc_12 %1|empty/|none.txt 0|图/|图/一.png 3|图/深/|"
                  "图/深/二.png 4"_s.arg(bytes.size()));
-        QCOMPARE(WorkFolder::read(m_archive), bytes);
-        QCOMPARE(WorkFolder::read(m_folder + u"/图/深/二.png"_s), QByteArray("two!"));
+        QCOMPARE(ZTestFolder::read(m_archive), bytes);
+        QCOMPARE(ZTestFolder::read(m_folder + u"/图/深/二.png"_s), QByteArray("two!"));
     }
 
     void replacesOnlyWhenAsked()
     {
         writeArchive(m_archive, {{"new.txt", "new"}, {"sub/old.txt", "replaced"}});
-        WorkFolder::write(m_folder + u"/sub/old.txt"_s, "old");
-        WorkFolder::write(m_folder + u"/sub/foreign.txt"_s, "stays");
+        ZTestFolder::write(m_folder + u"/sub/old.txt"_s, "old");
+        ZTestFolder::write(m_folder + u"/sub/foreign.txt"_s, "stays");
         const QStringList before = listing(m_folder);
         QString error;
         QVERIFY(!ZGlobalConfig::unZipFile(m_archive, false, &error));
         QCOMPARE(error, m_archive + u": \"sub/old.txt\" exists already"_s);
         QCOMPARE(listing(m_folder), before);
         QVERIFY(ZGlobalConfig::unZipFile(m_archive, true));
-        QCOMPARE(WorkFolder::read(m_folder + u"/sub/old.txt"_s), QByteArray("replaced"));
-        QCOMPARE(WorkFolder::read(m_folder + u"/sub/foreign.txt"_s), QByteArray("stays"));
+        QCOMPARE(ZTestFolder::read(m_folder + u"/sub/old.txt"_s), QByteArray("replaced"));
+        QCOMPARE(ZTestFolder::read(m_folder + u"/sub/foreign.txt"_s), QByteArray("stays"));
         QCOMPARE(listing(m_folder).size(), before.size() + 1);
     }
 
@@ -208,9 +208,9 @@ private Q_SLOTS:
         for (int i = 0; i < 500; ++i)
             noise.append(char(i * i * 31 + i / 3));
         writeArchive(m_archive, {{"first.txt", noise}, {"second.txt", noise}}, u"zip"_s);
-        QByteArray bytes = WorkFolder::read(m_archive);
-        WorkFolder::write(m_archive,
-                          bytes.replace(from, count < 0 ? bytes.size() : count, by.toLatin1()));
+        QByteArray bytes = ZTestFolder::read(m_archive);
+        ZTestFolder::write(m_archive,
+                           bytes.replace(from, count < 0 ? bytes.size() : count, by.toLatin1()));
         const QStringList before = listing(m_folder);
         QVERIFY(!ZGlobalConfig::unZipFile(m_archive, true));
         QCOMPARE(listing(m_folder), before);
@@ -281,7 +281,7 @@ private Q_SLOTS:
                 const int end = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
                 const QByteArray what = QByteArray::number(at) + " over \"" + before
                     + "\" ended with " + QByteArray::number(end);
-                const QByteArray now = WorkFolder::read(m_folder + u"/abc.flajson"_s);
+                const QByteArray now = ZTestFolder::read(m_folder + u"/abc.flajson"_s);
                 QVERIFY2(isSound() && end != 3 && ((end != 0 && end != 2) || now == "new!"), what);
                 QVERIFY2(end != 1 || times > 1 || (now == before && names() == namesBefore), what);
                 // A leftover harms nobody, and nobody minds how a file that was read is closed.
@@ -304,14 +304,14 @@ private Q_SLOTS:
 
     void worksOnSeveralThreads()
     {
-        const QString other = WorkFolder::write(u"flash/other_1/other_1"_s, {});
+        const QString other = ZTestFolder::write(u"flash/other_1/other_1"_s, {});
         Entries entries;
         for (int i = 0; i < 200; ++i)
             entries.append({"图/" + QByteArray::number(i), QByteArray(2000, char('a' + i % 26))});
         writeArchive(m_archive, entries, u"zip"_s);
         writeArchive(other, entries, u"zip"_s);
         const QString living = m_folder + u"/.unpack-00000000000000000000000000000000"_s;
-        WorkFolder::write(living + u"/new/picture"_s, "1");
+        ZTestFolder::write(living + u"/new/picture"_s, "1");
         QLockFile lock(living + u".lock"_s);
         QVERIFY(lock.tryLock());
         std::vector<std::future<bool>> unpacked;

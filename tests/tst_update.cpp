@@ -3,9 +3,9 @@
 #include "gift/ZGiftListMgr.h"
 #include "host/ZGlobalConfig.h"
 #include "host/zErrorInfo.h"
-#include "support/HttpServer.h"
 #include "support/LogLines.h"
 #include "support/Tables.h"
+#include "testing/ZTestServer.h"
 
 #include <QDir>
 #include <QtTest>
@@ -48,8 +48,8 @@ class tst_update : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
-    QScopedPointer<HttpServer> m_server;
+    ZTestFolder m_folder;
+    QScopedPointer<ZTestServer> m_server;
     ZDataTableMgr* m_tables = nullptr;
 
     QString pathOf(Table::EDataTableType type)
@@ -60,7 +60,7 @@ private:
 private Q_SLOTS:
     void init()
     {
-        m_server.reset(new HttpServer);
+        m_server.reset(new ZTestServer);
         m_tables = ZDataTableMgr::getInstance();
         m_tables->clearTables();
         QDir(u"res"_s).removeRecursively();
@@ -75,17 +75,17 @@ private Q_SLOTS:
     {
         m_tables->setTableVersion(Table::Message, 3, false);
         const QString path =
-            WorkFolder::write(pathOf(Table::Message), QByteArray()); // empty: not current
+            ZTestFolder::write(pathOf(Table::Message), QByteArray()); // empty: not current
         const LogLines log;
         QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
         QCOMPARE(LogLines::lines(), QStringList {u"保存静态表成功 Message "_s + path});
-        QCOMPARE(WorkFolder::read(path), plainTable);
+        QCOMPARE(ZTestFolder::read(path), plainTable);
         QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
         m_tables->setTableVersion(Table::Message, 4, false);
         QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
         QCOMPARE(m_server->targets(),
                  QStringList({u"/app/resources/Message?3"_s, u"/app/resources/Message?4"_s}));
-        QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), 2);
+        QCOMPARE(ZTestFolder::files(u"res/dataTable"_s).size(), 2);
     }
 
     void failures()
@@ -99,10 +99,10 @@ private Q_SLOTS:
         m_server->fail(u"/app/resources/Doutu"_s, 503);
         QCOMPARE(outcome(m_tables->updateDataTable(Table::Doutu)), refused);
         QCOMPARE(LogLines::count(u"静态表下载错误 Doutu"_s), 2);
-        QCOMPARE(WorkFolder::files(u"res/dataTable"_s), QStringList());
+        QCOMPARE(ZTestFolder::files(u"res/dataTable"_s), QStringList());
 
         QDir(u"res/dataTable"_s).removeRecursively();
-        WorkFolder::write(u"res/dataTable"_s, "a file where the folder should be");
+        ZTestFolder::write(u"res/dataTable"_s, "a file where the folder should be");
         QCOMPARE(outcome(m_tables->updateDataTable(Table::PCSkin)), unsaved);
         QCOMPARE(LogLines::lines().last(), u"保存静态表失败 PCSkin "_s + pathOf(Table::PCSkin));
         m_server->close();
@@ -132,7 +132,7 @@ private Q_SLOTS:
             QCOMPARE(outcome(m_tables->updateAllDataTable()), u"ok"_s);
             QTRY_COMPARE(m_server->requests(u"/app/resources/PCSkin"_s), times);
             QCOMPARE(m_server->targets().size(), all + times - 1);
-            QCOMPARE(WorkFolder::files(u"res/dataTable"_s).size(), all - 1);
+            QCOMPARE(ZTestFolder::files(u"res/dataTable"_s).size(), all - 1);
         }
 
         init();
@@ -142,7 +142,7 @@ private Q_SLOTS:
         const LogLines log;
         QCOMPARE(outcome(m_tables->updateAllDataTable()), u"网络不给力，请重试"_s);
         m_server->release(u"/app/resources/CS_PkRankInfo"_s);
-        QTRY_COMPARE(WorkFolder::files(u"res/dataTable"_s).size(), all - 2);
+        QTRY_COMPARE(ZTestFolder::files(u"res/dataTable"_s).size(), all - 2);
         QVERIFY(QFile::exists(pathOf(Table::CS_PkRankInfo)));
         for (const QString& told :
              {u"更新静态表出错"_s, u"下载错误 PublicConfig"_s, u"下载错误 SystemConfig"_s})
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QCOMPARE(m_server->targets().size(), 2);
         m_server->serve(giftAddress, "[]");
         QVERIFY(outcome(m_tables->updateGiftDataTable()).startsWith(u"数据表解析失败"_s));
-        QCOMPARE(WorkFolder::read(path), giftTable("rose"));
+        QCOMPARE(ZTestFolder::read(path), giftTable("rose"));
 
         m_server->serve(giftAddress, giftTable("lily"));
         m_tables->loadGiftTable();
@@ -182,7 +182,7 @@ private Q_SLOTS:
         const auto fetched = [&](const QByteArray& served, bool keeps) {
             m_server->serve(u"/pic"_s, served);
             const QString ended = outcome(m_tables->downloadFile(path, url, keeps));
-            return QString(ended + u' ' + QString::fromUtf8(WorkFolder::read(path)));
+            return QString(ended + u' ' + QString::fromUtf8(ZTestFolder::read(path)));
         };
         QCOMPARE(fetched("one", true), u"ok one"_s);
         QCOMPARE(fetched("two", true), u"ok one"_s);

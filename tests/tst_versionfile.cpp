@@ -1,7 +1,7 @@
 #include "datatable/VersionFile.h"
 #include "support/Cases.h"
 #include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
 
 #include <QRandomGenerator>
 #include <QSettings>
@@ -68,10 +68,10 @@ class TestVersionFile : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<WorkFolder> m_work;
+    std::unique_ptr<ZTestFolder> m_work;
 
 private Q_SLOTS:
-    void init() { m_work = std::make_unique<WorkFolder>(); }
+    void init() { m_work = std::make_unique<ZTestFolder>(); }
     void cleanup() { m_work.reset(); }
 
     void readsAndChanges_data() { Cases::rows("versionfile"); }
@@ -82,11 +82,11 @@ private Q_SLOTS:
         const QByteArray bytes = Cases::bytes(before);
         const QByteArray expected = Cases::bytes(after);
         const Versions versions {{u"CS_GiftList"_s, 6}, {u"Doutu"_s, 0}};
-        WorkFolder::write(u"before.ini"_s, bytes);
+        ZTestFolder::write(u"before.ini"_s, bytes);
         QCOMPARE(readingFault(settingsIn(u"before.ini"_s), bytes), QString());
-        WorkFolder::write(u"after.ini"_s, bytes);
+        ZTestFolder::write(u"after.ini"_s, bytes);
         QCOMPARE(VersionFile::write(u"after.ini"_s, versions), QString());
-        QCOMPARE(WorkFolder::read(u"after.ini"_s), expected);
+        QCOMPARE(ZTestFolder::read(u"after.ini"_s), expected);
         QCOMPARE(readingFault(settingsIn(u"after.ini"_s), expected), QString());
         QCOMPARE(VersionFile::read(u"after.ini"_s, keys).value(keys.first(), -1), 6);
         QCOMPARE(VersionFile::edit(expected, versions), expected);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         for (int i = 0; i < 1500; ++i) {
             const QByteArray bytes = randomFile(pieces.toArray(), random);
             const QHash<QString, QVariant> before =
-                settingsIn(WorkFolder::write(u"%1"_s.arg(i), bytes));
+                settingsIn(ZTestFolder::write(u"%1"_s.arg(i), bytes));
             QVERIFY2(readingFault(before, bytes).isEmpty(), bytes.toPercentEncoding());
 
             Versions versions;
@@ -115,7 +115,7 @@ private Q_SLOTS:
             }
             const QByteArray edited = VersionFile::edit(bytes, versions);
             const QHash<QString, QVariant> after =
-                settingsIn(WorkFolder::write(u"%1 after"_s.arg(i), edited));
+                settingsIn(ZTestFolder::write(u"%1 after"_s.arg(i), edited));
             const QByteArray both = bytes.toPercentEncoding() + "\n" + edited.toPercentEncoding();
             QVERIFY2(readingFault(after, edited).isEmpty(), both);
             bool written = true;
@@ -154,12 +154,12 @@ private Q_SLOTS:
             QCOMPARE(mkfifo("common.ini", S_IRUSR | S_IWUSR), 0);
 #endif
         else
-            WorkFolder::write(u"common.ini"_s, bytes);
+            ZTestFolder::write(u"common.ini"_s, bytes);
         QVERIFY(VersionFile::read(u"common.ini"_s, keys).isEmpty());
         QCOMPARE(VersionFile::write(u"common.ini"_s, {{keys.first(), 6}}),
                  u"common.ini: "_s + cause);
         if (QFileInfo(u"common.ini"_s).isFile())
-            QCOMPARE(WorkFolder::read(u"common.ini"_s), bytes);
+            QCOMPARE(ZTestFolder::read(u"common.ini"_s), bytes);
         QVERIFY(QDir(u"."_s).entryList(QDir::Files | QDir::Hidden).size() <= 1);
     }
 
@@ -170,7 +170,7 @@ private Q_SLOTS:
         const QByteArray after = before + "\n[TableVersion]\nDoutu=4\n";
         const QByteArray folder = QFile::encodeName(QDir::currentPath());
         const QStringList files {u"common.ini"_s, u"common.ini.lock"_s, u"kept"_s};
-        WorkFolder::write(u"common.ini.lock"_s, "1\n");
+        ZTestFolder::write(u"common.ini.lock"_s, "1\n");
         QVERIFY(QFile::link(u"kept"_s, u"common.ini"_s));
         int failures = 0;
         for (int call = 0; call < Faults::callKinds; ++call) {
@@ -178,14 +178,14 @@ private Q_SLOTS:
             int calls = 0;
             do {
                 ++at;
-                WorkFolder::write(u"kept"_s, before);
+                ZTestFolder::write(u"kept"_s, before);
                 Faults::arm({Faults::Call(call), at, ENOSPC, 1}, folder.constData());
                 const QString cause = VersionFile::write(u"common.ini"_s, {{ u"Doutu"_s, 4 }});
                 calls = Faults::disarm();
                 const QByteArray where = Faults::name(Faults::Call(call));
                 const bool written = cause.isEmpty();
-                QVERIFY2(WorkFolder::read(u"kept"_s) == (written ? after : before), where);
-                QCOMPARE(WorkFolder::files(), files);
+                QVERIFY2(ZTestFolder::read(u"kept"_s) == (written ? after : before), where);
+                QCOMPARE(ZTestFolder::files(), files);
                 failures += written ? 0 : 1;
             } while (calls >= at);
         }

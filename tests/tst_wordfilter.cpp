@@ -78,7 +78,7 @@ class tst_wordfilter : public QObject
     Q_OBJECT
 
 private:
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
     ZSensitiveWordsInfoListMgr* m_manager = ZSensitiveWordsInfoListMgr::getInstance();
 
     static QString table(const QStringList& words)

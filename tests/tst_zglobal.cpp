@@ -3,7 +3,7 @@
 #include "datatable/TableCatalogue.h"
 #include "support/Cases.h"
 #include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
 
 #include <QDateTime>
 #include <QJsonDocument>
@@ -94,11 +94,12 @@ class tst_zglobal : public QObject
 
     static void copyContent()
     {
-        for (const QString& file : WorkFolder::files(contentFolder()))
-            WorkFolder::write(u"www/"_s + file, WorkFolder::read(contentFolder() + u"/"_s + file));
+        for (const QString& file : ZTestFolder::files(contentFolder()))
+            ZTestFolder::write(u"www/"_s + file,
+                               ZTestFolder::read(contentFolder() + u"/"_s + file));
     }
 
-    WorkFolder m_folder;
+    ZTestFolder m_folder;
 
 private Q_SLOTS:
     /** A client that is up to date and whose server is gone. */
@@ -255,7 +256,7 @@ private Q_SLOTS:
     void demoTellsFailures()
     {
         copyContent();
-        WorkFolder::write(u"www/app/resources/Doutu"_s, "<html>");
+        ZTestFolder::write(u"www/app/resources/Doutu"_s, "<html>");
         const Result result = run({u"demo"_s, u"--content"_s, u"www"_s});
         QCOMPARE(result.status, 1);
         QVERIFY(result.output.contains(u"NOT Doutu: 数据表解析失败,tableUrl:"_s));
@@ -303,10 +304,10 @@ private Q_SLOTS:
                  all);
         QCOMPARE(outcomes({}, 0).value(u"current"_s).size(), all);
 
-        QByteArray versions = WorkFolder::read(u"www/app/versions.json"_s);
+        QByteArray versions = ZTestFolder::read(u"www/app/versions.json"_s);
         versions.replace("\"Doutu\": 11", "\"Doutu\": 12")
             .replace("\"PCSkin\": 17", "\"PCSkin\": 18");
-        WorkFolder::write(u"www/app/versions.json"_s, versions);
+        ZTestFolder::write(u"www/app/versions.json"_s, versions);
         QFile::remove(u"www/app/resources/PCSkin"_s);
         const auto raised = outcomes({}, 1);
         QCOMPARE(raised.value(u"new"_s), QStringList {u"Doutu"_s});
@@ -323,9 +324,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, request);
         QFETCH(QString, body);
-        WorkFolder::write(u"site/a/f"_s, QByteArray("a\0b\r\n", 5));
-        WorkFolder::write(u"site2/f"_s, "secret");
-        WorkFolder::write(u"secret"_s, "secret");
+        ZTestFolder::write(u"site/a/f"_s, QByteArray("a\0b\r\n", 5));
+        ZTestFolder::write(u"site2/f"_s, "secret");
+        ZTestFolder::write(u"secret"_s, "secret");
         QFile::link(QFileInfo(u"secret"_s).absoluteFilePath(), u"site/link"_s);
         QFile::link(QFileInfo(u"site/a/f"_s).absoluteFilePath(), u"site/inner"_s);
         const QByteArray answer = Serving(u"site"_s).ask(request.toUtf8());
@@ -335,7 +336,7 @@ private Q_SLOTS:
 
     void servesUntilTerminated()
     {
-        WorkFolder::write(u"site/f"_s, "x");
+        ZTestFolder::write(u"site/f"_s, "x");
         Serving first(u"site"_s);
         QVERIFY(!first.address().isEmpty());
         const QString port = QString::number(QUrl(first.address()).port());

@@ -135,7 +135,7 @@ private:
     static bool load(const QString& table, const QString& columns, const QJsonArray& rows)
     {
         const TableStatus status = statusOf(table);
-        const QString path = WorkFolder::write(u"table"_s, tableBytes(status, columns, rows));
+        const QString path = ZTestFolder::write(u"table"_s, tableBytes(status, columns, rows));
         return status.declaration->load(path);
     }
 

@@ -2,7 +2,8 @@
 
 #include "datatable/ZDataTableMgr.h"
 #include "support/Literals.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
+#include "testing/ZTestTable.h"
 
 #include <QJsonDocument>
 
@@ -32,24 +33,12 @@ inline TableStatus statusOf(const QString& table)
     return {};
 }
 
-/**
- * The bytes of a table file: the columns' names between spaces. A row is an array of cells, or an
- * object of them by column in which a missing one is null.
+/** The bytes of a table file: the columns' names between spaces; rows as for ZTestTable::bytes().
  */
 inline QByteArray tableBytes(const QString& columns, const QJsonArray& rows)
 {
-    const QStringList names = columns.split(u' ', Qt::SkipEmptyParts);
-    QVector<QJsonValue> elements;
-    for (const QJsonValue& row : rows) {
-        QJsonObject cells = row.toObject();
-        QJsonArray inOrder;
-        for (const QString& name : names)
-            inOrder.append(cells.contains(name) ? cells.take(name) : QJsonValue());
-        if (!cells.isEmpty())
-            qFatal("no column for %s", qPrintable(cells.keys().join(u' ')));
-        elements.append(row.isObject() ? inOrder : row);
-    }
-    return WorkFolder::table(names, elements);
+    return ZTestTable::bytes(columns.split(u' ', Qt::SkipEmptyParts),
+                             QVector<QJsonValue>(rows.begin(), rows.end()));
 }
 inline QByteArray tableBytes(const QString& columns, const QByteArray& rows)
 {
@@ -81,7 +70,7 @@ template <class Rows>
 QString tableOf(const QString& columns, const Rows& rows)
 {
     static int tables = 0;
-    return WorkFolder::write(u"table_%1"_s.arg(++tables), tableBytes(columns, rows));
+    return ZTestFolder::write(u"table_%1"_s.arg(++tables), tableBytes(columns, rows));
 }
 
 /** Has a manager load such a table; without columns said, one of all those that it knows. */

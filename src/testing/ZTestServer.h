@@ -1,22 +1,27 @@
 #pragma once
 
+#include "ZGlobalTestingExport.h"
+
 #include <QByteArray>
-#include <QHash>
-#include <QPointer>
 #include <QStringList>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QUrl>
 
-/**
- * An HTTP server for tests, in the test's own process and thread: 127.0.0.1, a port that the system
- * picks. It answers while the test's event loop runs. Paths are given without the query; what is
- * not served is answered with 404. Every answer closes its connection.
- */
-class HttpServer : public QObject
-{
-    Q_OBJECT
+#include <memory>
 
+/**
+ * A content server in the test's own process: HTTP on 127.0.0.1, on a port that the system picks,
+ * with what the test puts there and nothing else.
+ *
+ * It answers while the event loop of its thread runs, as it does when a test waits for one of the
+ * library's promises. Paths begin with a slash and have no query; what is not served is answered
+ * with 404. Every answer closes its connection. Of the object nothing stays behind: port and
+ * connections go with it, and it writes no file.
+ *
+ * One thread only, whichever made it; there may be several at once. A test that gets no port is
+ * ended with a message (qFatal).
+ */
+class ZGLOBALTESTING_EXPORT ZTestServer
+{
 public:
     struct Answer
     {
@@ -30,12 +35,21 @@ public:
     };
     static constexpr qint64 noLength = -2;
 
-    HttpServer();
+    ZTestServer();
+    ~ZTestServer();
+    Q_DISABLE_COPY(ZTestServer)
 
-    /** Without a slash at the end. */
+    /** Without a slash at the end; for ZGlobalClient::configurationFor(). */
     QString baseUrl() const;
     QUrl url(const QString& target) const;
 
+    /**
+     * Serves the bytes of a table, as ZTestTable makes them, and tells the version in
+     * "app/versions.json". A client that has this version already does not ask for it again.
+     */
+    void publish(const QString& table, int version, const QByteArray& bytes);
+
+    /** What a path answers from now on. */
     void serve(const QString& path, const QByteArray& body);
     void answer(const QString& path, const Answer& answer);
     void fail(const QString& path, int status);
@@ -55,18 +69,10 @@ public:
     /** How many requests came for the path, whatever their query. */
     int requests(const QString& path) const;
     /** Path and query of every request so far, in order. */
-    QStringList targets() const { return m_targets; }
+    QStringList targets() const;
 
 private:
-    void onConnection();
-    void onReadyRead(QTcpSocket* socket);
-    void onRequest(QTcpSocket* socket, const QString& path);
-    void send(QTcpSocket* socket, const Answer& answer);
-    void trickle(QTcpSocket* socket, const QByteArray& body, int pause);
+    class Listener;
 
-    QTcpServer m_server;
-    quint16 m_port = 0; // outlives close()
-    QHash<QString, Answer> m_answers;
-    QHash<QString, QList<QPointer<QTcpSocket>>> m_held;
-    QStringList m_targets;
+    std::unique_ptr<Listener> m_listener;
 };
