@@ -1,6 +1,7 @@
 #include "client/ClientFiles.h"
 
 #include "datatable/ZDataTableMgr.h"
+#include "file/JsonText.h"
 #include "file/WholeFile.h"
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
@@ -51,14 +52,11 @@ QString store(const TableStatus& table, const QByteArray& body)
 
 QJsonObject ClientFiles::objectOf(const QByteArray& text, const QString& source, QString* error)
 {
-    QJsonParseError fault;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &fault);
-    if (fault.error != QJsonParseError::NoError)
-        *error = QStringLiteral("%1 is not JSON at byte %2: %3")
-                     .arg(source, QString::number(fault.offset), fault.errorString());
-    else if (!document.isObject())
-        *error = QStringLiteral("%1 is not a JSON object").arg(source);
-    return document.object();
+    QJsonObject object;
+    const QString fault = JsonText::parse(text, object);
+    if (!fault.isEmpty())
+        *error = QStringLiteral("%1 is %2").arg(source, fault);
+    return object;
 }
 
 QString ClientFiles::remember(const QJsonObject& values)

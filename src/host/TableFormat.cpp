@@ -1,9 +1,7 @@
 #include "host/TableFormat.h"
 
+#include "file/JsonText.h"
 #include "host/HostLimits.h"
-
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace {
 
@@ -29,17 +27,11 @@ QString TableFormat::parse(const QByteArray& bytes, QHash<QString, int>& header,
 {
     if (bytes.size() > HostLimits::maxTableBytes)
         return QStringLiteral("larger than %1 bytes").arg(HostLimits::maxTableBytes);
-    QJsonParseError json;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &json);
-    if (json.error != QJsonParseError::NoError)
-        return QStringLiteral("not JSON at byte %1: %2")
-            .arg(QString::number(json.offset), json.errorString());
-    if (!document.isObject())
-        return QStringLiteral("not a JSON object");
-
-    const QJsonObject table = document.object();
+    QJsonObject table;
     QHash<QString, int> columns;
-    QString error = parseColumns(table.value(QLatin1String("columns")), columns);
+    QString error = JsonText::parse(bytes, table);
+    if (error.isEmpty())
+        error = parseColumns(table.value(QLatin1String("columns")), columns);
     if (!error.isEmpty())
         return error;
     const QJsonValue list = table.value(QLatin1String("rows"));

@@ -1,12 +1,11 @@
 #include "host/ZGlobalConfig.h"
-#include "host/HostLimits.h"
 
+#include "file/JsonText.h"
+#include "host/HostLimits.h"
 #include "host/TableFormat.h"
 #include "host/Unpacker.h"
 
 #include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace {
 
@@ -50,14 +49,10 @@ QString valueText(const QJsonValue& value)
 
 QString parseValues(const QByteArray& bytes, QHash<QString, QString>& values)
 {
-    QJsonParseError json;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &json);
-    if (json.error != QJsonParseError::NoError)
-        return QStringLiteral("not JSON at byte %1: %2")
-            .arg(QString::number(json.offset), json.errorString());
-    if (!document.isObject())
-        return QStringLiteral("not a JSON object");
-    const QJsonObject object = document.object();
+    QJsonObject object;
+    const QString error = JsonText::parse(bytes, object);
+    if (!error.isEmpty())
+        return error;
     for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
         if (!it.value().isString() && !it.value().isDouble())
             return QStringLiteral("the value of \"%1\" is neither text nor a number").arg(it.key());
