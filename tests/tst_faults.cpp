@@ -9,6 +9,7 @@
 #include "presentation/ZBannerMgr.h"
 #include "support/Cases.h"
 #include "support/LogLines.h"
+#include "support/NoRoom.h"
 #include "support/Tables.h"
 #include "testing/ZTestServer.h"
 
@@ -16,9 +17,7 @@
 #include <QRandomGenerator>
 #include <QtTest>
 
-#include <csignal>
 #include <numeric>
-#include <sys/resource.h>
 
 using QtPromise::QPromise;
 using Tree = QMap<QString, QByteArray>; // path and content
@@ -303,13 +302,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, job);
         begin(job);
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit {};
-        getrlimit(RLIMIT_FSIZE, &limit);
-        const rlimit small {30000, limit.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
+        std::optional<FileSizeLimit> limit(30000);
         const QString said = run(job, m_client);
-        setrlimit(RLIMIT_FSIZE, &limit);
+        limit.reset();
         QVERIFY(!said.isEmpty());
         judge(job, said, false);
     }

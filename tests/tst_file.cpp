@@ -1,17 +1,14 @@
 #include "file/FileNames.h"
 #include "file/WholeFile.h"
 #include "support/Cases.h"
+#include "support/FolderTest.h"
 #include "support/Literals.h"
-#include "testing/ZTestFolder.h"
 
 #include <QtTest>
 
 #ifdef Q_OS_LINUX
 #include "faults/Faults.h"
-
-#include <csignal>
-#include <sys/mount.h>
-#include <sys/resource.h>
+#include "support/NoRoom.h"
 #endif
 
 namespace {
@@ -21,17 +18,11 @@ const QByteArray newBytes(300 * 1000, 'n');
 
 } // namespace
 
-class TestFile : public QObject
+class TestFile : public FolderTest
 {
     Q_OBJECT
 
-private:
-    std::unique_ptr<ZTestFolder> m_work;
-
 private Q_SLOTS:
-    void init() { m_work = std::make_unique<ZTestFolder>(); }
-    void cleanup() { m_work.reset(); }
-
     void writesWholeFiles()
     {
         QCOMPARE(WholeFile::write(u"图 a"_s, newBytes), QString());
@@ -64,6 +55,7 @@ private Q_SLOTS:
 
     void leavesWhatWasThere()
     {
+#ifdef Q_OS_LINUX
         QFETCH(QString, path);
         QFETCH(QString, cause);
         ZTestFolder::write(u"file"_s, oldBytes);
@@ -73,40 +65,26 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(u"closed"_s, QFile::ReadOwner | QFile::ExeOwner));
         if (QFileInfo(u"closed"_s).isWritable() && QTest::currentDataTag()[0] == 'w')
             QSKIP("nothing is write-protected for this user");
-        bool mounted = false;
-        QString answer;
-#ifdef Q_OS_LINUX
+        QStringList expected {u"file"_s, u"folder/old"_s};
+        std::optional<SmallDisk> disk;
         if (path == u"disk/old"_s) {
-            mounted = mount("tmpfs", "disk", "tmpfs", 0, "size=64k") == 0;
-            if (!mounted)
+            disk.emplace("disk");
+            if (!disk->isMounted())
                 QSKIP("this user may not mount a small disk");
-            ZTestFolder::write(path, oldBytes);
+            expected.prepend(ZTestFolder::write(path, oldBytes));
         }
-        rlimit limit {};
-        getrlimit(RLIMIT_FSIZE, &limit);
-        const rlimit small {10000, limit.rlim_max};
-        const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+        std::optional<FileSizeLimit> limit;
         if (path == u"file"_s)
-            setrlimit(RLIMIT_FSIZE, &small);
-        answer = WholeFile::write(path, newBytes);
-        setrlimit(RLIMIT_FSIZE, &limit);
-        std::signal(SIGXFSZ, previous);
+            limit.emplace(10000);
+        const QString answer = WholeFile::write(path, newBytes);
+        limit.reset();
+        QFile::setPermissions(u"closed"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QCOMPARE(answer, path + u": "_s + cause);
+        QCOMPARE(ZTestFolder::files(), expected);
+        QCOMPARE(ZTestFolder::read(path), expected.contains(path) ? oldBytes : QByteArray());
 #else
         QSKIP("the causes are told in this system's own words");
 #endif
-        const QStringList files = ZTestFolder::files();
-        const QByteArray held = ZTestFolder::read(path);
-        QFile::setPermissions(u"closed"_s, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-#ifdef Q_OS_LINUX
-        if (mounted)
-            umount("disk");
-#endif
-        QCOMPARE(answer, path + u": "_s + cause);
-        QStringList expected {u"file"_s, u"folder/old"_s};
-        if (mounted)
-            expected.prepend(path);
-        QCOMPARE(files, expected);
-        QCOMPARE(held, files.contains(path) ? oldBytes : QByteArray());
     }
 
     void standsEveryFailingCall()

@@ -3,8 +3,8 @@
 #include "host/zErrorInfo.h"
 #include "support/CacheName.h"
 #include "support/Cases.h"
+#include "support/FolderTest.h"
 #include "support/Literals.h"
-#include "testing/ZTestFolder.h"
 #include "testing/ZTestServer.h"
 
 #include <QProcess>
@@ -103,20 +103,19 @@ private:
 
 } // namespace
 
-class TestHttp : public QObject
+class TestHttp : public FolderTest
 {
     Q_OBJECT
 
 private:
     std::unique_ptr<ZTestServer> m_server;
-    std::unique_ptr<ZTestFolder> m_folder;
     ZHttpComm* m_http = nullptr;
 
 private Q_SLOTS:
     void init()
     {
+        FolderTest::init();
         m_server = std::make_unique<ZTestServer>();
-        m_folder = std::make_unique<ZTestFolder>();
         m_http = ZHttpComm::getInstance();
         m_http->setTimeout(ZHttpComm::defaultTimeout);
         m_http->setLeastRate(ZHttpComm::defaultLeastRate);
@@ -124,8 +123,6 @@ private Q_SLOTS:
         m_http->setMaxBodySize(ZHttpComm::defaultMaxBodySize);
         m_http->setRetries(2, 60);
     }
-
-    void cleanup() { m_folder.reset(); }
 
     void fetches()
     {

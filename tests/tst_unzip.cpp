@@ -3,8 +3,8 @@
 #include "host/ZGlobalConfig.h"
 #include "support/CacheName.h"
 #include "support/Cases.h"
+#include "support/FolderTest.h"
 #include "support/Literals.h"
-#include "testing/ZTestFolder.h"
 
 #include <QtTest>
 
@@ -76,12 +76,11 @@ QStringList listing(const QString& folder)
 
 } // namespace
 
-class TestUnzip : public QObject
+class TestUnzip : public FolderTest
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<ZTestFolder> m_work;
     const QString m_folder = u"flash/abc_12"_s;
     const QString m_archive = u"flash/abc_12/abc_12"_s;
 
@@ -114,14 +113,14 @@ private:
 private Q_SLOTS:
     void init()
     {
-        m_work = std::make_unique<ZTestFolder>();
+        FolderTest::init();
         QVERIFY(QDir().mkpath(m_folder));
     }
 
     void cleanup()
     {
         std::setlocale(LC_ALL, "");
-        m_work.reset();
+        FolderTest::cleanup();
     }
 
     void unpacksBesideTheArchive_data() { Cases::rows("unzip"); }

@@ -1,7 +1,7 @@
 #include "datatable/VersionFile.h"
 #include "support/Cases.h"
+#include "support/FolderTest.h"
 #include "support/Literals.h"
-#include "testing/ZTestFolder.h"
 
 #include <QRandomGenerator>
 #include <QSettings>
@@ -63,17 +63,11 @@ QByteArray randomFile(const QJsonArray& pieces, QRandomGenerator& random)
 
 } // namespace
 
-class TestVersionFile : public QObject
+class TestVersionFile : public FolderTest
 {
     Q_OBJECT
 
-private:
-    std::unique_ptr<ZTestFolder> m_work;
-
 private Q_SLOTS:
-    void init() { m_work = std::make_unique<ZTestFolder>(); }
-    void cleanup() { m_work.reset(); }
-
     void readsAndChanges_data() { Cases::rows("versionfile"); }
     void readsAndChanges()
     {
