@@ -14,8 +14,8 @@
 #include <future>
 #ifdef Q_OS_LINUX
 #include "faults/Faults.h"
+#include "support/NoRoom.h"
 
-#include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
 #endif
@@ -215,6 +215,37 @@ private Q_SLOTS:
         QCOMPARE(listing(m_folder), before);
         QVERIFY(!ZGlobalConfig::unZipFile(m_folder + u"/absent"_s, true));
         QVERIFY(!ZGlobalConfig::unZipFile(m_folder, true));
+    }
+
+    void noRoom_data() { Cases::rows("unzip"); }
+    void noRoom()
+    {
+#ifdef Q_OS_LINUX
+        QFETCH(bool, onDisk);
+        QFETCH(QString, cause);
+        std::optional<SmallDisk> disk;
+        std::optional<FileSizeLimit> limit;
+        if (onDisk && !disk.emplace(m_folder.toUtf8()).isMounted())
+            QSKIP("this user may not mount a small disk");
+        writeArchive(m_archive,
+                     {{"abc.flajson", "new!"},
+                      {"1.png", "new!"},
+                      { "2.png",
+                        QByteArray(99999, 'x') }},
+                     u"gzipped tar"_s);
+        ZTestFolder::write(m_folder + u"/abc.flajson"_s, "old");
+        const QStringList before = listing(m_folder);
+        if (!onDisk)
+            limit.emplace(64000);
+        QString error;
+        const bool unpacked = ZGlobalConfig::unZipFile(m_archive, true, &error);
+        limit.reset();
+        QCOMPARE(error, u"%1: \"2.png\" cannot be written: %2"_s.arg(m_archive, cause));
+        QVERIFY(!unpacked);
+        QCOMPARE(listing(m_folder), before);
+#else
+        QSKIP("no disk can be made to fill up here");
+#endif
     }
 
     void entryNames()
