@@ -127,7 +127,7 @@ function(zglobal_test name)
     zglobal_program(${name} SOURCES ${arg_SOURCES} LINKS Qt5::Test ${arg_LINKS})
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 120)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900)
 endfunction()
 
 # zglobal_test_environment() says in what environment every test of the folder runs. What the thread
