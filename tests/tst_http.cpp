@@ -207,7 +207,8 @@ private Q_SLOTS:
             QCOMPARE(told.at(4).toString(), outcome->error.message());
         }
 
-        connect(m_http, &ZHttpComm::sigRequestRetried, m_server.get(),
+        const QObject here;
+        connect(m_http, &ZHttpComm::sigRequestRetried, &here,
                 [this] { m_server->serve(u"/table"_s, "body"); });
         outcome = outcomeOf(m_http->get(m_server->url(u"/table"_s)));
         QTRY_VERIFY(outcome->settled);

@@ -3,12 +3,13 @@
 #include "host/HttpNetwork.h"
 
 #include <QPointer>
-#include <QTimer>
 
 HttpFetch::HttpFetch(const HttpOrder& order, HttpNetwork& network)
     : m_order(order)
     , m_network(network)
 {
+    m_pause.setSingleShot(true);
+    connect(&m_pause, &QTimer::timeout, this, &HttpFetch::start);
 }
 
 void HttpFetch::start()
@@ -44,7 +45,7 @@ void HttpFetch::onTried(HttpRequest* request, const HttpOutcome& outcome)
     if (pause < 0) {
         Q_EMIT sigDone(outcome);
     } else {
-        QTimer::singleShot(pause, this, &HttpFetch::start);
+        m_pause.start(pause);
         Q_EMIT sigRetried(m_tried, pause, outcome.error);
     }
     m_network.queue.ended(m_order.url, m_order.lane);

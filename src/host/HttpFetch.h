@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QTimer>
 #include <QUrl>
 
 struct HttpNetwork;
@@ -44,5 +45,6 @@ private:
     HttpOrder m_order;
     HttpNetwork& m_network;
     QElapsedTimer m_sinceTurn;
+    QTimer m_pause;
     int m_tried = 0;
 };

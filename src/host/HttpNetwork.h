@@ -8,10 +8,9 @@
 /** What the requests of ZHttpComm share while the application runs. */
 struct HttpNetwork
 {
-    HttpNetwork(const RequestQueue::Bounds& bounds, const RequestQueue::Bounds& multiplexed,
-                QObject* context)
-        : queue(bounds, multiplexed)
-        , proxies(new Proxies(context))
+    HttpNetwork(const RequestQueue::Bounds& plain, const RequestQueue::Bounds& multiplexed)
+        : queue(plain, multiplexed)
+        , proxies(new Proxies)
     {
         manager.setProxyFactory(proxies);
     }

@@ -190,12 +190,11 @@ void HttpRequest::onFinished()
     onReadyRead();
     if (m_done)
         return;
-    if (status() >= 400)
+    const bool transported = m_reply->error() == QNetworkReply::NoError;
+    if (status() >= (transported ? 300 : 400))
         done(statusFailure());
-    else if (m_reply->error() != QNetworkReply::NoError)
+    else if (!transported)
         done(transportFailure());
-    else if (status() >= 300)
-        done(statusFailure());
     else
         done(bodyFailure());
 }

@@ -4,9 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QHash>
-#include <QObject>
 #include <QThreadPool>
-#include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
@@ -20,6 +18,17 @@ bool hasProxy(const QList<QNetworkProxy>& proxies)
 {
     return std::any_of(proxies.cbegin(), proxies.cend(), [](const QNetworkProxy& proxy) {
         return proxy.type() != QNetworkProxy::NoProxy;
+    });
+}
+
+using Found = QList<QNetworkProxy>;
+
+QtPromise::QPromise<Found> askSystem(const QUrl& url)
+{
+    return QtPromise::QPromise<Found>([url](const QtPromise::QPromiseResolve<Found>& resolve) {
+        QThreadPool::globalInstance()->start([url, resolve] {
+            resolve(QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url)));
+        });
     });
 }
 
@@ -39,28 +48,18 @@ struct Proxies::OfSystem
     };
 
     QHash<QString, Answer> answers;
-    QHash<QString, QList<std::function<void()>>> waiting;
+    QHash<QString, QtPromise::QPromise<void>> lookups;
 
-    void answer(const QString& server, const QList<QNetworkProxy>& proxies)
+    void answer(const QString& server, const Found& proxies)
     {
         Answer& answer = answers[server];
         answer.proxies = proxies;
         answer.age.start();
-        for (const std::function<void()>& ready : waiting.take(server))
-            ready();
-    }
-
-    /** What comes later than this is taken for the requests that follow. */
-    void giveUp(const QString& server)
-    {
-        if (!answers.contains(server))
-            answer(server, {});
     }
 };
 
-Proxies::Proxies(QObject* context)
-    : m_context(context)
-    , m_system(std::make_shared<OfSystem>())
+Proxies::Proxies()
+    : m_system(std::make_shared<OfSystem>())
 {
 }
 
@@ -69,41 +68,29 @@ Proxies::~Proxies() = default;
 void Proxies::prepare(const QUrl& url, const std::function<void()>& ready)
 {
     const QString server = serverOf(url);
-    const auto known = m_system->answers.find(server);
+    const auto known = m_system->answers.constFind(server);
+    const bool isKnown = known != m_system->answers.constEnd();
     if (hasApplicationProxy(url)) {
         ready();
-    } else if (known != m_system->answers.end()) {
-        if (known->age.hasExpired(freshFor)) {
-            known->age.start();
-            lookUp(url);
-        }
-        ready();
-    } else {
-        const bool first = !m_system->waiting.contains(server);
-        m_system->waiting[server].append(ready);
-        if (first)
-            lookUp(url);
+        return;
     }
+    if ((!isKnown || known->age.hasExpired(freshFor)) && !m_system->lookups.contains(server))
+        m_system->lookups.insert(server, lookUp(url));
+    if (isKnown)
+        ready();
+    else
+        m_system->lookups.find(server)->then(ready);
 }
 
-void Proxies::lookUp(const QUrl& url)
+QtPromise::QPromise<void> Proxies::lookUp(const QUrl& url)
 {
-    const std::weak_ptr<OfSystem> system = m_system;
+    const std::shared_ptr<OfSystem> system = m_system;
     const QString server = serverOf(url);
-    QThreadPool::globalInstance()->start([context = m_context, system, url, server] {
-        const auto proxies = QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url));
-        QMetaObject::invokeMethod(
-            context,
-            [system, server, proxies] {
-                if (const auto alive = system.lock())
-                    alive->answer(server, proxies);
-            },
-            Qt::QueuedConnection);
-    });
-    QTimer::singleShot(maxLookupTime, m_context, [system, server] {
-        if (const auto alive = system.lock())
-            alive->giveUp(server);
-    });
+    return askSystem(url)
+        .then([system, server](const Found& proxies) { system->answer(server, proxies); })
+        .timeout(maxLookupTime)
+        .fail([system, server] { system->answer(server, {}); })
+        .finally([system, server] { system->lookups.remove(server); });
 }
 
 QList<QNetworkProxy> Proxies::queryProxy(const QNetworkProxyQuery& query)

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <QHash>
 #include <QList>
 #include <QNetworkProxyFactory>
-#include <QString>
+#include <QtPromise>
 
 #include <functional>
 #include <memory>
 
-class QObject;
 class QUrl;
 
 /**
@@ -23,11 +21,11 @@ class QUrl;
 class Proxies : public QNetworkProxyFactory
 {
 public:
-    /** After so many milliseconds the system's silence means no proxy. */
+    /** After so many milliseconds the system's silence means no proxy, and what it answers later is
+     *  taken for the requests that follow. */
     static constexpr int maxLookupTime = 5000;
 
-    /** Belongs to the thread of context, which must outlive the lookups. */
-    explicit Proxies(QObject* context);
+    Proxies();
     ~Proxies() override;
 
     /** Calls ready when the proxies for this address are known: at once, or from the event loop. */
@@ -37,8 +35,7 @@ public:
 
 private:
     struct OfSystem;
-    void lookUp(const QUrl& url);
+    QtPromise::QPromise<void> lookUp(const QUrl& url);
 
-    QObject* m_context;
     std::shared_ptr<OfSystem> m_system;
 };

@@ -100,7 +100,7 @@ HttpNetwork& ZHttpComm::network()
     if (m_network == nullptr) {
         const RequestQueue::Bounds plain {maxUnderWay, maxInBackground};
         const RequestQueue::Bounds multiplexed {maxMultiplexed, maxMultiplexedInBackground};
-        m_network = std::make_unique<HttpNetwork>(plain, multiplexed, this);
+        m_network = std::make_unique<HttpNetwork>(plain, multiplexed);
         // This object outlives the application, the network's threads must not.
         qAddPostRoutine(&ZHttpComm::endWithApplication);
     }
