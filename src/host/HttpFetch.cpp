@@ -14,13 +14,13 @@ HttpFetch::HttpFetch(const HttpOrder& order, HttpNetwork& network)
 
 void HttpFetch::start()
 {
-    m_network.queue.add(m_order.url, m_order.lane, [this] { onTurn(); });
+    m_network.queue().add(m_order.url, m_order.lane, [this] { onTurn(); });
 }
 
 void HttpFetch::onTurn()
 {
     m_sinceTurn.start();
-    m_network.proxies->prepare(m_order.url, [self = QPointer<HttpFetch>(this)] {
+    m_network.proxies().prepare(m_order.url, [self = QPointer<HttpFetch>(this)] {
         if (self != nullptr)
             self->request();
     });
@@ -28,12 +28,9 @@ void HttpFetch::onTurn()
 
 void HttpFetch::request()
 {
-    auto* request = new HttpRequest(m_network.manager, m_order.url, m_order.limits);
+    HttpRequest* request = m_network.begin(m_order.url, m_order.limits);
     request->setParent(this);
     connect(request, &HttpRequest::sigProgress, this, &HttpFetch::sigProgress);
-    connect(request, &HttpRequest::sigAnswered, this, [this](const QUrl& url, bool isMultiplexed) {
-        m_network.queue.setMultiplexed(url, isMultiplexed);
-    });
     connect(request, &HttpRequest::sigDone, this,
             [this, request](const HttpOutcome& outcome) { onTried(request, outcome); });
 }
@@ -41,19 +38,23 @@ void HttpFetch::request()
 void HttpFetch::onTried(HttpRequest* request, const HttpOutcome& outcome)
 {
     request->deleteLater();
-    const int pause = pauseAfter(outcome);
-    if (pause < 0) {
+    const int pause = outcome.recalled ? -1 : pauseAfter(outcome);
+    if (outcome.recalled) {
+        start();
+    } else if (pause < 0) {
         Q_EMIT sigDone(outcome);
     } else {
         m_pause.start(pause);
         Q_EMIT sigRetried(m_tried, pause, outcome.error);
     }
-    m_network.queue.ended(m_order.url, m_order.lane);
+    m_network.queue().ended(m_order.url, m_order.lane);
 }
 
 int HttpFetch::pauseAfter(const HttpOutcome& outcome)
 {
-    if (!outcome.mayPass)
+    const bool mayPass =
+        outcome.mayPass || (outcome.lostConnection && m_network.queue().isMultiplexed(m_order.url));
+    if (!mayPass)
         return -1;
     if (m_order.limits.totalTime > 0) {
         m_order.limits.totalTime -= static_cast<int>(m_sinceTurn.elapsed());

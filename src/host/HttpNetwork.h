@@ -3,19 +3,52 @@
 #include "host/Proxies.h"
 #include "host/RequestQueue.h"
 
-#include <QNetworkAccessManager>
+#include <QHash>
+#include <QObject>
+#include <QVector>
 
-/** What the requests of ZHttpComm share while the application runs. */
-struct HttpNetwork
+#include <memory>
+
+class HttpRequest;
+struct HttpLimits;
+struct HttpOutcome;
+class QNetworkAccessManager;
+
+/**
+ * What the requests of ZHttpComm share while the application runs: their turns, the proxies and the
+ * connections.
+ *
+ * Whether a server speaks HTTP/2 is known with its first answer. Until then one behind TLS is taken
+ * to do so, since its first requests then go out in one piece; of one that does not, the requests
+ * that wait behind the connections are called back to take their turn.
+ *
+ * Qt leaves requests without an answer once a server has announced the end of an HTTP/2 connection,
+ * as many do after some hundreds of requests. So a connection is left before that, and one that
+ * shows such signs is left at once, its requests without an answer called back.
+ */
+class HttpNetwork : public QObject
 {
-    HttpNetwork(const RequestQueue::Bounds& plain, const RequestQueue::Bounds& multiplexed)
-        : queue(plain, multiplexed)
-        , proxies(new Proxies)
-    {
-        manager.setProxyFactory(proxies);
-    }
+    Q_OBJECT
 
-    QNetworkAccessManager manager;
-    RequestQueue queue;
-    Proxies* proxies; // the manager's
+public:
+    HttpNetwork(const RequestQueue::Bounds& plain, const RequestQueue::Bounds& multiplexed);
+
+    RequestQueue& queue() { return m_queue; }
+    Proxies& proxies() { return m_proxies; }
+
+    /** Starts a request, which is the caller's. */
+    HttpRequest* begin(const QUrl& url, const HttpLimits& limits);
+
+private:
+    using Manager = std::shared_ptr<QNetworkAccessManager>;
+    Manager managerFor(const QUrl& url);
+    void onAnswered(const QUrl& url, bool isMultiplexed);
+    void onDone(const QString& server, HttpRequest* request, const HttpOutcome& outcome);
+
+    RequestQueue m_queue;
+    int m_plainBound;
+    Proxies m_proxies;
+    Manager m_manager;
+    int m_begun = 0;                                  // over m_manager, to servers of HTTP/2
+    QHash<QString, QVector<HttpRequest*>> m_underWay; // by server, in the order of their begin
 };

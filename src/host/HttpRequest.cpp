@@ -67,6 +67,14 @@ HttpOutcome passingFailure(const QString& cause)
     return outcome;
 }
 
+/** The server has ended the connection before it took up the request. */
+HttpOutcome lostConnection(const QString& cause)
+{
+    HttpOutcome outcome = passingFailure(cause);
+    outcome.lostConnection = true;
+    return outcome;
+}
+
 HttpOutcome tooLarge(qint64 limit)
 {
     return failure(QStringLiteral("the body is larger than %1 bytes").arg(limit));
@@ -80,13 +88,15 @@ QByteArray encodingOf(const QNetworkReply& reply)
 
 } // namespace
 
-HttpRequest::HttpRequest(QNetworkAccessManager& network, const QUrl& url, const HttpLimits& limits)
-    : m_url(url)
+HttpRequest::HttpRequest(const std::shared_ptr<QNetworkAccessManager>& manager, const QUrl& url,
+                         const HttpLimits& limits)
+    : m_manager(manager)
+    , m_url(url)
     , m_limits(limits)
 {
     const QString error = addressError(url);
     if (error.isEmpty()) {
-        start(network);
+        start();
         return;
     }
     connect(&m_total, &QTimer::timeout, this, [this, error] { done(failure(error)); });
@@ -99,9 +109,9 @@ HttpRequest::~HttpRequest()
     delete m_reply;
 }
 
-void HttpRequest::start(QNetworkAccessManager& network)
+void HttpRequest::start()
 {
-    m_reply = network.get(requestFor(m_url));
+    m_reply = m_manager->get(requestFor(m_url));
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &HttpRequest::onMetaData);
     connect(m_reply, &QNetworkReply::readyRead, this, &HttpRequest::onReadyRead);
     connect(m_reply, &QNetworkReply::downloadProgress, this, &HttpRequest::sigProgress);
@@ -118,7 +128,10 @@ void HttpRequest::startTimers()
     m_silence.setSingleShot(true);
     m_silence.setInterval(m_limits.silence);
     connect(&m_silence, &QTimer::timeout, this, [this] {
-        done(failure(QStringLiteral("nothing received for %1 ms").arg(m_limits.silence)));
+        HttpOutcome outcome =
+            failure(QStringLiteral("nothing received for %1 ms").arg(m_limits.silence));
+        outcome.lostConnection = !m_answered;
+        done(outcome);
     });
     if (m_limits.silence > 0)
         m_silence.start();
@@ -132,8 +145,18 @@ void HttpRequest::startTimers()
         m_total.start(m_limits.totalTime);
 }
 
+void HttpRequest::recall()
+{
+    if (m_answered)
+        return;
+    HttpOutcome outcome = failure(QStringLiteral("called back"));
+    outcome.recalled = true;
+    done(outcome);
+}
+
 void HttpRequest::onMetaData()
 {
+    m_answered = true;
     if (m_silence.isActive())
         m_silence.start();
     // The rate is that of the body: how long a server thinks is a matter of the silence.
@@ -242,7 +265,13 @@ HttpOutcome HttpRequest::transportFailure() const
         return failure(QStringLiteral("redirected more than %1 times").arg(maxRedirects));
     case QNetworkReply::ProtocolUnknownError:
     case QNetworkReply::ProtocolInvalidOperationError:
-        return failure(QStringLiteral("redirected to no http or https address"));
+        // So Qt also calls what it was asked for over a connection that ends.
+        return status() == 0 ? lostConnection(m_reply->errorString())
+                             : failure(QStringLiteral("redirected to no http or https address"));
+    case QNetworkReply::ContentReSendError:
+        return lostConnection(QStringLiteral("the server ended the connection"));
+    case QNetworkReply::InternalServerError: // of a stream, the status has been looked at
+        return passingFailure(QStringLiteral("the server broke off the answer"));
     case QNetworkReply::SslHandshakeFailedError:
         return failure(m_distrust.isEmpty() ? m_reply->errorString() : m_distrust);
     case QNetworkReply::ConnectionRefusedError:

@@ -24,11 +24,13 @@ struct HttpLimits
 /** How a try ended. */
 struct HttpOutcome
 {
-    QByteArray body;       ///< whole, when error is empty
-    QString error;         ///< the address and the cause
-    int status = 0;        ///< the HTTP status where that is the cause
-    bool mayPass = false;  ///< the failure is of a kind that another try may not meet
-    qint64 retryAfter = 0; ///< milliseconds that the server wants to be left alone
+    QByteArray body;             ///< whole, when error is empty
+    QString error;               ///< the address and the cause
+    int status = 0;              ///< the HTTP status where that is the cause
+    bool mayPass = false;        ///< the failure is of a kind that another try may not meet
+    qint64 retryAfter = 0;       ///< milliseconds that the server wants to be left alone
+    bool recalled = false;       ///< it did not fail, it was called back
+    bool lostConnection = false; ///< over HTTP/2: no more can be expected of its connection
 };
 
 /** One try of a GET request, from the address to the body or the cause of its failure. */
@@ -38,8 +40,15 @@ class HttpRequest : public QObject
 
 public:
     /** Starts at once; sigDone comes exactly once, and never from within the constructor. */
-    HttpRequest(QNetworkAccessManager& network, const QUrl& url, const HttpLimits& limits);
+    HttpRequest(const std::shared_ptr<QNetworkAccessManager>& manager, const QUrl& url,
+                const HttpLimits& limits);
     ~HttpRequest() override;
+
+    const QUrl& url() const { return m_url; }
+    const std::shared_ptr<QNetworkAccessManager>& manager() const { return m_manager; }
+
+    /** Ends the request now, unless its answer has begun. */
+    void recall();
 
 Q_SIGNALS:
     void sigProgress(qint64 received, qint64 total);
@@ -48,7 +57,7 @@ Q_SIGNALS:
     void sigDone(const HttpOutcome& outcome);
 
 private:
-    void start(QNetworkAccessManager& network);
+    void start();
     void startTimers();
     void onMetaData();
     void onReadyRead();
@@ -61,6 +70,7 @@ private:
     HttpOutcome transportFailure() const;
     HttpOutcome bodyFailure() const;
 
+    std::shared_ptr<QNetworkAccessManager> m_manager;
     QUrl m_url;
     HttpLimits m_limits;
     QNetworkReply* m_reply = nullptr;
@@ -72,5 +82,6 @@ private:
     QTimer m_silence;
     QTimer m_pace;
     QTimer m_total;
+    bool m_answered = false;
     bool m_done = false;
 };

@@ -15,7 +15,9 @@ void RequestQueue::add(const QUrl& url, Lane lane, const Start& start)
 {
     const QString name = serverOf(url);
     const QString folder = folderOf(url);
-    Waiting& waiting = m_servers[name].waiting.at(lane);
+    Server& server = m_servers[name];
+    server.most = boundsFor(url);
+    Waiting& waiting = server.waiting.at(lane);
     if (!waiting.byFolder.contains(folder))
         waiting.turns.enqueue(folder);
     waiting.byFolder[folder].enqueue(start);
@@ -35,13 +37,21 @@ void RequestQueue::ended(const QUrl& url, Lane lane)
 void RequestQueue::setMultiplexed(const QUrl& url, bool isMultiplexed)
 {
     const QString name = serverOf(url);
-    if (isMultiplexed == m_multiplexedServers.contains(name))
-        return;
-    if (isMultiplexed)
-        m_multiplexedServers.insert(name);
-    else
-        m_multiplexedServers.remove(name);
+    m_isMultiplexed.insert(name, isMultiplexed);
+    const auto server = m_servers.find(name);
+    if (server != m_servers.end())
+        server->most = boundsFor(url);
     startNext(name);
+}
+
+bool RequestQueue::isMultiplexed(const QUrl& url) const
+{
+    return m_isMultiplexed.value(serverOf(url), url.scheme() == QLatin1String("https"));
+}
+
+const RequestQueue::Bounds& RequestQueue::boundsFor(const QUrl& url) const
+{
+    return isMultiplexed(url) ? m_multiplexed : m_plain;
 }
 
 void RequestQueue::startNext(const QString& name)
@@ -49,7 +59,7 @@ void RequestQueue::startNext(const QString& name)
     for (const Lane lane : {Foreground, Background}) {
         // Looked up each time: what is started may add to the queue.
         for (auto server = m_servers.find(name); server != m_servers.end()
-             && hasPlace(name, *server, lane) && !server->waiting.at(lane).turns.isEmpty();
+             && hasPlace(*server, lane) && !server->waiting.at(lane).turns.isEmpty();
              server = m_servers.find(name)) {
             ++server->underWay.at(lane);
             takeNext(server->waiting.at(lane))();
@@ -60,11 +70,11 @@ void RequestQueue::startNext(const QString& name)
         m_servers.erase(server);
 }
 
-bool RequestQueue::hasPlace(const QString& name, const Server& server, Lane lane) const
+bool RequestQueue::hasPlace(const Server& server, Lane lane)
 {
-    const Bounds& most = m_multiplexedServers.contains(name) ? m_multiplexed : m_plain;
-    return server.underWay.at(Foreground) + server.underWay.at(Background) < most.at(Foreground)
-        && (lane == Foreground || server.underWay.at(Background) < most.at(Background));
+    return server.underWay.at(Foreground) + server.underWay.at(Background)
+        < server.most.at(Foreground)
+        && (lane == Foreground || server.underWay.at(Background) < server.most.at(Background));
 }
 
 RequestQueue::Start RequestQueue::takeNext(Waiting& waiting)

@@ -2,7 +2,6 @@
 
 #include <QHash>
 #include <QQueue>
-#include <QSet>
 #include <QString>
 #include <QUrl>
 
@@ -35,8 +34,9 @@ public:
     void add(const QUrl& url, Lane lane, const Start& start);
     /** To be called once for each request that was started. */
     void ended(const QUrl& url, Lane lane);
-    /** Which bounds hold for the server of this address; the plain ones at first. */
+    /** Which bounds hold for the server of this address; until set, its scheme decides. */
     void setMultiplexed(const QUrl& url, bool isMultiplexed);
+    bool isMultiplexed(const QUrl& url) const;
 
 private:
     struct Waiting
@@ -46,16 +46,18 @@ private:
     };
     struct Server
     {
+        Bounds most {};
         std::array<int, 2> underWay {};
         std::array<Waiting, 2> waiting;
     };
 
     void startNext(const QString& name);
-    bool hasPlace(const QString& name, const Server& server, Lane lane) const;
+    const Bounds& boundsFor(const QUrl& url) const;
+    static bool hasPlace(const Server& server, Lane lane);
     static Start takeNext(Waiting& waiting);
 
     Bounds m_plain;
     Bounds m_multiplexed;
-    QSet<QString> m_multiplexedServers;
+    QHash<QString, bool> m_isMultiplexed;
     QHash<QString, Server> m_servers;
 };
