@@ -1,17 +1,18 @@
 #include "support/LogLines.h"
 
-#include <QMutex>
-#include <QMutexLocker>
+#include <QVector>
+
+#include <mutex>
 
 namespace {
 
-QMutex mutex;
+std::mutex mutex; // one that the thread sanitizer sees
 QVector<QPair<QtMsgType, QString>> collected;
 QtMessageHandler previous = nullptr;
 
 void collect(QtMsgType level, const QMessageLogContext&, const QString& text)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     collected.append({level, text});
 }
 
@@ -25,13 +26,13 @@ LogLines::LogLines()
 LogLines::~LogLines()
 {
     qInstallMessageHandler(previous);
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     collected.clear();
 }
 
 QStringList LogLines::lines(int level)
 {
-    const QMutexLocker lock(&mutex);
+    const std::lock_guard lock(mutex);
     QStringList lines;
     for (const auto& line : qAsConst(collected)) {
         if (level < 0 || line.first == level)
