@@ -14,6 +14,7 @@ Port numbers and what hangs on the clock count as equal. Every script of ours at
 and every page that a link leads to has to be there.
 """
 import argparse
+import contextlib
 import glob
 import os
 import re
@@ -29,16 +30,26 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 BLOCK = re.compile(r"<!-- (run|prints|file)(?:: (.*?))? -->\n```\w*\n(.*?)```", re.S)
 
 
+def read(path):
+    with open(path, encoding="utf-8") as file:
+        return file.read()
+
+
 def settled(text):
     text = re.sub(r"127\.0\.0\.1:\d+", "127.0.0.1:PORT", text)
     text = re.sub(r"\b[0-9A-F]{32}", "DIGEST", text)  # of an address with its port
     return re.sub(r"(?m)^    now  .*$", "    now", text)
 
 
-def free_port():
-    with socket.socket() as probe:
-        probe.bind(("127.0.0.1", 0))
-        return str(probe.getsockname()[1])
+def with_free_ports(texts):
+    """The same texts with ports that are free here."""
+    with contextlib.ExitStack() as stack:  # all at once, so that they differ
+        for port in ("8080", "8081", "8443"):
+            probe = stack.enter_context(socket.socket())
+            probe.bind(("127.0.0.1", 0))
+            free = f"127.0.0.1:{probe.getsockname()[1]}"
+            texts = [text.replace("127.0.0.1:" + port, free) for text in texts]
+    return texts
 
 
 def end_servers(folder):
@@ -49,13 +60,12 @@ def end_servers(folder):
             return
         if trial == 50:
             for path in left:
-                with open(path, encoding="utf-8") as file:
-                    os.kill(int(file.read()), signal.SIGTERM)
+                os.kill(int(read(path)), signal.SIGTERM)
         time.sleep(0.1)
 
 
 def shell(script, programs):
-    """What a script prints; a RuntimeError when it fails. Port 8080 stands for a free one."""
+    """What a script prints; a RuntimeError when it fails. Free ports stand in for its own."""
     environment = dict(os.environ, TZ="UTC", LC_ALL="C.UTF-8",
                        PATH=programs + os.pathsep + os.environ["PATH"])
     # The outer folder is as private as root's home: what a web server's own user may not pass.
@@ -63,9 +73,12 @@ def shell(script, programs):
         folder = os.path.join(private, "work")
         for name in ("examples", "docs"):
             shutil.copytree(os.path.join(ROOT, name), os.path.join(folder, name))
-        port, site = free_port(), os.path.join(folder, "examples", "nginx", "zglobal.conf")
-        subprocess.run(["sed", "-i", f"s/8080/{port}/", site], check=True)
-        done = subprocess.run(["bash", "-euo", "pipefail", "-c", script.replace("8080", port)],
+        paths = glob.glob(os.path.join(folder, "examples", "nginx", "*.conf"))
+        script, *texts = with_free_ports([script] + [read(path) for path in paths])
+        for path, text in zip(paths, texts):
+            with open(path, "w", encoding="utf-8") as file:
+                file.write(text)
+        done = subprocess.run(["bash", "-euo", "pipefail", "-c", script],
                               cwd=folder, env=environment, stdin=subprocess.DEVNULL, timeout=300,
                               encoding="utf-8", stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         end_servers(folder)
@@ -77,14 +90,12 @@ def shell(script, programs):
 def shown(kind, what, programs):
     if kind == "prints":
         return shell(what, programs)
-    with open(os.path.join(ROOT, what), encoding="utf-8") as file:
-        return file.read()
+    return read(os.path.join(ROOT, what))
 
 
 def check(page, programs, write):
     """The number of blocks in a page, and what is wrong with them."""
-    with open(os.path.join(ROOT, page), encoding="utf-8") as file:
-        text = file.read()
+    text = read(os.path.join(ROOT, page))
     faults = [f"{page}: {script} is not there to be run"
               for script in re.findall(r"^(scripts/\w+)", text, re.M)
               if not os.access(os.path.join(ROOT, script), os.X_OK)]
