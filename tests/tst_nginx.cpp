@@ -3,10 +3,10 @@
 #include "host/ZHttpComm.h"
 #include "host/zErrorInfo.h"
 #include "support/Cases.h"
-#include "support/HttpServer.h"
 #include "support/Literals.h"
 #include "support/LogLines.h"
-#include "support/WorkFolder.h"
+#include "testing/ZTestFolder.h"
+#include "testing/ZTestServer.h"
 
 #include <QDir>
 #include <QProcess>
@@ -49,7 +49,7 @@ std::shared_ptr<QProcess> started(const QString& name, int port)
         return probe.waitForConnected();
     };
     if (!QTest::qWaitFor(answers, patience))
-        qFatal("%s", WorkFolder::read(name + u"/error.log"_s).constData());
+        qFatal("%s", ZTestFolder::read(name + u"/error.log"_s).constData());
     return nginx;
 }
 
@@ -79,7 +79,7 @@ QString update(const QString& server)
 /** The lines of an access log that hold part. */
 QStringList logged(const QString& name, const QString& part)
 {
-    const QString lines = QString::fromUtf8(WorkFolder::read(name + u"/access.log"_s));
+    const QString lines = QString::fromUtf8(ZTestFolder::read(name + u"/access.log"_s));
     return lines.split(u'\n').filter(part);
 }
 
@@ -92,8 +92,8 @@ class tst_nginx : public QObject
 
 private:
     ZHttpComm* m_http = ZHttpComm::getInstance();
-    std::unique_ptr<WorkFolder> m_folder;
-    HttpServer m_dying;
+    std::unique_ptr<ZTestFolder> m_folder;
+    ZTestServer m_dying;
     QHash<QString, std::shared_ptr<QProcess>> m_running;
     QHash<QString, int> m_ports; // by those of the examples; 9000 is that of m_dying
 
@@ -108,12 +108,12 @@ private:
     {
         for (const QString& file : {u"origin/origin"_s, u"edge/edge"_s, u"edge/tls"_s}) {
             const QString example = examples + u"/nginx/%1.conf"_s.arg(file.section(u'/', 1));
-            QString text = QString::fromUtf8(WorkFolder::read(example));
+            QString text = QString::fromUtf8(ZTestFolder::read(example));
             text.replace(u"server {\n"_s, u"server {\n"_s + lines);
             text.replace(u"access_log access.log"_s, logging);
             for (const QString& port : m_ports.keys())
                 text.replace(u"127.0.0.1:"_s + port, address(port).section(u'/', 2));
-            WorkFolder::write(file + u".conf"_s, text.toUtf8());
+            ZTestFolder::write(file + u".conf"_s, text.toUtf8());
         }
         m_running[u"origin"_s] = started(u"origin"_s, m_ports[u"8080"_s]);
         m_running[u"edge"_s] = started(u"edge"_s, m_ports[u"8081"_s]);
@@ -131,8 +131,8 @@ private Q_SLOTS:
 
     void init()
     {
-        m_folder = std::make_unique<WorkFolder>();
-        const HttpServer free[3]; // all at once, so that they differ
+        m_folder = std::make_unique<ZTestFolder>();
+        const ZTestServer free[3]; // all at once, so that they differ
         m_ports = {{u"8080"_s, free[0].url({}).port()},
                    {u"8081"_s, free[1].url({}).port()},
                    {u"8443"_s, free[2].url({}).port()},
@@ -145,7 +145,7 @@ private Q_SLOTS:
             "-keyout edge.key -addext subjectAltName=IP:127.0.0.1 -out edge.pem 2>error.log"_s.arg(
                 examples));
         QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
-        trusting.setCaCertificates({QSslCertificate(WorkFolder::read(u"edge/edge.pem"_s))});
+        trusting.setCaCertificates({QSslCertificate(ZTestFolder::read(u"edge/edge.pem"_s))});
         QSslConfiguration::setDefaultConfiguration(trusting);
     }
 
@@ -170,10 +170,10 @@ private Q_SLOTS:
         QCOMPARE(update(address(port)), u"whole"_s);
         const QString server = port == u"8080"_s ? u"origin"_s : u"edge"_s;
         const int all = TableCatalogue::types().size() + 2; // the versions, a table without one
-        QTRY_COMPARE(logged(server, answers).size(), all);
+        QTRY_VERIFY(logged(server, answers).size() >= all);
         const QStringList lines = logged(server, answers);
         const QRegularExpression first(u'^' + lines.first().section(u' ', 0, 0) + u' ');
-        QCOMPARE(lines.filter(first).size() == all, oneConnection);
+        QCOMPARE(lines.filter(first).size() == all && lines.size() == all, oneConnection);
     }
 
     void badAnswers_data() { Cases::rows("nginx"); }
@@ -187,7 +187,7 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QFETCH(int, retries);
         shell(u"cd origin/content; { %1; } >body.gz"_s.arg(body));
-        const QByteArray sent = WorkFolder::read(u"origin/content/body.gz"_s);
+        const QByteArray sent = ZTestFolder::read(u"origin/content/body.gz"_s);
         m_dying.answer(u"/body"_s, {200, sent, "Content-Encoding: gzip", -1, sent.size() / 2});
         start(u"location /body { %1 }"_s.arg(conf));
         const QUrl url(address(port) + u"/body"_s);
