@@ -19,7 +19,6 @@
 
 #include <numeric>
 
-using QtPromise::QPromise;
 using Tree = QMap<QString, QByteArray>; // path and content
 using Table = EDataTable;
 
@@ -99,11 +98,11 @@ void configure(const QString& base)
         qFatal("the tables of the test cannot be loaded");
 }
 
-QPromise<void> start(const QString& job, ZGlobalClient& client)
+QtPromise::QPromise<void> start(const QString& job, ZGlobalClient& client)
 {
     const auto told = [](const QString& what) {
-        return what.isEmpty() ? QPromise<void>::resolve()
-                              : QPromise<void>::reject(zErrorInfo(what, 0));
+        return what.isEmpty() ? QtPromise::QPromise<void>::resolve()
+                              : QtPromise::QPromise<void>::reject(zErrorInfo(what, 0));
     };
     if (job == u"update"_s)
         return client.updateTables().then([told](const ZUpdateResult& result) {

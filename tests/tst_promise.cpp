@@ -12,12 +12,14 @@
 
 using namespace QtPromise;
 using namespace std::chrono_literals;
+template <typename T>
+using Promise = QtPromise::QPromise<T>;
 
 namespace {
 
 // What a promise comes to, as text, so that one comparison tells the value or the reason.
 template <typename T>
-QString outcome(const QPromise<T>& promise)
+QString outcome(const Promise<T>& promise)
 {
     QString result = QStringLiteral("pending");
     promise.then([&](const auto&... value) { result = QVariant(value...).toString(); })
@@ -38,16 +40,16 @@ struct Open
 {
     std::unique_ptr<QPromiseResolve<T>> resolve;
     std::unique_ptr<QPromiseReject<T>> reject;
-    QPromise<T> promise {[this](const QPromiseResolve<T>& first, const QPromiseReject<T>& second) {
+    Promise<T> promise {[this](const QPromiseResolve<T>& first, const QPromiseReject<T>& second) {
         resolve = std::make_unique<QPromiseResolve<T>>(first);
         reject = std::make_unique<QPromiseReject<T>>(second);
     }};
 };
 
 template <typename Reason>
-QPromise<int> rejected(const Reason& reason)
+Promise<int> rejected(const Reason& reason)
 {
-    return QPromise<int>::reject(reason);
+    return Promise<int>::reject(reason);
 }
 
 } // namespace
@@ -69,7 +71,7 @@ private Q_SLOTS:
     void settlesOnce()
     {
         Open<int> open;
-        const QPromise<int> copy = open.promise;
+        const Promise<int> copy = open.promise;
         QVERIFY(copy == open.promise && copy != Open<int>().promise && copy.isPending());
         (*open.resolve)(1);
         (*open.resolve)(2);
@@ -85,7 +87,7 @@ private Q_SLOTS:
         QVERIFY(outer.promise.isPending());
         (*inner.reject)(4);
         COMES_TO("!4", outer.promise);
-        COMES_TO("7", QPromise<int>([](auto resolve) {
+        COMES_TO("7", Promise<int>([](auto resolve) {
                      resolve(7);
                      throw 8;
                  }));
@@ -97,7 +99,7 @@ private Q_SLOTS:
         const auto note = [&](const char* name) {
             return [&order, name] { order << QString::fromLatin1(name); };
         };
-        const auto promise = QPromise<void>::resolve();
+        const auto promise = Promise<void>::resolve();
         promise.then(note("a")).then(note("c"));
         const auto last = promise.then(note("b")).then(note("d"));
         QVERIFY(order.isEmpty());
@@ -115,8 +117,8 @@ private Q_SLOTS:
         COMES_TO("5", rejected(4).then([] { return 1; }, [](int code) { return code + 1; }));
         // An error that its neighbour throws is not for the second handler.
         COMES_TO("!1", five.then([]() -> int { throw 1; }, [] { return 2; }));
-        COMES_TO("!4", QPromise<void>(rejected(4)));
-        QPromise<int> self = five;
+        COMES_TO("!4", Promise<void>(rejected(4)));
+        Promise<int> self = five;
         self = five.then([&] { return self; });
         COMES_TO("!undefined", self);
 
@@ -130,9 +132,9 @@ private Q_SLOTS:
 
     void reasons()
     {
-        COMES_TO("!undefined", QPromise<void>([](auto, auto reject) { reject(); }));
+        COMES_TO("!undefined", Promise<void>([](auto, auto reject) { reject(); }));
         COMES_TO("!undefined", rejected(std::exception_ptr()));
-        const QPromise<int> derived([](auto) { throw std::out_of_range("range"); });
+        const Promise<int> derived([](auto) { throw std::out_of_range("range"); });
         COMES_TO("range", derived.fail([](const std::length_error&) { return 1; }));
         COMES_TO("2", derived.fail([](std::logic_error&) { return 2; }));
         COMES_TO("range", derived.fail([](const std::exception&) -> int { throw; }));
@@ -178,14 +180,14 @@ private Q_SLOTS:
         const auto later = [](int value, int time) {
             return attempt([=] { return value; }).delay(time);
         };
-        const auto three = all(QVector<QPromise<int>> {later(1, 20), later(2, 1), later(3, 10)});
+        const auto three = all(QVector<Promise<int>> {later(1, 20), later(2, 1), later(3, 10)});
         COMES_TO("123", three.then([](auto v) { return v[0] * 100 + v[1] * 10 + v[2]; }));
-        QVERIFY(all(QList<QPromise<int>>()).isFulfilled());
+        QVERIFY(all(QList<Promise<int>>()).isFulfilled());
         const Open<int> never;
-        const std::vector<QPromise<int>> bad {later(1, 0), never.promise, rejected(3), rejected(4)};
+        const std::vector<Promise<int>> bad {later(1, 0), never.promise, rejected(3), rejected(4)};
         COMES_TO("!3", all(bad).then([] {}));
         Open<void> last;
-        const auto both = all(QVector<QPromise<void>> {last.promise, later(1, 0)});
+        const auto both = all(QVector<Promise<void>> {last.promise, later(1, 0)});
         COMES_TO("1", later(1, 5));
         QVERIFY(both.isPending());
         (*last.resolve)();
@@ -224,7 +226,7 @@ private Q_SLOTS:
         Open<std::shared_ptr<int>> kept;
         QTimer::singleShot(0, this, [&] { (*kept.resolve)(token); });
         QVERIFY(kept.promise.wait().isFulfilled());
-        kept.promise = QPromise<std::shared_ptr<int>>::reject();
+        kept.promise = Promise<std::shared_ptr<int>>::reject();
         QCOMPARE(token.use_count(), 1L);
     }
 

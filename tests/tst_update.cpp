@@ -10,14 +10,13 @@
 #include <QDir>
 #include <QtTest>
 
-using QtPromise::QPromise;
 using Table = EDataTable;
 
 namespace {
 
 /** How a promise ended: "ok", or the error's message and its code if it has one. */
 template <class Value>
-QString outcome(const QPromise<Value>& promise)
+QString outcome(const QtPromise::QPromise<Value>& promise)
 {
     QString answer;
     promise.then([&] { answer = u"ok"_s; })
@@ -114,7 +113,7 @@ private Q_SLOTS:
         m_tables->setTableVersion(Table::Message, 1, false);
         const QString first = pathOf(Table::Message);
         m_server->hold(u"/app/resources/Message"_s);
-        const QPromise<void> update = m_tables->updateDataTable(Table::Message);
+        const QtPromise::QPromise<void> update = m_tables->updateDataTable(Table::Message);
         QTRY_COMPARE(m_server->held(), 1);
         m_tables->setTableVersion(Table::Message, 2, false);
         m_server->release(u"/app/resources/Message"_s);

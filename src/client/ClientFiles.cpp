@@ -16,8 +16,6 @@
 
 #include <memory>
 
-using QtPromise::QPromise;
-
 namespace {
 
 QString configurationFile()
@@ -84,10 +82,10 @@ QString ClientFiles::unversionedPath(const QString& table)
     return QStringLiteral("res/activity/") + table;
 }
 
-QPromise<QVector<ZClientFailure>> ClientFiles::fetchUnversioned()
+QtPromise::QPromise<QVector<ZClientFailure>> ClientFiles::fetchUnversioned()
 {
     const auto failures = std::make_shared<QVector<ZClientFailure>>();
-    QVector<QPromise<void>> fetches;
+    QVector<QtPromise::QPromise<void>> fetches;
     const QVector<TableStatus> statuses = ZDataTableMgr::getInstance()->getTableStatuses();
     for (const TableStatus& table : statuses) {
         if (table.kind >= 0)

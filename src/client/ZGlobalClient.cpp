@@ -19,7 +19,8 @@
 
 #include <memory>
 
-using QtPromise::QPromise;
+template <typename T>
+using Promise = QtPromise::QPromise<T>;
 
 namespace {
 
@@ -209,7 +210,7 @@ QVector<ZClientFailure> ZGlobalClient::failures() const
     return failures;
 }
 
-QPromise<ZVersionNews> ZGlobalClient::learnVersions()
+Promise<ZVersionNews> ZGlobalClient::learnVersions()
 {
     const QString address =
         configuration(QStringLiteral("cmsServer")) + QStringLiteral("app/versions.json");
@@ -228,7 +229,7 @@ QPromise<ZVersionNews> ZGlobalClient::learnVersions()
         });
 }
 
-QPromise<void> ZGlobalClient::versionsSaved()
+Promise<void> ZGlobalClient::versionsSaved()
 {
     const auto check = [](bool ok) {
         if (!ok)
@@ -236,11 +237,11 @@ QPromise<void> ZGlobalClient::versionsSaved()
     };
     // It may have been saved, or not, while the tables came in.
     if (m_save != Save::Due)
-        return QPromise<bool>::resolve(m_save == Save::Done).then(check);
+        return Promise<bool>::resolve(m_save == Save::Done).then(check);
     return QtPromise::connect(tables(), &ZDataTableMgr::sigVersionsSaved).then(check);
 }
 
-QPromise<ZUpdateResult> ZGlobalClient::updateTables()
+Promise<ZUpdateResult> ZGlobalClient::updateTables()
 {
     const QVector<TableStatus> before = catalogued();
     m_traffic->restart();
@@ -252,7 +253,7 @@ QPromise<ZUpdateResult> ZGlobalClient::updateTables()
         .then([] { return ClientFiles::fetchUnversioned(); })
         .then([sideFailures](const QVector<ZClientFailure>& failures) { *sideFailures = failures; })
         // The update's promise does not wait for every table.
-        .then([self] { return self != nullptr ? self->quiet() : QPromise<void>::resolve(); })
+        .then([self] { return self != nullptr ? self->quiet() : Promise<void>::resolve(); })
         .then([self, before, sideFailures] {
             ZUpdateResult result = resultOf(before);
             result.failures += *sideFailures;
@@ -264,7 +265,7 @@ QPromise<ZUpdateResult> ZGlobalClient::updateTables()
         });
 }
 
-QPromise<ZUpdateResult> ZGlobalClient::update()
+Promise<ZUpdateResult> ZGlobalClient::update()
 {
     const QPointer<ZGlobalClient> self(this);
     const auto gone = [] { return zErrorInfo(QStringLiteral("the client is gone")); };
@@ -272,17 +273,17 @@ QPromise<ZUpdateResult> ZGlobalClient::update()
         if (self == nullptr)
             throw gone();
         return self->updateTables().tap([self](const ZUpdateResult&) {
-            return self != nullptr ? self->versionsSaved() : QPromise<void>::resolve();
+            return self != nullptr ? self->versionsSaved() : Promise<void>::resolve();
         });
     });
 }
 
-QPromise<void> ZGlobalClient::fetchPictures()
+Promise<void> ZGlobalClient::fetchPictures()
 {
     return ZImageCacheUtil::preloadList(ZBannerMgr::getInstance()->getMissingImageUrls());
 }
 
-QPromise<ZFlashResult> ZGlobalClient::fetchFlashes()
+Promise<ZFlashResult> ZGlobalClient::fetchFlashes()
 {
     ZFlashConfigMgr& flashes = ZFlashConfigMgr::getInstance();
     const auto ended = QtPromise::connect(&flashes, &ZFlashConfigMgr::sigPassEnded);
@@ -304,7 +305,7 @@ bool ZGlobalClient::hasFlash(const QString& flashName)
     return ZFlashConfigMgr::getInstance().isPresent(flashName);
 }
 
-QPromise<void> ZGlobalClient::tidy()
+Promise<void> ZGlobalClient::tidy()
 {
     zTidyMgr& tidying = zTidyMgr::getInstance();
     const auto ended = QtPromise::connect(&tidying, &QThread::finished);
@@ -312,7 +313,7 @@ QPromise<void> ZGlobalClient::tidy()
     return ended;
 }
 
-QPromise<void> ZGlobalClient::quiet()
+Promise<void> ZGlobalClient::quiet()
 {
     return m_traffic->quiet();
 }

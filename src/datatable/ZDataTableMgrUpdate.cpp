@@ -16,7 +16,8 @@
 #include <QFileInfo>
 #include <QUrl>
 
-using QtPromise::QPromise;
+template <typename T>
+using Promise = QtPromise::QPromise<T>;
 
 namespace {
 
@@ -39,9 +40,9 @@ QString notATable(const QString& address)
     return QStringLiteral("数据表解析失败,tableUrl:%1").arg(address);
 }
 
-QPromise<void> rejected(const QString& message)
+Promise<void> rejected(const QString& message)
 {
-    return QPromise<void>::reject(zErrorInfo(message, 0));
+    return Promise<void>::reject(zErrorInfo(message, 0));
 }
 
 /** Why the file was not written; then there is none. */
@@ -103,27 +104,27 @@ ZDataTableMgr::TableDownload ZDataTableMgr::startDownload(EDataTable::EDataTable
 }
 
 /** The bytes of the table; what goes wrong is noted, logged and becomes the fixed words. */
-QPromise<QByteArray> ZDataTableMgr::fetch(const TableDownload& download)
+Promise<QByteArray> ZDataTableMgr::fetch(const TableDownload& download)
 {
     const QUrl address(download.address);
     const RequestCause cause(address);
     return ZHttpComm::getInstance()->get(address).tapFail(cause).then(
         [this, download](const QByteArray& body) {
             if (isTable(body))
-                return QPromise<QByteArray>::resolve(body);
+                return Promise<QByteArray>::resolve(body);
             const QString message = notATable(download.address);
             m_updateErrors.insert(download.type, message);
-            return QPromise<QByteArray>::reject(zErrorInfo(message, 0));
+            return Promise<QByteArray>::reject(zErrorInfo(message, 0));
         },
         [this, download, cause] {
             const QString message = QStringLiteral("静态表下载错误");
             qInfo().noquote() << message << download.key();
             m_updateErrors.insert(download.type, cause.message());
-            return QPromise<QByteArray>::reject(zErrorInfo(message, 0));
+            return Promise<QByteArray>::reject(zErrorInfo(message, 0));
         });
 }
 
-QPromise<void> ZDataTableMgr::store(const TableDownload& download, const QByteArray& body)
+Promise<void> ZDataTableMgr::store(const TableDownload& download, const QByteArray& body)
 {
     const QString cause = storeTable(download.path, body);
     if (!cause.isEmpty()) {
@@ -134,26 +135,26 @@ QPromise<void> ZDataTableMgr::store(const TableDownload& download, const QByteAr
     }
     m_updateErrors.remove(download.type);
     qInfo().noquote() << QStringLiteral("保存静态表成功") << download.key() << download.path;
-    return QPromise<void>::resolve();
+    return Promise<void>::resolve();
 }
 
-QPromise<void> ZDataTableMgr::updateDataTable(EDataTable::EDataTableType type)
+Promise<void> ZDataTableMgr::updateDataTable(EDataTable::EDataTableType type)
 {
     const TableDownload download = startDownload(type);
     if (hasContent(download.path)) {
         m_updateErrors.remove(type);
-        return QPromise<void>::resolve();
+        return Promise<void>::resolve();
     }
     return fetch(download).then(
         [this, download](const QByteArray& body) { return store(download, body); });
 }
 
-QPromise<void> ZDataTableMgr::updateAllDataTable()
+Promise<void> ZDataTableMgr::updateAllDataTable()
 {
     QDir().mkpath(CacheFolders::tables());
-    QVector<QPromise<void>> awaited;
+    QVector<Promise<void>> awaited;
     for (const EDataTable::EDataTableType type : TableCatalogue::types()) {
-        const QPromise<void> update = updateDataTable(type);
+        const Promise<void> update = updateDataTable(type);
         if (type != notAwaited)
             awaited.append(update);
     }
@@ -163,7 +164,7 @@ QPromise<void> ZDataTableMgr::updateAllDataTable()
     });
 }
 
-QPromise<void> ZDataTableMgr::updateGiftDataTable()
+Promise<void> ZDataTableMgr::updateGiftDataTable()
 {
     const TableDownload download = startDownload(EDataTable::CS_GiftList);
     return fetch(download).then([this, download](const QByteArray& body) {
@@ -173,24 +174,24 @@ QPromise<void> ZDataTableMgr::updateGiftDataTable()
                               << download.address;
             return rejected(message);
         }
-        const QPromise<void> stored = store(download, body);
+        const Promise<void> stored = store(download, body);
         // What could not be stored has to be fetched again.
         m_lastGiftTable = stored.isFulfilled() ? body : QByteArray();
         return stored;
     });
 }
 
-QPromise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString& url,
-                                              bool reuseExisting)
+Promise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString& url,
+                                             bool reuseExisting)
 {
     const auto refused = [](const QString& why) {
-        return QPromise<QString>::reject(zErrorInfo(why, 0));
+        return Promise<QString>::reject(zErrorInfo(why, 0));
     };
     if (!CachePaths::mayBeUsed(path))
         return refused(QStringLiteral("%1 leads out of the cache").arg(path));
     const QFileInfo there(path);
     if (reuseExisting && there.isFile() && there.size() > 0)
-        return QPromise<QString>::resolve(path);
+        return Promise<QString>::resolve(path);
     const QString folder = there.path();
     if (!QDir(folder).exists())
         QDir().mkpath(folder);
@@ -199,7 +200,7 @@ QPromise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString
     return ZHttpComm::getInstance()->get(address).tapFail(cause).then(
         [path, refused](const QByteArray& body) {
             const QString fault = body.isEmpty() ? QString() : writeStraight(path, body);
-            return fault.isEmpty() ? QPromise<QString>::resolve(path) : refused(fault);
+            return fault.isEmpty() ? Promise<QString>::resolve(path) : refused(fault);
         },
         [cause, refused] { return refused(cause.message()); });
 }

@@ -18,7 +18,8 @@
 #include <QUrl>
 
 using CacheNames::VersionedName;
-using QtPromise::QPromise;
+template <typename T>
+using Promise = QtPromise::QPromise<T>;
 
 namespace {
 
@@ -43,9 +44,9 @@ QString descriptionOf(const ZFlashConfigInfo& info)
 }
 
 /** Unpacks on the thread pool; fulfilled with why that failed, or with an empty text. */
-QPromise<QString> unpack(const QString& archive)
+Promise<QString> unpack(const QString& archive)
 {
-    return QPromise<QString>([archive](const QtPromise::QPromiseResolve<QString>& resolve) {
+    return Promise<QString>([archive](const QtPromise::QPromiseResolve<QString>& resolve) {
         QThreadPool::globalInstance()->start([archive, resolve] {
             const bool unpacked = ZGlobalConfig::unZipFile(archive, true);
             resolve(unpacked ? QString() : QStringLiteral("%1 cannot be unpacked").arg(archive));
@@ -54,13 +55,13 @@ QPromise<QString> unpack(const QString& archive)
 }
 
 /** Stores the archive in its folder and unpacks it there; fulfilled as unpack() is. */
-QPromise<QString> store(const ZFlashConfigInfo& info, const QByteArray& body)
+Promise<QString> store(const ZFlashConfigInfo& info, const QByteArray& body)
 {
     const QString folder = nameOf(info).in(CacheFolders::flashes());
     QDir().mkpath(folder);
     const QString archive = QStringLiteral("%1/%2").arg(folder, nameOf(info).whole());
     const QString fault = WholeFile::write(archive, body);
-    return fault.isEmpty() ? unpack(archive) : QPromise<QString>::resolve(fault);
+    return fault.isEmpty() ? unpack(archive) : Promise<QString>::resolve(fault);
 }
 
 } // namespace
@@ -198,10 +199,10 @@ void ZFlashConfigMgr::download(const ZFlashConfigInfo& info, const std::shared_p
             [info, pass](const QByteArray& body) {
                 // What was asked for under another version of the table may no longer be wanted.
                 if (tableVersionNow() != pass->tableVersion)
-                    return QPromise<QString>::resolve(QStringLiteral("the table has changed"));
+                    return Promise<QString>::resolve(QStringLiteral("the table has changed"));
                 return store(info, body);
             },
-            [cause] { return QPromise<QString>::resolve(cause.message()); })
+            [cause] { return Promise<QString>::resolve(cause.message()); })
         .then([this, info, pass](const QString& failure) { ended(info, *pass, failure); });
 }
 

@@ -305,7 +305,7 @@ private:
     static int toInterval(std::chrono::milliseconds time)
     {
         using Count = std::chrono::milliseconds::rep;
-        return int(qBound<Count>(0, time.count(), std::numeric_limits<int>::max()));
+        return int(std::clamp<Count>(time.count(), 0, std::numeric_limits<int>::max()));
     }
 
     detail::StatePtr<T> m_state;
