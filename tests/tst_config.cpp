@@ -35,7 +35,7 @@ private Q_SLOTS:
         QString error = u"untouched"_s;
         QVERIFY(ZGlobalConfig::readTableFile(bytes, header, rows, &error));
         QCOMPARE(header, (QHash<QString, int> {{u"id"_s, 0}, {u"名"_s, 1}}));
-        QTEST(rows.size(), "rowCount");
+        QTEST(static_cast<int>(rows.size()), "rowCount");
         QCOMPARE(error, u"untouched"_s);
     }
 

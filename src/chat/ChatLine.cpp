@@ -90,7 +90,7 @@ ChatLine::Places ChatLine::mask(int rank, const Window& window, const Stretches&
             copyTo(stretch.start);
             if (m_traced)
                 masked.origins.append(m_masks.at(firstMask + asterisks.size()).covered);
-            asterisks.append({number, masked.text.size()});
+            asterisks.append({number, static_cast<int>(masked.text.size())});
             masked.text.append(QLatin1Char('*'));
             maskedTo = stretch.start + stretch.length;
             copied = qMin(maskedTo, end);

@@ -16,7 +16,7 @@ QJsonArray casesOf(const char* file, const char* function)
     const QJsonArray cases = parsed.object().value(QLatin1String(function)).toArray();
     if (!opened || cases.size() < 2)
         qFatal("%s has no cases of %s: %s at byte %d", qPrintable(data.fileName()), function,
-               qPrintable(error.errorString()), error.offset);
+               qPrintable(error.errorString()), static_cast<int>(error.offset));
     return cases;
 }
 
@@ -64,7 +64,7 @@ QStringList Cases::rows(const char* file)
     for (int at = 1; at < cases.size(); ++at) {
         const QJsonArray row = cases.at(at).toArray();
         if (row.size() != names.size())
-            qFatal("%s: case %d has %d cells", file, at, row.size());
+            qFatal("%s: case %d has %d cells", file, at, static_cast<int>(row.size()));
         tags.append(row.first().toString());
         QTestData& data = QTest::newRow(qPrintable(tags.last()));
         for (int i = 0; i < types.size(); ++i) {

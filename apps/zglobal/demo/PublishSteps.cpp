@@ -102,7 +102,8 @@ void Steps::publishGifts(Demo& demo)
     const QStringList lines = Log::lines();
     for (const QString& line : lines)
         demo.say(u"log: "_s + line);
-    demo.expect(learnt.value.changed == QVector {EDataTable::CS_GiftList},
+    demo.expect(learnt.value.changed
+                    == QVector<EDataTable::EDataTableType> {EDataTable::CS_GiftList},
                 u"only its version is new"_s);
     demo.expect(loaded, u"the log tells that it is loaded"_s);
     const QString name = gifts->getGiftNameById(renamedGift());
