@@ -2,15 +2,21 @@
 
 #include "datatable/TableRows.h"
 
+#include <cstdlib>
+
 namespace {
 
-// The program seeds this generator, so it is the one to draw from.
+// The program seeds this generator, so it is the one to draw from; what Qt 6 has seeds itself.
 // clang-format off
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 int draw()
 {
+#if QT_VERSION_MAJOR < 6
     return qrand();
+#else
+    return std::rand();
+#endif
 }
 QT_WARNING_POP
 // clang-format on

@@ -27,7 +27,8 @@ public:
     void clear();
 
     /**
-     * One phrase, drawn with qrand(), which is the program's to seed; empty when there is none.
+     * One phrase, drawn with qrand(), on Qt 6 with std::rand(), which is the program's to seed;
+     * empty when there is none.
      */
     QString getRandWelcome();
 
