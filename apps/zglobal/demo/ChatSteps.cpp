@@ -35,10 +35,6 @@ void showPicture(Demo& demo, const QString& title, const QtPromise::QPromise<QSt
 
 void Steps::welcome(Demo& demo)
 {
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED // the generator that the phrases are drawn with
-        qsrand(2026);
-    QT_WARNING_POP
     ZGroupWelcomelMgr* phrases = ZGroupWelcomelMgr::getInstance();
     const QString phrase = phrases->getRandWelcome();
     demo.say(u"“%1”"_s.arg(phrase));
