@@ -26,7 +26,7 @@ void Interrupt::watch()
     auto* timer = new QTimer(QCoreApplication::instance());
     QObject::connect(timer, &QTimer::timeout, [] {
         if (caught != 0)
-            QCoreApplication::quit(); // every event loop, nested ones too, and those to come
+            QCoreApplication::exit(); // every event loop, nested ones too, and those to come
     });
     timer->start(interval);
 }
