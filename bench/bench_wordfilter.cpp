@@ -16,9 +16,9 @@
 #include <QJsonObject>
 #include <QSet>
 #include <QTemporaryDir>
-#include <QTextStream>
 
 #include <algorithm>
+#include <cstdio>
 #include <ctime>
 #ifdef __linux__
 #include <malloc.h>
@@ -30,17 +30,21 @@ constexpr int lineLength = 40;
 constexpr int lineCount = 2000;
 constexpr int runs = 7;
 
-QTextStream& out()
+void print(const QString& text)
 {
-    static QTextStream stream(stdout);
-    return stream;
+    std::fputs(text.toUtf8().constData(), stdout);
+    std::fflush(stdout);
 }
 
 [[noreturn]] void fail(const QString& why)
 {
-    out() << why << '\n';
-    out().flush();
+    print(why + QLatin1Char('\n'));
     std::exit(1);
+}
+
+QString fixed(double number, int decimals)
+{
+    return QString::number(number, 'f', decimals);
 }
 
 /** 12,345 */
@@ -199,10 +203,9 @@ void printLines(const QString& what, const QStringList& words, int masks, Chat& 
                                 prepared(line);
                         })
         / lineCount;
-    out() << "| " << what << " | " << (masks == 0 ? "clean" : "three masks") << " | "
-          << QString::number(literal / 1000, 'f', 2) << " ms | " << QString::number(ours, 'f', 2)
-          << QStringLiteral(" µs | ") << grouped(qRound(literal / ours)) << " |\n";
-    out().flush();
+    print(QStringLiteral("| %1 | %2 | %3 ms | %4 µs | %5 |\n")
+              .arg(what, masks == 0 ? QStringLiteral("clean") : QStringLiteral("three masks"),
+                   fixed(literal / 1000, 2), fixed(ours, 2), grouped(qRound(literal / ours))));
 }
 
 /** What a character costs in a line of so many, of what everybody types and of words in a row. */
@@ -212,12 +215,11 @@ void printLongLine(int length, const QStringList& words, Chat& chat)
     while (ofWords.size() < length)
         ofWords += words.at(chat.bounded(0, words.size())) + QLatin1Char(' ');
     const auto perCharacter = [length](const QString& line) {
-        return QString::number(microseconds([&] { prepared(line); }, 3) / length, 'f', 2);
+        return fixed(microseconds([&] { prepared(line); }, 3) / length, 2);
     };
     const QString typed = perCharacter(chat.text(length));
-    out() << "| " << grouped(length) << " | " << typed << QStringLiteral(" µs | ")
-          << perCharacter(ofWords.left(length)) << QStringLiteral(" µs |\n");
-    out().flush();
+    print(QStringLiteral("| %1 | %2 µs | %3 µs |\n")
+              .arg(grouped(length), typed, perCharacter(ofWords.left(length))));
 }
 
 void printPreparation(int count, Chat& chat)
@@ -240,18 +242,17 @@ void printPreparation(int count, Chat& chat)
     const qint64 before = heapBytes();
     const WordFilter filter(map.keys());
     const double bytes = static_cast<double>(heapBytes() - before) / map.size();
-    out() << "| " << grouped(count) << " | " << QString::number(reading / 1000, 'f', 1) << " ms | "
-          << QString::number(preparing / 1000, 'f', 1) << " ms | "
-          << QString::number(preparing / reading, 'f', 2) << " | "
-          << (bytes > 0 ? QString::number(bytes, 'f', 0) : QStringLiteral("unknown")) << " |\n";
-    out().flush();
+    print(QStringLiteral("| %1 | %2 ms | %3 ms | %4 | %5 |\n")
+              .arg(grouped(count), fixed(reading / 1000, 1), fixed(preparing / 1000, 1),
+                   fixed(preparing / reading, 2),
+                   bytes > 0 ? fixed(bytes, 0) : QStringLiteral("unknown")));
 }
 
 void printFigures()
 {
     Chat chat(ideographs);
-    out() << "| Words | Line of 40 | Literal procedure | Prepared | Times faster |\n"
-          << "|---:|---|---:|---:|---:|\n";
+    print(QStringLiteral("| Words | Line of 40 | Literal procedure | Prepared | Times faster |\n"
+                         "|---:|---|---:|---:|---:|\n"));
     for (const int count : {100, 1000, 10000, 100000}) {
         const QStringList words = chat.words(count, 0);
         load(words);
@@ -269,13 +270,15 @@ void printFigures()
         printLines(grouped(count) + QStringLiteral(" of Latin letters"), latinWords, 0, latin);
     }
 
-    out() << "\n| Length of the line, 100,000 words of Latin letters | Letters | Words in a row |\n"
-          << "|---:|---:|---:|\n";
+    print(QStringLiteral(
+        "\n| Length of the line, 100,000 words of Latin letters | Letters | Words in a row |\n"
+        "|---:|---:|---:|\n"));
     for (const int length : {1000, 10000, 100000, 1000000})
         printLongLine(length, latinWords, latin);
 
-    out() << "\n| Words | Reading the table | Preparing | Preparing / reading | Bytes a word |\n"
-          << "|---:|---:|---:|---:|---:|\n";
+    print(QStringLiteral(
+        "\n| Words | Reading the table | Preparing | Preparing / reading | Bytes a word |\n"
+        "|---:|---:|---:|---:|---:|\n"));
     for (const int count : {1000, 10000, 50000, 100000})
         printPreparation(count, chat);
 }
@@ -304,8 +307,10 @@ void compare(int seconds, quint32 seed)
             masked += wanted != text ? 1 : 0;
         }
     }
-    out() << "seed " << seed << ": " << cases << " cases compared, " << masked
-          << " of them masked, none differs\n";
+    print(QStringLiteral("seed %1: %2 cases compared, %3 of them masked, none differs\n")
+              .arg(seed)
+              .arg(cases)
+              .arg(masked));
 }
 
 } // namespace
@@ -313,7 +318,6 @@ void compare(int seconds, quint32 seed)
 int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
-    out().setCodec("UTF-8");
     QCommandLineParser parser;
     parser.addHelpOption();
     const QCommandLineOption forSeconds(QStringLiteral("compare"),

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
+#include <cstdio>
+
 // Prints docs/tables.md: what every manager wants of its table, off the declarations that load it.
 
 namespace {
@@ -68,8 +70,8 @@ void printTable(QTextStream& out, const TableStatus& report)
 int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv);
-    QTextStream out(stdout);
-    out.setCodec("UTF-8");
+    QString page;
+    QTextStream out(&page);
     out << "# The tables and their columns\n\n"
            "Printed by `scripts/reference` from the declarations that load the tables; not edited "
            "by "
@@ -79,5 +81,6 @@ int main(int argc, char** argv)
            "required column is refused whole.\n";
     for (const TableStatus& report : ZDataTableMgr::getInstance()->getTableStatuses())
         printTable(out, report);
+    std::fputs(page.toUtf8().constData(), stdout);
     return 0;
 }

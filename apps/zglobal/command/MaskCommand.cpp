@@ -9,7 +9,6 @@
 #include "datatable/ZDataTableMgr.h"
 
 #include <QFile>
-#include <QTextStream>
 
 #include <cstdio>
 
@@ -55,10 +54,11 @@ int run(const QCommandLineParser& line)
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly))
         throw Failure {u"standard input cannot be read"_s};
-    QTextStream lines(&input);
-    lines.setCodec("UTF-8");
-    for (QString text; lines.readLineInto(&text);)
-        mask(text, line);
+    for (QByteArray text = input.readLine(); !text.isEmpty(); text = input.readLine()) {
+        if (text.endsWith('\n'))
+            text.chop(text.endsWith("\r\n") ? 2 : 1);
+        mask(QString::fromUtf8(text), line);
+    }
     return 0;
 }
 
