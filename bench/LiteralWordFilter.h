@@ -23,8 +23,12 @@ inline QString pattern(const QString& w)
 /** The text after one word; each word is given what the one before it left. */
 inline QString mask(const QString& word, QString text)
 {
-    return text.replace(QRegExp(pattern(word), Qt::CaseSensitive, QRegExp::RegExp),
-                        QStringLiteral("*"));
+    const QRegExp engine(pattern(word), Qt::CaseSensitive, QRegExp::RegExp);
+#if QT_VERSION_MAJOR < 6
+    return text.replace(engine, QStringLiteral("*"));
+#else
+    return engine.replaceIn(text, QStringLiteral("*"));
+#endif
 }
 
 /** The text after all the words, in the order of the list. */
