@@ -5,7 +5,6 @@
 
 #include <QRandomGenerator>
 #include <QSettings>
-#include <QTextCodec>
 #include <QtTest>
 
 #ifdef Q_OS_LINUX
@@ -25,7 +24,9 @@ const QStringList keys {u"CS_GiftList"_s, u"Doutu"_s, u"Message"_s};
 QHash<QString, QVariant> settingsIn(const QString& path)
 {
     QSettings settings(path, QSettings::IniFormat);
-    settings.setIniCodec(QTextCodec::codecForLocale());
+#if QT_VERSION_MAJOR < 6
+    settings.setIniCodec("UTF-8");
+#endif
     // First ours, one by one: what is asked for decides which sections are taken.
     QHash<QString, QVariant> found;
     for (const QString& key : keys)
