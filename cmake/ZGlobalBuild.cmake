@@ -53,7 +53,7 @@ function(zglobal_precompile target)
         file(WRITE "${CMAKE_BINARY_DIR}/generated/precompiled.cpp" "")
         add_library(zglobal_precompiled OBJECT "${CMAKE_BINARY_DIR}/generated/precompiled.cpp")
         set_target_properties(zglobal_precompiled PROPERTIES AUTOMOC OFF)
-        target_link_libraries(zglobal_precompiled PRIVATE zglobal_strict Qt5::Core)
+        target_link_libraries(zglobal_precompiled PRIVATE zglobal_strict Qt${ZGLOBAL_QT}::Core)
         target_precompile_headers(zglobal_precompiled PRIVATE
             <functional> <memory> <QDateTime> <QDebug> <QDir> <QFile> <QHash> <QJsonArray>
             <QJsonDocument> <QJsonObject> <QMap> <QObject> <QSharedPointer> <QStringList> <QUrl>
@@ -124,7 +124,7 @@ endfunction()
 # with no display and no proxy, and is ended by CTest when it hangs.
 function(zglobal_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
-    zglobal_program(${name} SOURCES ${arg_SOURCES} LINKS Qt5::Test ${arg_LINKS})
+    zglobal_program(${name} SOURCES ${arg_SOURCES} LINKS Qt${ZGLOBAL_QT}::Test ${arg_LINKS})
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT 900)
