@@ -70,6 +70,11 @@ private:
     const QByteArray m_before = qgetenv("TZ");
 };
 
+qint64 secondsOf(const QDateTime& date)
+{
+    return (date.isValid() ? date : QDateTime()).toSecsSinceEpoch();
+}
+
 /** A date text, most often damaged in one or two places. */
 QString randomDate(std::mt19937& random)
 {
@@ -164,7 +169,7 @@ private Q_SLOTS:
                 const QString text = randomDate(random);
                 const QDateTime date = QDateTime::fromString(text, dateFormat);
                 parsed += date.isValid() ? 1 : 0;
-                if (Cells::secondsOfDate(text) != date.toSecsSinceEpoch())
+                if (Cells::secondsOfDate(text) != secondsOf(date))
                     differing.append(text);
             }
             QVERIFY2(differing.size() == 1, qPrintable(differing.join(u' ')));
@@ -178,7 +183,7 @@ private Q_SLOTS:
         for (const QString& text : {u"2026-03-08 01:59:59"_s, u"2026-03-08 02:30:00"_s,
                                     u"2026-03-08 03:00:00"_s, u"1883-11-18 12:01:00"_s})
             QCOMPARE(Cells::secondsOfDate(text),
-                     QDateTime::fromString(text, dateFormat).toSecsSinceEpoch());
+                     secondsOf(QDateTime::fromString(text, dateFormat)));
         const Zone utc("UTC");
         QCOMPARE(Cells::secondsOfDate(u"2026-11-21 00:00:01"_s), Q_INT64_C(1795219201));
         for (const QString& none : {u"2026-02-29 00:00:00"_s, QString()}) {

@@ -62,8 +62,10 @@ qint64 Cells::secondsOfDate(const QString& date)
         return clockOfThread().secondsOfNoDate();
     if (const std::optional<qint64> seconds = plainDate(date))
         return *seconds;
-    // Whatever is not plainly a date, a time skipped by a clock change included, is left to Qt.
-    return parsedByQt(date).toSecsSinceEpoch();
+    // Whatever is not plainly a date is left to Qt. Qt 6 answers for a time that a change of clocks
+    // skips, though it is no valid one.
+    const QDateTime parsed = parsedByQt(date);
+    return parsed.isValid() ? parsed.toSecsSinceEpoch() : clockOfThread().secondsOfNoDate();
 }
 
 bool Cells::isDate(const QString& date)

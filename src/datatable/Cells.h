@@ -18,7 +18,7 @@ namespace Cells {
 
 /**
  * Seconds since the epoch of a date text "yyyy-MM-dd HH:mm:ss", read as local time; what an invalid
- * QDateTime answers when the text is no such date.
+ * QDateTime answers when the text is no such date, or a time that a change of clocks skips.
  *
  * The same as QDateTime::fromString, without its cost for the texts that tables hold, but for the
  * hour that a change of clocks repeats: there Qt's own answer depends on what it was asked before.
