@@ -84,6 +84,8 @@ private:
  * takes the errors of its argument's type, derived ones included, and others pass it by; one
  * without an argument takes all, and so does one that takes a std::exception_ptr. A handler that
  * returns a promise has it followed. All functions may be called in any thread.
+ *
+ * Qt 6 has a class of this name outside of the namespace; "using" one hides or meets the other.
  */
 template <typename T>
 class QPromise
