@@ -237,7 +237,6 @@ int main(int argc, char** argv)
 {
     qputenv("QT_NO_GLIB", "1"); // whose list of sockets is slow with thousands
     const QCoreApplication application(argc, argv);
-    out().setCodec("UTF-8");
     QCommandLineParser parser;
     parser.addHelpOption();
     const QCommandLineOption most(QStringLiteral("clients"),
