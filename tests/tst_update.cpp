@@ -81,7 +81,10 @@ private Q_SLOTS:
         QCOMPARE(ZTestFolder::read(path), plainTable);
         QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
         m_tables->setTableVersion(Table::Message, 4, false);
+        QLoggingCategory::setFilterRules(u"zglobal.update.info=false"_s);
         QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), u"ok"_s);
+        QLoggingCategory::setFilterRules(QString());
+        QCOMPARE(LogLines::lines().size(), 1);
         QCOMPARE(m_server->targets(),
                  QStringList({u"/app/resources/Message?3"_s, u"/app/resources/Message?4"_s}));
         QCOMPARE(ZTestFolder::files(u"res/dataTable"_s).size(), 2);

@@ -3,8 +3,6 @@
 #include "chat/WordFilter.h"
 #include "datatable/DeclaredTable.h"
 
-#include <QDebug>
-
 namespace {
 
 // Of the words that are left out: enough to find them in the table, and no flood.
@@ -20,12 +18,13 @@ void logLeftOut(const QHash<QString, Info>& words)
     for (const Info& info : words) {
         const QString& word = info.word;
         if (WordPattern::kindOf(word) == WordPattern::TooLong && ++count <= namedWords)
-            (qWarning().noquote() << text.arg(word.size()).arg(WordPattern::maxSpecialLength))
-                    .quote()
+            qCWarning(LogCategories::load)
+                << qUtf8Printable(text.arg(word.size()).arg(WordPattern::maxSpecialLength))
                 << word.left(shownOfWord) << "...";
     }
     if (count > namedWords)
-        qWarning() << "Sensitive words with metacharacters left out for their length:" << count;
+        qCWarning(LogCategories::load)
+            << "Sensitive words with metacharacters left out for their length:" << count;
 }
 
 } // namespace

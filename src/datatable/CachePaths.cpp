@@ -1,8 +1,8 @@
 #include "datatable/CachePaths.h"
 
+#include "datatable/LogCategories.h"
 #include "file/FileNames.h"
 
-#include <QDebug>
 #include <QMutex>
 #include <QSet>
 
@@ -21,7 +21,7 @@ void tellOnce(const QString& text)
     if (told.contains(text))
         return;
     told.insert(text);
-    qWarning().noquote() << text;
+    qCWarning(LogCategories::resource).noquote() << text;
 }
 
 } // namespace

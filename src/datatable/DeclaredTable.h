@@ -1,11 +1,11 @@
 #pragma once
 
+#include "datatable/LogCategories.h"
 #include "datatable/TableColumns.h"
 #include "datatable/TableParts.h"
 #include "datatable/TableRows.h"
 #include "datatable/TableSchema.h"
 
-#include <QDebug>
 #include <QString>
 #include <QVector>
 
@@ -225,8 +225,11 @@ private:
     void add(const TableParts::Logs& part)
     {
         m_afterwards.append([part](Manager&) {
-            (part.channel == QtDebugMsg ? qDebug() : qInfo()).noquote()
-                << QString::fromUtf8(part.line);
+            const QString line = QString::fromUtf8(part.line);
+            if (part.channel == QtDebugMsg)
+                qCDebug(LogCategories::load).noquote() << line;
+            else
+                qCInfo(LogCategories::load).noquote() << line;
         });
     }
 

@@ -1,10 +1,10 @@
 #include "datatable/CacheFolders.h"
+#include "datatable/LogCategories.h"
 #include "datatable/TableCatalogue.h"
 #include "datatable/TableList.h"
 #include "datatable/TableRows.h"
 #include "datatable/ZDataTableMgr.h"
 
-#include <QDebug>
 #include <QFile>
 #include <QFileInfo>
 
@@ -92,8 +92,8 @@ bool ZDataTableMgr::load(const TableEntry& entry, const QString& path)
         QFile::remove(path);
     if (entry.title != nullptr) {
         const QString outcome = loaded ? QStringLiteral("加载成功") : QStringLiteral("加载失败");
-        qDebug().noquote() << QString::fromUtf8(entry.title) + outcome
-                           << QFileInfo(path).fileName();
+        qCDebug(LogCategories::load).noquote()
+            << QString::fromUtf8(entry.title) + outcome << QFileInfo(path).fileName();
     }
     return loaded;
 }

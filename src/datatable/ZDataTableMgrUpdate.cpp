@@ -1,5 +1,6 @@
 #include "datatable/CacheFolders.h"
 #include "datatable/CachePaths.h"
+#include "datatable/LogCategories.h"
 #include "datatable/RequestCause.h"
 #include "datatable/TableCatalogue.h"
 #include "datatable/TableRows.h"
@@ -10,7 +11,6 @@
 #include "host/zErrorInfo.h"
 
 #include <QDateTime>
-#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -118,7 +118,7 @@ Promise<QByteArray> ZDataTableMgr::fetch(const TableDownload& download)
         },
         [this, download, cause] {
             const QString message = QStringLiteral("静态表下载错误");
-            qInfo().noquote() << message << download.key();
+            qCInfo(LogCategories::update).noquote() << message << download.key();
             m_updateErrors.insert(download.type, cause.message());
             return Promise<QByteArray>::reject(zErrorInfo(message, 0));
         });
@@ -129,13 +129,14 @@ Promise<void> ZDataTableMgr::store(const TableDownload& download, const QByteArr
     const QString cause = storeTable(download.path, body);
     if (!cause.isEmpty()) {
         const QString message = QStringLiteral("保存静态表失败");
-        qInfo().noquote() << message << download.key() << download.path;
+        qCInfo(LogCategories::update).noquote() << message << download.key() << download.path;
         m_updateErrors.insert(download.type, QStringLiteral("%1: %2").arg(download.path, cause));
         return rejected(message);
     }
     m_updateErrors.remove(download.type);
-    qInfo().noquote() << QStringLiteral("保存静态表成功") << download.key() << download.path;
-    return Promise<void>::resolve();
+    qCInfo(LogCategories::update).noquote()
+        << QStringLiteral("保存静态表成功") << download.key() << download.path;
+    return QPromise<void>::resolve();
 }
 
 Promise<void> ZDataTableMgr::updateDataTable(EDataTable::EDataTableType type)
@@ -159,7 +160,7 @@ Promise<void> ZDataTableMgr::updateAllDataTable()
             awaited.append(update);
     }
     return QtPromise::all(awaited).fail([] {
-        qInfo().noquote() << QStringLiteral("更新静态表出错");
+        qCInfo(LogCategories::update).noquote() << QStringLiteral("更新静态表出错");
         return rejected(QStringLiteral("网络不给力，请重试"));
     });
 }
@@ -170,8 +171,8 @@ Promise<void> ZDataTableMgr::updateGiftDataTable()
     return fetch(download).then([this, download](const QByteArray& body) {
         if (body == m_lastGiftTable) {
             const QString message = QStringLiteral("数据没变化");
-            qInfo().noquote() << message << QStringLiteral("updateGiftDataTable")
-                              << download.address;
+            qCInfo(LogCategories::update).noquote()
+                << message << QStringLiteral("updateGiftDataTable") << download.address;
             return rejected(message);
         }
         const Promise<void> stored = store(download, body);

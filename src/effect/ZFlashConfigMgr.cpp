@@ -4,6 +4,7 @@
 #include "datatable/CacheNames.h"
 #include "datatable/CachePaths.h"
 #include "datatable/DeclaredTable.h"
+#include "datatable/LogCategories.h"
 #include "datatable/RequestCause.h"
 #include "datatable/ResourceServer.h"
 #include "datatable/ZDataTableMgr.h"
@@ -11,7 +12,6 @@
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 #include <QThreadPool>
@@ -170,7 +170,8 @@ void ZFlashConfigMgr::sltDownLoadFlash()
 {
     const auto pass = std::make_shared<Pass>();
     pass->tableVersion = tableVersionNow();
-    qInfo().noquote() << QStringLiteral("开始下载flash") << pass->tableVersion;
+    qCInfo(LogCategories::resource).noquote()
+        << QStringLiteral("开始下载flash") << pass->tableVersion;
     for (const ZFlashConfigInfo& info : qAsConst(m_infos)) {
         if (isPresent(info.flashName))
             continue;
@@ -181,7 +182,7 @@ void ZFlashConfigMgr::sltDownLoadFlash()
     }
     if (pass->started == 0) {
         Q_EMIT sigDownloadFlash();
-        qInfo().noquote() << QStringLiteral("下载FlashConfig完成");
+        qCInfo(LogCategories::resource).noquote() << QStringLiteral("下载FlashConfig完成");
         Q_EMIT sigPassEnded(0);
     }
 }

@@ -3,12 +3,12 @@
 #include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
 #include "datatable/DeclaredTable.h"
+#include "datatable/LogCategories.h"
 #include "datatable/ResourceServer.h"
 #include "datatable/ZDataTableMgr.h"
 #include "file/WholeFile.h"
 #include "host/ZHttpComm.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QMetaEnum>
 
@@ -26,7 +26,7 @@ void store(const QString& path, const QByteArray& picture)
     // Whole or not at all: the client may be painting the earlier picture.
     const QString fault = WholeFile::write(path, picture);
     if (!fault.isEmpty())
-        qWarning().noquote() << fault;
+        qCWarning(LogCategories::resource).noquote() << fault;
 }
 
 } // namespace
@@ -95,11 +95,11 @@ QString ZPCSkinMgr::getSkinPath(E_SkinLocate locate)
 void ZPCSkinMgr::downloadSkinImages()
 {
     if (m_skins.isEmpty() || m_skins.last().version.isEmpty()) {
-        qInfo().noquote() << QStringLiteral("皮肤不存在");
+        qCInfo(LogCategories::resource).noquote() << QStringLiteral("皮肤不存在");
         Q_EMIT sigDownloadImages();
         return;
     }
-    qInfo().noquote() << QStringLiteral("开始下载皮肤") << tableVersion();
+    qCInfo(LogCategories::resource).noquote() << QStringLiteral("开始下载皮肤") << tableVersion();
     m_downloads = 0;
     const auto places = QMetaEnum::fromType<E_SkinLocate>();
     for (int i = 0; i < places.keyCount(); ++i) {
@@ -120,6 +120,7 @@ void ZPCSkinMgr::downloadSkinImages()
 
 void ZPCSkinMgr::announceImages()
 {
-    qInfo().noquote() << QStringLiteral("下载皮肤图片完成") << tableVersion();
+    qCInfo(LogCategories::resource).noquote()
+        << QStringLiteral("下载皮肤图片完成") << tableVersion();
     Q_EMIT sigDownloadImages();
 }

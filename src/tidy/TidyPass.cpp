@@ -1,9 +1,9 @@
 #include "tidy/TidyPass.h"
 
 #include "datatable/CacheNames.h"
+#include "datatable/LogCategories.h"
 
 #include <QDateTime>
-#include <QDebug>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -178,7 +178,7 @@ void TidyPass::logEnd(std::initializer_list<Count> shown) const
 
 void TidyPass::log(const QString& text) const
 {
-    qInfo().noquote() << QString(m_title + QLatin1Char(' ') + text);
+    qCInfo(LogCategories::tidy).noquote() << QString(m_title + QLatin1Char(' ') + text);
 }
 
 void TidyPass::logRemoval(const QString& action, const QString& shown, bool result) const

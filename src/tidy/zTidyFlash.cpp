@@ -2,10 +2,9 @@
 
 #include "datatable/CacheFolders.h"
 #include "datatable/CacheNames.h"
+#include "datatable/LogCategories.h"
 #include "tidy/FlashFolders.h"
 #include "tidy/TidyPass.h"
-
-#include <QDebug>
 
 using CacheNames::VersionedName;
 
@@ -30,7 +29,8 @@ void zTidyFlash::setUseNames(const QStringList& names)
         if (flash.isValid())
             m_prepare.insert(flash.name, flash.version);
         else
-            qInfo().noquote() << QStringLiteral("tidy flash invalid prepare") << name;
+            qCInfo(LogCategories::tidy).noquote()
+                << QStringLiteral("tidy flash invalid prepare") << name;
     }
 }
 

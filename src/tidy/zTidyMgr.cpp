@@ -1,12 +1,11 @@
 #include "tidy/zTidyMgr.h"
 
+#include "datatable/LogCategories.h"
 #include "datatable/ZDataTableMgr.h"
 #include "effect/ZFlashConfigMgr.h"
 #include "gift/ZGiftListMgr.h"
 
 #include <QCoreApplication>
-#include <QDebug>
-#include <QLoggingCategory>
 
 zTidyMgr& zTidyMgr::getInstance()
 {
@@ -18,7 +17,7 @@ zTidyMgr::zTidyMgr(QObject* parent)
     : QThread(parent)
 {
     // What is made before this object is destroyed after it: a run may log until then.
-    QLoggingCategory::defaultCategory();
+    LogCategories::tidy();
     // Where the application ends before the process, the run ends while all else still stands; at
     // the end of the process some systems have killed the threads before they destroy the statics.
     qAddPostRoutine(&zTidyMgr::endRun);
@@ -40,10 +39,10 @@ void zTidyMgr::endRun()
 void zTidyMgr::startThread()
 {
     if (isRunning()) {
-        qInfo().noquote() << QStringLiteral("tidy thread has running");
+        qCInfo(LogCategories::tidy).noquote() << QStringLiteral("tidy thread has running");
         return;
     }
-    qInfo().noquote() << QStringLiteral("tidy thread start");
+    qCInfo(LogCategories::tidy).noquote() << QStringLiteral("tidy thread start");
     m_datatable.setUseNames(ZDataTableMgr::getInstance()->getAllTableName());
     m_animation.setUseNames(ZGiftListMgr::getInstance()->getAllAnimationName());
     m_flash.setUseNames(ZFlashConfigMgr::getInstance().getAllFlashName());
@@ -52,11 +51,11 @@ void zTidyMgr::startThread()
 
 void zTidyMgr::run()
 {
-    qInfo().noquote() << QStringLiteral("tidy thread run start");
+    qCInfo(LogCategories::tidy).noquote() << QStringLiteral("tidy thread run start");
     m_datatable.tidy();
     m_animation.tidy();
     m_flash.tidy();
     m_flashext.tidy();
     if (!isInterruptionRequested())
-        qInfo().noquote() << QStringLiteral("tidy thread run end");
+        qCInfo(LogCategories::tidy).noquote() << QStringLiteral("tidy thread run end");
 }
