@@ -111,6 +111,66 @@ private Q_SLOTS:
         QCOMPARE(outcome(m_tables->updateDataTable(Table::Message)), refused);
     }
 
+    /** What becomes of a table, as it is told and, of failed updates, can be asked for. */
+    void tells()
+    {
+        const QString side = u"ActivityAwardEffect"_s;
+        const QString server = m_server->baseUrl();
+        ZGlobalConfig::getInstance().setConfig(u"cmsServer"_s,
+                                               QString(server).insert(7, u"me:secret@"_s) + u"/"_s);
+        QString told;
+        QObject scope;
+        const auto note = [&](const char* what) {
+            return [&told, what](const QString& table, int kind, int version) {
+                told = u"%1 %2 %3 %4"_s.arg(QLatin1String(what), table).arg(kind).arg(version);
+            };
+        };
+        connect(m_tables, &ZDataTableMgr::sigTableUpdated, &scope, note("updated"));
+        connect(m_tables, &ZDataTableMgr::sigTableLoaded, &scope, note("loaded"));
+        connect(m_tables, &ZDataTableMgr::sigTableFailed, &scope, [&](const TableFailure& failure) {
+            note("failed")(failure.table, failure.kind, failure.version);
+            told += u" %1 %2 %3|"_s.arg(failure.step).arg(failure.httpStatus).arg(failure.address)
+                + failure.cause;
+            told.replace(server, u"S"_s);
+        });
+        const auto update = [&](const QByteArray& body, int status = 200) {
+            m_server->answer(u"/app/resources/Message"_s, {status, body});
+            outcome(m_tables->updateDataTable(Table::Message));
+            return told;
+        };
+        m_tables->setTableVersion(Table::Message, 3, false);
+        const QString address = u"S/app/resources/Message"_s;
+        QCOMPARE(update({}, 404),
+                 u"failed Message 22 3 1 404 %1|%1: HTTP status 404"_s.arg(address));
+        QCOMPARE(
+            update("<html>\n"),
+            u"failed Message 22 3 2 0 %1|%1: 7 bytes that are no table, the first \"<html>.\""_s
+                .arg(address));
+        QDir(u"res/dataTable"_s).removeRecursively();
+        const QString path = pathOf(Table::Message);
+        QVERIFY2(
+            update(plainTable).startsWith(u"failed Message 22 3 3 0 %1|%2: "_s.arg(address, path)),
+            qPrintable(told));
+        QDir().mkpath(u"res/dataTable"_s);
+        QCOMPARE(update(plainTable), u"updated Message 22 3"_s);
+        QVERIFY(!m_tables->loadTable(Table::Message));
+        QCOMPARE(told, u"failed Message 22 3 4 0 |%1 has no column \"tabType\""_s.arg(path));
+        QCOMPARE(statusOf(u"Message"_s).lastFailure.step, TableFailure::Store); // for good
+
+        const auto fetch = [&](const QByteArray& body) {
+            m_server->serve(u"/app/resources/"_s + side, body);
+            return outcome(m_tables->updateUnversionedTable(side, u"new/side"_s)).right(20);
+        };
+        const TableStatus status = statusOf(side);
+        const QByteArray good = tableBytes(status, u"required"_s, {});
+        QCOMPARE(fetch(good), u"ok"_s);
+        QCOMPARE(told, u"updated ActivityAwardEffect -1 0"_s);
+        QVERIFY(m_tables->loadUnversionedTable(side, u"new/side"_s));
+        QCOMPARE(told, u"loaded ActivityAwardEffect -1 0"_s);
+        QCOMPARE(fetch(plainTable), u"has no column \"rankType\""_s.right(20));
+        QCOMPARE(WorkFolder::read(u"new/side"_s), good);
+    }
+
     void versionChangesMeanwhile()
     {
         m_tables->setTableVersion(Table::Message, 1, false);

@@ -4,15 +4,10 @@
 #include "file/JsonText.h"
 #include "file/WholeFile.h"
 #include "host/ZGlobalConfig.h"
-#include "host/ZHttpComm.h"
 #include "host/zErrorInfo.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QHash>
 #include <QJsonDocument>
-#include <QUrl>
 
 #include <memory>
 
@@ -21,29 +16,6 @@ namespace {
 QString configurationFile()
 {
     return QStringLiteral("zglobal.json");
-}
-
-/** Why a table of this declaration cannot be read from the bytes. */
-QString faultOf(const QByteArray& bytes, const TableDeclaration& declaration)
-{
-    QHash<QString, int> header;
-    QJsonArray rows;
-    QString error;
-    if (!ZGlobalConfig::readTableFile(bytes, header, rows, &error))
-        return error;
-    const QString column = declaration.missingColumn(header);
-    return column.isEmpty() ? column : QStringLiteral("has no column \"%1\"").arg(column);
-}
-
-QString store(const TableStatus& table, const QByteArray& body)
-{
-    QString fault = faultOf(body, *table.declaration);
-    if (!fault.isEmpty())
-        return fault;
-    const QString path = ClientFiles::unversionedPath(table.table);
-    if (!QDir().mkpath(QFileInfo(path).path()))
-        return QStringLiteral("the folder of %1 cannot be made").arg(path);
-    return WholeFile::write(path, body);
 }
 
 } // namespace
@@ -90,19 +62,11 @@ QtPromise::QPromise<QVector<ZClientFailure>> ClientFiles::fetchUnversioned()
     for (const TableStatus& table : statuses) {
         if (table.kind >= 0)
             continue;
-        const QString address = ZGlobalConfig::getInstance().getConfig(QStringLiteral("cmsServer"))
-            + QStringLiteral("app/resources/") + table.table;
-        const auto failed = [failures, table](const QString& why) {
-            failures->append({table.table, why});
-        };
-        fetches.append(ZHttpComm::getInstance()
-                           ->get(QUrl(address))
-                           .then([table, failed](const QByteArray& body) {
-                               const QString fault = store(table, body);
-                               if (!fault.isEmpty())
-                                   failed(fault);
-                           })
-                           .fail([failed](const zErrorInfo& error) { failed(error.message()); }));
+        fetches.append(ZDataTableMgr::getInstance()
+                           ->updateUnversionedTable(table.table, unversionedPath(table.table))
+                           .fail([failures, name = table.table](const zErrorInfo& error) {
+                               failures->append({name, error.message()});
+                           }));
     }
     return QtPromise::all(fetches).then([failures] { return *failures; });
 }

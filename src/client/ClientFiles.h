@@ -24,7 +24,7 @@ QString remember(const QJsonObject& values);
  *  removes what it does not know. */
 QString unversionedPath(const QString& table);
 
-/** Fetches the tables outside the catalogue; what is no such table does not replace a good file. */
+/** Fetches the tables outside the catalogue. */
 QtPromise::QPromise<QVector<ZClientFailure>> fetchUnversioned();
 
 } // namespace ClientFiles

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVector>
 
+#include <algorithm>
+
 /** Who reads a table, and how. */
 struct TableReader
 {
@@ -34,3 +36,13 @@ struct TableEntry
  * ZDataTableMgr: nothing down here may know them.
  */
 const QVector<TableEntry>& tableList();
+
+/** The entry of a table, or null when none is read. */
+inline const TableEntry* tableEntry(const QString& table)
+{
+    const auto& list = tableList();
+    const auto found = std::find_if(list.begin(), list.end(), [&table](const TableEntry& entry) {
+        return QLatin1String(entry.reader.table) == table;
+    });
+    return found == list.end() ? nullptr : &*found;
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "datatable/TableFailure.h"
 #include "datatable/TableSchema.h"
 
 #include <QString>
@@ -19,6 +20,7 @@ struct TableStatus
     QString path;    ///< where the file of this version lies; empty outside the catalogue
     qint64 size = 0; ///< of that file, 0 when it is missing
     QString error;   ///< why its last load or, before that, its last update failed; else empty
+    TableFailure lastFailure; ///< of its download or store, mended since or not
 
     QString manager;            ///< the class that holds its records; empty when none reads it
     QString loader;             ///< the manager's loading operation

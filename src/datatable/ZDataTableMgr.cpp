@@ -88,11 +88,15 @@ void ZDataTableMgr::clearTables()
     m_versions.clear();
 }
 
+QString ZDataTableMgr::urlOf(const QString& table)
+{
+    return ZGlobalConfig::getInstance().getConfig(QStringLiteral("cmsServer"))
+        + QStringLiteral("app/resources/") + table;
+}
+
 QString ZDataTableMgr::urlOf(EDataTable::EDataTableType type, int version)
 {
-    const QString server = ZGlobalConfig::getInstance().getConfig(QStringLiteral("cmsServer"));
-    return server + QStringLiteral("app/resources/") + TableCatalogue::name(type) + QLatin1Char('?')
-        + QString::number(version);
+    return urlOf(TableCatalogue::name(type)) + QLatin1Char('?') + QString::number(version);
 }
 
 QString ZDataTableMgr::fileNameOf(const QString& url)

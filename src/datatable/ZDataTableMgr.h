@@ -95,7 +95,8 @@ public:
      * Downloads the table unless the file of its current version is there.
      *
      * Rejected with a zErrorInfo of code 0 and one of the fixed texts: download failed, body is not
-     * a table, file cannot be written.
+     * a table, file cannot be written. TableStatus::lastFailure and sigTableFailed() tell the
+     * cause.
      */
     QtPromise::QPromise<void> updateDataTable(EDataTable::EDataTableType type);
 
@@ -107,12 +108,23 @@ public:
 
     /**
      * Downloads the gift table whether or not its file is there; rejected as unchanged when its
-     * bytes are those of the last gift table that came this way.
+     * bytes are those of the last gift table that came this way, which is no failure of the table.
      */
     QtPromise::QPromise<void> updateGiftDataTable();
 
-    /** Updates the gift table and, when it came in changed, loads it. The log tells the outcome. */
+    /**
+     * updateGiftDataTable() and, when the table came in changed, a load of it. The log and the
+     * signals tell the outcome.
+     */
     void loadGiftTable();
+
+    /**
+     * Downloads a table outside the catalogue into path, making its folders. What lacks a column
+     * that its manager wants counts as no table, and does not replace a file that is there.
+     *
+     * Rejected with a zErrorInfo of code 0 that names the cause, also for a name that is not known.
+     */
+    QtPromise::QPromise<void> updateUnversionedTable(const QString& table, const QString& path);
 
     /**
      * Fetches url into path, making its folders; fulfilled with path.
@@ -127,7 +139,7 @@ public:
 
     /**
      * Every table of the catalogue, in its order, then those outside it: who reads it, its file and
-     * what became of its last load.
+     * what became of its last load and of its last failed update.
      */
     QVector<TableStatus> getTableStatuses() const;
     /** The same for one table; only the kind is set for a value that is no kind. */
@@ -137,29 +149,46 @@ Q_SIGNALS:
     /** "common.ini" has been written, or not: the versions that were to be saved. */
     void sigVersionsSaved(bool ok);
 
+    /**
+     * What becomes of a table, kind and version as in TableStatus. Each comes after the log line
+     * and before the promise's handlers.
+     *
+     * Updated: a new file is in its place, which may be that of a version no longer wanted. Loaded:
+     * its manager holds the records of the file. Failed: the download, the store or the load has.
+     */
+    void sigTableUpdated(const QString& table, int kind, int version);
+    void sigTableLoaded(const QString& table, int kind, int version);
+    void sigTableFailed(const TableFailure& failure);
+
 private Q_SLOTS:
     void writeLocalVersion();
 
 private:
     explicit ZDataTableMgr(QObject* parent);
 
+    static QString urlOf(const QString& table);
     static QString urlOf(EDataTable::EDataTableType type, int version);
     static QString fileNameOf(const QString& url);
     QString getDataTableUrl(EDataTable::EDataTableType type);
     QString getTablePath(EDataTable::EDataTableType type);
 
     bool load(const TableEntry& entry, const QString& path);
+    void tellLoad(int kind, const QString& table, const QString& error);
+    void addUpdate(TableStatus& status) const;
 
     struct TableDownload;
     TableDownload startDownload(EDataTable::EDataTableType type);
     QtPromise::QPromise<QByteArray> fetch(const TableDownload& download);
     QtPromise::QPromise<void> store(const TableDownload& download, const QByteArray& body);
+    void tellFailure(const TableFailure& failure, const QString& error);
 
     static QSharedPointer<ZDataTableMgr> m_instance;
 
     QMap<int, int> m_versions;
     QTimer m_saveTimer;
     QByteArray m_lastGiftTable;
-    QMap<int, QString> m_updateErrors;   // of tables whose last update failed
-    QMap<QString, QString> m_loadErrors; // by the table's name; empty for one that loaded
+    // By the tables' names:
+    QMap<QString, QString> m_updateErrors; // of those whose last update failed
+    QMap<QString, TableFailure> m_failures;
+    QMap<QString, QString> m_loadErrors; // empty for one that loaded
 };

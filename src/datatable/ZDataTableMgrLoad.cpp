@@ -8,19 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-
 namespace {
-
-/** The entry of a table, or null when none is read. */
-const TableEntry* entryOf(const QString& table)
-{
-    const auto& list = tableList();
-    const auto found = std::find_if(list.begin(), list.end(), [&table](const TableEntry& entry) {
-        return QLatin1String(entry.reader.table) == table;
-    });
-    return found == list.end() ? nullptr : &*found;
-}
 
 void describe(const TableEntry& entry, TableStatus& status)
 {
@@ -43,7 +31,7 @@ QString faultOf(const QString& path, const TableDeclaration& declaration)
         .arg(path, declaration.missingColumn(table.header));
 }
 
-void tellLoad(const QMap<QString, QString>& errors, TableStatus& status)
+void addLoad(const QMap<QString, QString>& errors, TableStatus& status)
 {
     const auto error = errors.constFind(status.table);
     if (error == errors.constEnd())
@@ -73,21 +61,22 @@ bool ZDataTableMgr::loadAllTables()
 
 bool ZDataTableMgr::loadTable(EDataTable::EDataTableType type)
 {
-    const TableEntry* entry = entryOf(TableCatalogue::name(type));
+    const TableEntry* entry = tableEntry(TableCatalogue::name(type));
     return entry != nullptr && load(*entry, getTablePath(type));
 }
 
 bool ZDataTableMgr::loadUnversionedTable(const QString& table, const QString& path)
 {
-    const TableEntry* entry = entryOf(table);
+    const TableEntry* entry = tableEntry(table);
     return entry != nullptr && entry->reader.kind < 0 && load(*entry, path);
 }
 
 bool ZDataTableMgr::load(const TableEntry& entry, const QString& path)
 {
     const bool loaded = entry.reader.load(path);
-    m_loadErrors.insert(QString::fromUtf8(entry.reader.table),
-                        loaded ? QString() : faultOf(path, entry.reader.declaration()));
+    const QString table = QString::fromUtf8(entry.reader.table);
+    const QString error = loaded ? QString() : faultOf(path, entry.reader.declaration());
+    m_loadErrors.insert(table, error);
     if (!loaded && entry.essential)
         QFile::remove(path);
     if (entry.title != nullptr) {
@@ -95,7 +84,18 @@ bool ZDataTableMgr::load(const TableEntry& entry, const QString& path)
         qCDebug(LogCategories::load).noquote()
             << QString::fromUtf8(entry.title) + outcome << QFileInfo(path).fileName();
     }
+    tellLoad(entry.reader.kind, table, error);
     return loaded;
+}
+
+void ZDataTableMgr::tellLoad(int kind, const QString& table, const QString& error)
+{
+    const int version = m_versions.value(kind);
+    if (error.isEmpty())
+        Q_EMIT sigTableLoaded(table, kind, version);
+    else
+        Q_EMIT sigTableFailed({TableFailure::Load, table, kind, version, QString(), 0, error,
+                               QDateTime::currentDateTimeUtc()});
 }
 
 void ZDataTableMgr::loadGiftTable()
@@ -114,7 +114,8 @@ QVector<TableStatus> ZDataTableMgr::getTableStatuses() const
             continue;
         TableStatus status;
         describe(entry, status);
-        tellLoad(m_loadErrors, status);
+        addUpdate(status);
+        addLoad(m_loadErrors, status);
         statuses.append(status);
     }
     return statuses;
@@ -131,9 +132,15 @@ TableStatus ZDataTableMgr::getTableStatus(EDataTable::EDataTableType type) const
     status.path = CacheFolders::tables() + fileNameOf(urlOf(type, status.version));
     const QFileInfo file(status.path);
     status.size = file.isFile() ? file.size() : 0;
-    status.error = m_updateErrors.value(type);
-    if (const TableEntry* entry = entryOf(status.table))
+    addUpdate(status);
+    if (const TableEntry* entry = tableEntry(status.table))
         describe(*entry, status);
-    tellLoad(m_loadErrors, status);
+    addLoad(m_loadErrors, status);
     return status;
+}
+
+void ZDataTableMgr::addUpdate(TableStatus& status) const
+{
+    status.error = m_updateErrors.value(status.table);
+    status.lastFailure = m_failures.value(status.table);
 }

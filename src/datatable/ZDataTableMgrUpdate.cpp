@@ -3,6 +3,7 @@
 #include "datatable/LogCategories.h"
 #include "datatable/RequestCause.h"
 #include "datatable/TableCatalogue.h"
+#include "datatable/TableList.h"
 #include "datatable/TableRows.h"
 #include "datatable/ZDataTableMgr.h"
 #include "file/WholeFile.h"
@@ -29,18 +30,30 @@ bool hasContent(const QString& path)
     return file.open(QIODevice::ReadOnly) && file.size() > 0;
 }
 
-bool isTable(const QByteArray& body)
-{
-    TableRows table;
-    return ZGlobalConfig::readTableFile(body, table.header, table.rows);
-}
-
 QString notATable(const QString& address)
 {
     return QStringLiteral("数据表解析失败,tableUrl:%1").arg(address);
 }
 
-Promise<void> rejected(const QString& message)
+/** Tells a web page or a server's message from a damaged table. */
+QString beginningOf(const QByteArray& body)
+{
+    constexpr int shown = 24;
+    QString text = QString::fromUtf8(body.left(shown));
+    for (QChar& character : text) {
+        if (!character.isPrint())
+            character = QLatin1Char('.');
+    }
+    return QStringLiteral("%1 bytes that are no table, the first \"%2\"")
+        .arg(QString::number(body.size()), text);
+}
+
+QString named(const QString& object, const QString& cause)
+{
+    return QStringLiteral("%1: %2").arg(object, cause);
+}
+
+QPromise<void> rejected(const QString& message)
 {
     return Promise<void>::reject(zErrorInfo(message, 0));
 }
@@ -91,16 +104,46 @@ QString storeTable(const QString& path, const QByteArray& body)
 /** Everything a download needs, fixed when it starts: the version may change while it runs. */
 struct ZDataTableMgr::TableDownload
 {
-    EDataTable::EDataTableType type;
+    int kind;
+    QString table;
+    int version;
     QString address;
     QString path;
+    const TableDeclaration* declaration = nullptr; // of one that would take a good file's place
 
-    QString key() const { return TableCatalogue::name(type); }
+    /** Why the body is not what was asked for, or an empty text. */
+    QString faultOf(const QByteArray& body) const
+    {
+        TableRows rows;
+        if (!ZGlobalConfig::readTableFile(body, rows.header, rows.rows))
+            return named(shownAddress(), beginningOf(body));
+        const QString column =
+            declaration == nullptr ? QString() : declaration->missingColumn(rows.header);
+        return column.isEmpty()
+            ? column
+            : named(shownAddress(), QStringLiteral("the table has no column \"%1\"").arg(column));
+    }
+
+    TableFailure failure(TableFailure::Step step, const QString& cause, int httpStatus = 0) const
+    {
+        const QDateTime now = QDateTime::currentDateTimeUtc();
+        return {step, table, kind, version, shownAddress(), httpStatus, cause, now};
+    }
+
+    QString shownAddress() const { return RequestCause::shown(QUrl(address)); }
 };
 
 ZDataTableMgr::TableDownload ZDataTableMgr::startDownload(EDataTable::EDataTableType type)
 {
-    return {type, getDataTableUrl(type), getTablePath(type)};
+    const QString address = getDataTableUrl(type); // gives it a version
+    return {type, TableCatalogue::name(type), getTableVersion(type), address, getTablePath(type)};
+}
+
+void ZDataTableMgr::tellFailure(const TableFailure& failure, const QString& error)
+{
+    m_updateErrors.insert(failure.table, error);
+    m_failures.insert(failure.table, failure);
+    Q_EMIT sigTableFailed(failure);
 }
 
 /** The bytes of the table; what goes wrong is noted, logged and becomes the fixed words. */
@@ -110,17 +153,19 @@ Promise<QByteArray> ZDataTableMgr::fetch(const TableDownload& download)
     const RequestCause cause(address);
     return ZHttpComm::getInstance()->get(address).tapFail(cause).then(
         [this, download](const QByteArray& body) {
-            if (isTable(body))
-                return Promise<QByteArray>::resolve(body);
+            const QString fault = download.faultOf(body);
+            if (fault.isEmpty())
+                return QPromise<QByteArray>::resolve(body);
             const QString message = notATable(download.address);
-            m_updateErrors.insert(download.type, message);
-            return Promise<QByteArray>::reject(zErrorInfo(message, 0));
+            tellFailure(download.failure(TableFailure::Content, fault), message);
+            return QPromise<QByteArray>::reject(zErrorInfo(message, 0));
         },
         [this, download, cause] {
             const QString message = QStringLiteral("静态表下载错误");
-            qCInfo(LogCategories::update).noquote() << message << download.key();
-            m_updateErrors.insert(download.type, cause.message());
-            return Promise<QByteArray>::reject(zErrorInfo(message, 0));
+            qCInfo(LogCategories::update).noquote() << message << download.table;
+            tellFailure(download.failure(TableFailure::Download, cause.message(), cause.status()),
+                        cause.message());
+            return QPromise<QByteArray>::reject(zErrorInfo(message, 0));
         });
 }
 
@@ -129,13 +174,16 @@ Promise<void> ZDataTableMgr::store(const TableDownload& download, const QByteArr
     const QString cause = storeTable(download.path, body);
     if (!cause.isEmpty()) {
         const QString message = QStringLiteral("保存静态表失败");
-        qCInfo(LogCategories::update).noquote() << message << download.key() << download.path;
-        m_updateErrors.insert(download.type, QStringLiteral("%1: %2").arg(download.path, cause));
+        qCInfo(LogCategories::update).noquote() << message << download.table << download.path;
+        const QString error = named(download.path, cause);
+        tellFailure(download.failure(TableFailure::Store, error), error);
         return rejected(message);
     }
-    m_updateErrors.remove(download.type);
+    m_updateErrors.remove(download.table);
     qCInfo(LogCategories::update).noquote()
-        << QStringLiteral("保存静态表成功") << download.key() << download.path;
+        << QStringLiteral("保存静态表成功") << download.table << download.path;
+    if (!body.isEmpty())
+        Q_EMIT sigTableUpdated(download.table, download.kind, download.version);
     return QPromise<void>::resolve();
 }
 
@@ -143,8 +191,8 @@ Promise<void> ZDataTableMgr::updateDataTable(EDataTable::EDataTableType type)
 {
     const TableDownload download = startDownload(type);
     if (hasContent(download.path)) {
-        m_updateErrors.remove(type);
-        return Promise<void>::resolve();
+        m_updateErrors.remove(download.table);
+        return QPromise<void>::resolve();
     }
     return fetch(download).then(
         [this, download](const QByteArray& body) { return store(download, body); });
@@ -182,8 +230,20 @@ Promise<void> ZDataTableMgr::updateGiftDataTable()
     });
 }
 
-Promise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString& url,
-                                             bool reuseExisting)
+QPromise<void> ZDataTableMgr::updateUnversionedTable(const QString& table, const QString& path)
+{
+    const TableEntry* entry = tableEntry(table);
+    if (entry == nullptr || entry->reader.kind >= 0)
+        return rejected(QStringLiteral("%1 is no table without a version").arg(table));
+    QDir().mkpath(QFileInfo(path).path());
+    const TableDownload download {-1, table, 0, urlOf(table), path, &entry->reader.declaration()};
+    return fetch(download)
+        .then([this, download](const QByteArray& body) { return store(download, body); })
+        .fail([this, table] { return rejected(m_failures.value(table).cause); });
+}
+
+QPromise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString& url,
+                                              bool reuseExisting)
 {
     const auto refused = [](const QString& why) {
         return Promise<QString>::reject(zErrorInfo(why, 0));
