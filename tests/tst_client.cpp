@@ -3,6 +3,7 @@
 #include "gift/ZGiftListMgr.h"
 #include "host/zErrorInfo.h"
 #include "support/Literals.h"
+#include "support/LogLines.h"
 #include "support/Tables.h"
 #include "testing/ZTestServer.h"
 
@@ -45,6 +46,7 @@ private Q_SLOTS:
     void initTestCase();
     void refusedVersionIsLeft();
     void failures();
+    void report();
 };
 
 void tst_client::initTestCase()
@@ -109,6 +111,47 @@ void tst_client::failures()
     QCOMPARE(update(),
              QStringList {u"the versions could not be learnt: %1/app/versions.json is not a JSON "
                           "object"_s.arg(m_server.baseUrl())});
+}
+
+void tst_client::report()
+{
+    QString server = m_server.baseUrl() + u"/"_s;
+    QVERIFY(m_client.open(u"."_s,
+                          {{u"cmsServer"_s, server.insert(7, u"me: secret@"_s)},
+                           {u"H5Server"_s, u"http://secret:s/e@c/r?e=t"_s},
+                           {u"userId"_s, u"secret"_s}}));
+    m_server.serve(u"/app/versions.json"_s, "{\"versions\": {\"Doutu\": 2, \"Message\": 2}}");
+    m_server.serve(u"/app/resources/Message"_s, "<html>");
+    QLoggingCategory::setFilterRules(u"zglobal.*=false"_s);
+    const LogLines log;
+    update();
+    m_client.load();
+    QCOMPARE(LogLines::lines(), QStringList());
+    QLoggingCategory::setFilterRules(QString());
+    m_server.serve(u"/app/versions.json"_s, "[]");
+    update();
+
+    const QJsonObject report = m_client.report();
+    const QString text = textOf(report);
+    QVERIFY2(!text.contains(u"secret"_s) && !text.contains(u'?'), qPrintable(text));
+    QCOMPARE(report[u"library"_s].toObject()[u"qt"_s].toString(), QLatin1String(qVersion()));
+    QCOMPARE(report[u"configuration"_s],
+             (QJsonObject {{u"cmsServer"_s, QString(m_server.baseUrl() + u"/"_s)},
+                           {u"H5Server"_s, u"(no address)"_s},
+                           {u"H5WebServer"_s, QString(m_server.baseUrl() + u"/"_s)},
+                           {u"ImageResServer"_s, m_server.baseUrl()},
+                           {u"ServerType"_s, u"1002"_s},
+                           {u"ZZResServer"_s, QString(m_server.baseUrl() + u"/"_s)},
+                           {u"userId"_s, u"(set)"_s}}));
+    QMap<QString, QJsonValue> tables;
+    for (const QJsonValue& table : report[u"tables"_s].toArray())
+        tables.insert(table[u"table"_s].toString(), table);
+    const QJsonValue broken = tables[u"Message"_s];
+    QCOMPARE(broken[u"state"_s].toString(), u"failed"_s);
+    QCOMPARE(broken[u"lastFailure"_s][u"step"_s].toString(), u"content"_s);
+    QCOMPARE(tables[u"Doutu"_s][u"bytes"_s].toInt(), tableBytes(u"id"_s, "[['Hi']]").size());
+    const QJsonValue last = report[u"failures"_s].toArray().last();
+    QVERIFY(last[u"why"_s].toString().contains(u"/app/versions.json"_s));
 }
 
 QTEST_GUILESS_MAIN(tst_client)

@@ -13,7 +13,7 @@ int runProgram(const QStringList& arguments)
     const QList<Command> commands {demoCommand(),   serveCommand(), updateCommand(),
                                    statusCommand(), showCommand(),  giftCommand(),
                                    maskCommand(),   flashCommand(), bannersCommand(),
-                                   openCommand(),   tidyCommand()};
+                                   openCommand(),   tidyCommand(),  reportCommand()};
     if (arguments.isEmpty())
         throw UsageFailure(u"no command is given; see \"zglobal --help\""_s);
     const QString& name = arguments.constFirst();

@@ -1,6 +1,7 @@
 #include "client/ZGlobalClient.h"
 
 #include "client/ClientFiles.h"
+#include "client/ClientReport.h"
 #include "client/GoodVersions.h"
 #include "client/Traffic.h"
 #include "datatable/TableCatalogue.h"
@@ -210,7 +211,17 @@ QVector<ZClientFailure> ZGlobalClient::failures() const
     return failures;
 }
 
-Promise<ZVersionNews> ZGlobalClient::learnVersions()
+QJsonObject ZGlobalClient::report() const
+{
+    QVector<ZClientFailure> known = failures();
+    if (!m_versionsFailure.isEmpty())
+        known.append({QStringLiteral("app/versions.json"), m_versionsFailure});
+    if (m_save == Save::Failed)
+        known.append({QStringLiteral("common.ini"), QStringLiteral("it could not be saved")});
+    return ClientReport::of(known);
+}
+
+QPromise<ZVersionNews> ZGlobalClient::learnVersions()
 {
     const QString address =
         configuration(QStringLiteral("cmsServer")) + QStringLiteral("app/versions.json");
@@ -221,9 +232,13 @@ Promise<ZVersionNews> ZGlobalClient::learnVersions()
             ZVersionNews news = takeVersions(versionsOf(answer, address), *known);
             if (self != nullptr && !news.changed.isEmpty())
                 self->m_save = Save::Due;
+            if (self != nullptr)
+                self->m_versionsFailure.clear();
             return news;
         })
-        .fail([](const zErrorInfo& error) -> ZVersionNews {
+        .fail([self](const zErrorInfo& error) -> ZVersionNews {
+            if (self != nullptr)
+                self->m_versionsFailure = error.message();
             throw zErrorInfo(QStringLiteral("the versions could not be learnt: ") + error.message(),
                              error.code());
         });

@@ -22,6 +22,8 @@ class Traffic;
  * It works on the process: the folder becomes the current one and the managers are those of the
  * whole process, so one object is enough. Who wants the managers alone needs none of this.
  *
+ * What becomes of each table is told by the signals of ZDataTableMgr.
+ *
  * Nothing here blocks or prints. Promises are rejected with a zErrorInfo whose message names the
  * object and the cause. GUI thread only; needs a running QCoreApplication.
  */
@@ -64,6 +66,15 @@ public:
     /** The tables whose last load failed, or that load() put back to an earlier version, and why.
      */
     QVector<ZClientFailure> failures() const;
+
+    /**
+     * What a bug report needs, as it stands: the library, Qt and the platform, the configuration,
+     * every table with its version, file, age, size, load and last failure, and what has failed.
+     *
+     * Nothing secret is in it: an address stands without query and user information, "userId" and
+     * "sessionId" only tell that they are set, and "~" is the person's home folder.
+     */
+    QJsonObject report() const;
 
     /** Asks the content server for the versions of the tables ("app/versions.json"). */
     QtPromise::QPromise<ZVersionNews> learnVersions();
@@ -111,5 +122,6 @@ private:
     std::shared_ptr<GoodVersions> m_good;
     QVector<ZClientFailure> m_returned; // tables that the last load put back
     enum class Save { Done, Due, Failed };
-    Save m_save = Save::Done; // of the versions learnt to "common.ini"
+    Save m_save = Save::Done;  // of the versions learnt to "common.ini"
+    QString m_versionsFailure; // why the last try to learn them failed
 };

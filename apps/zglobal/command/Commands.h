@@ -8,6 +8,7 @@ Command flashCommand();
 Command giftCommand();
 Command maskCommand();
 Command openCommand();
+Command reportCommand();
 Command serveCommand();
 Command showCommand();
 Command statusCommand();
