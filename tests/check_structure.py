@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Holds the tree to its floors: who may include whom, and no ring among the units.
+"""Holds the tree to its floors: who may include whom, and no ring among the units; and the list of
+configuration keys to what is read.
 
 check_structure.py          checks, the drawing in docs/architecture.md included
 check_structure.py --draw   prints that drawing
@@ -31,6 +32,9 @@ FLOORS = [  # from the bottom
 ]
 FLOOR = {room: number for number, rooms in enumerate(FLOORS) for room in rooms}
 PLACE = {room: place for rooms in FLOORS for place, room in enumerate(rooms)}
+KEYS_PAGE = os.path.join("docs", "content.md")
+KEY_READ = re.compile(r'(?:[cC]onfig(?:uration)?|onServer)\(\s*QStringLiteral\("(\w+)"')
+KEY_REPORTED = re.compile(r'\{"(\w+)", ConfigKey::')
 FOLDERS_OF_INCLUDES = ["src", "apps", "apps/zglobal", "src/qtpromise", "tests"]
 
 
@@ -42,11 +46,14 @@ def sources():
                     yield os.path.relpath(os.path.join(folder, name), ROOT).replace(os.sep, "/")
 
 
+def content(path):
+    with open(os.path.join(ROOT, path), encoding="utf-8") as file:
+        return file.read()
+
+
 def includes(path):
     """The files of ours that a file includes, as paths from the root."""
-    with open(os.path.join(ROOT, path), encoding="utf-8") as file:
-        named = re.findall(r'^\s*#\s*include\s*["<]([^">]+)[">]', file.read(), re.M)
-    for name in named:
+    for name in re.findall(r'^\s*#\s*include\s*["<]([^">]+)[">]', content(path), re.M):
         for folder in [os.path.dirname(path)] + FOLDERS_OF_INCLUDES:
             found = os.path.normpath(f"{folder}/{name}").replace(os.sep, "/")
             if os.path.isfile(os.path.join(ROOT, found)):
@@ -55,12 +62,23 @@ def includes(path):
 
 
 def exported_headers():
-    with open(os.path.join(ROOT, "src", "CMakeLists.txt"), encoding="utf-8") as file:
-        text = file.read()
+    text = content("src/CMakeLists.txt")
     pairs = re.findall(r"^\s+(?:PAIRS )?(\w+/\w+)$", text, re.M)
     headers = re.findall(r"^\s+(?:HEADERS )?(\w+/\w+\.h)$", text, re.M)
     return {f"src/{name}" for name in headers} | {f"src/{pair}.h" for pair in pairs} | {
         "src/qtpromise/QtPromise"}
+
+
+def key_faults():
+    """Configuration keys are read in many places; the page and the report have to know them all."""
+    text = "".join(content(path) for path in sources() if path.startswith("src/"))
+    section = content(KEYS_PAGE).split("## Configuration")[1].split("\n## ")[0]
+    cells = "".join(re.findall(r"^\| (`.*?) \|", section, re.M))
+    read = set(KEY_READ.findall(text))
+    return [f"{where}: the keys {sorted(read ^ known)} are missing, or not read"
+            for where, known in ((KEYS_PAGE, set(re.findall(r"`(\w+)`", cells))),
+                                 ("the report", set(KEY_REPORTED.findall(text))))
+            if read != known]
 
 
 def rings(graph):
@@ -131,6 +149,7 @@ def drawing(rooms):
 
 def main():
     faults, units, rooms = read()
+    faults += key_faults()
     if faults:
         print("\n".join(faults))
         return 1

@@ -94,6 +94,9 @@ public:
     /**
      * Downloads the table unless the file of its current version is there.
      *
+     * The folder "res/dataTable/" has to be there, as after any updateAllDataTable(): in a fresh
+     * working folder the program makes it, else the file cannot be written.
+     *
      * Rejected with a zErrorInfo of code 0 and one of the fixed texts: download failed, body is not
      * a table, file cannot be written. TableStatus::lastFailure and sigTableFailed() tell the
      * cause.
@@ -101,14 +104,16 @@ public:
     QtPromise::QPromise<void> updateDataTable(EDataTable::EDataTableType type);
 
     /**
-     * Updates every table at once; rejected with a fixed text for the user when any fails, while
-     * the others still store their files. PCSkin is updated too, but neither waited for nor missed.
+     * Makes the folder of the tables and updates them all at once; rejected with a fixed text for
+     * the user when any fails, while the others still store their files. PCSkin is updated too, but
+     * neither waited for nor missed.
      */
     QtPromise::QPromise<void> updateAllDataTable();
 
     /**
      * Downloads the gift table whether or not its file is there; rejected as unchanged when its
      * bytes are those of the last gift table that came this way, which is no failure of the table.
+     * The folder has to be there as for updateDataTable().
      */
     QtPromise::QPromise<void> updateGiftDataTable();
 
