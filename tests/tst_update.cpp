@@ -168,7 +168,7 @@ private Q_SLOTS:
         QVERIFY(m_tables->loadUnversionedTable(side, u"new/side"_s));
         QCOMPARE(told, u"loaded ActivityAwardEffect -1 0"_s);
         QCOMPARE(fetch(plainTable), u"has no column \"rankType\""_s.right(20));
-        QCOMPARE(WorkFolder::read(u"new/side"_s), good);
+        QCOMPARE(ZTestFolder::read(u"new/side"_s), good);
     }
 
     void versionChangesMeanwhile()

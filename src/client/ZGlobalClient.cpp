@@ -221,7 +221,7 @@ QJsonObject ZGlobalClient::report() const
     return ClientReport::of(known);
 }
 
-QPromise<ZVersionNews> ZGlobalClient::learnVersions()
+Promise<ZVersionNews> ZGlobalClient::learnVersions()
 {
     const QString address =
         configuration(QStringLiteral("cmsServer")) + QStringLiteral("app/versions.json");

@@ -53,7 +53,7 @@ QString named(const QString& object, const QString& cause)
     return QStringLiteral("%1: %2").arg(object, cause);
 }
 
-QPromise<void> rejected(const QString& message)
+Promise<void> rejected(const QString& message)
 {
     return Promise<void>::reject(zErrorInfo(message, 0));
 }
@@ -155,17 +155,17 @@ Promise<QByteArray> ZDataTableMgr::fetch(const TableDownload& download)
         [this, download](const QByteArray& body) {
             const QString fault = download.faultOf(body);
             if (fault.isEmpty())
-                return QPromise<QByteArray>::resolve(body);
+                return Promise<QByteArray>::resolve(body);
             const QString message = notATable(download.address);
             tellFailure(download.failure(TableFailure::Content, fault), message);
-            return QPromise<QByteArray>::reject(zErrorInfo(message, 0));
+            return Promise<QByteArray>::reject(zErrorInfo(message, 0));
         },
         [this, download, cause] {
             const QString message = QStringLiteral("静态表下载错误");
             qCInfo(LogCategories::update).noquote() << message << download.table;
             tellFailure(download.failure(TableFailure::Download, cause.message(), cause.status()),
                         cause.message());
-            return QPromise<QByteArray>::reject(zErrorInfo(message, 0));
+            return Promise<QByteArray>::reject(zErrorInfo(message, 0));
         });
 }
 
@@ -184,7 +184,7 @@ Promise<void> ZDataTableMgr::store(const TableDownload& download, const QByteArr
         << QStringLiteral("保存静态表成功") << download.table << download.path;
     if (!body.isEmpty())
         Q_EMIT sigTableUpdated(download.table, download.kind, download.version);
-    return QPromise<void>::resolve();
+    return Promise<void>::resolve();
 }
 
 Promise<void> ZDataTableMgr::updateDataTable(EDataTable::EDataTableType type)
@@ -192,7 +192,7 @@ Promise<void> ZDataTableMgr::updateDataTable(EDataTable::EDataTableType type)
     const TableDownload download = startDownload(type);
     if (hasContent(download.path)) {
         m_updateErrors.remove(download.table);
-        return QPromise<void>::resolve();
+        return Promise<void>::resolve();
     }
     return fetch(download).then(
         [this, download](const QByteArray& body) { return store(download, body); });
@@ -230,7 +230,7 @@ Promise<void> ZDataTableMgr::updateGiftDataTable()
     });
 }
 
-QPromise<void> ZDataTableMgr::updateUnversionedTable(const QString& table, const QString& path)
+Promise<void> ZDataTableMgr::updateUnversionedTable(const QString& table, const QString& path)
 {
     const TableEntry* entry = tableEntry(table);
     if (entry == nullptr || entry->reader.kind >= 0)
@@ -242,8 +242,8 @@ QPromise<void> ZDataTableMgr::updateUnversionedTable(const QString& table, const
         .fail([this, table] { return rejected(m_failures.value(table).cause); });
 }
 
-QPromise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString& url,
-                                              bool reuseExisting)
+Promise<QString> ZDataTableMgr::downloadFile(const QString& path, const QString& url,
+                                             bool reuseExisting)
 {
     const auto refused = [](const QString& why) {
         return Promise<QString>::reject(zErrorInfo(why, 0));

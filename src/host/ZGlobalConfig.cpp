@@ -50,7 +50,7 @@ QString valueText(const QJsonValue& value)
 QString parseValues(const QByteArray& bytes, QHash<QString, QString>& values)
 {
     QJsonObject object;
-    const QString error = JsonText::parse(bytes, object);
+    QString error = JsonText::parse(bytes, object);
     if (!error.isEmpty())
         return error;
     for (auto it = object.constBegin(); it != object.constEnd(); ++it) {

@@ -26,11 +26,11 @@ struct HttpNetwork;
  * closes the connection; of all others an early end is an error.
  *
  * At most maxUnderWay requests go to one server at a time, or maxMultiplexed to one that speaks
- * HTTP/2 (over TLS, where they share one connection); the others wait for their turn, and all limits
- * of time count from there. Requests of get() go before those of getInBackground(), which never
- * take more than maxInBackground or maxMultiplexedInBackground places. Within either, the folders
- * of the addresses take turns and the files of one folder keep their order: a table waits for a
- * place, not for all the animations that were asked for before.
+ * HTTP/2 (over TLS, where they share one connection); the others wait for their turn, and all
+ * limits of time count from there. Requests of get() go before those of getInBackground(), which
+ * never take more than maxInBackground or maxMultiplexedInBackground places. Within either, the
+ * folders of the addresses take turns and the files of one folder keep their order: a table waits
+ * for a place, not for all the animations that were asked for before.
  *
  * A request whose connection is refused, reset or cut off, or that is answered with 502, 503 or
  * 504, is made again after a pause, see setRetries(); it waits for its turn anew. All other

@@ -103,10 +103,14 @@ void ZTestServer::Listener::send(QTcpSocket* socket, const Answer& answer)
 
 void ZTestServer::Listener::trickle(QTcpSocket* socket, const QByteArray& body, int pause)
 {
-    if (body.isEmpty())
-        socket->disconnectFromHost();
-    else if (socket->write(body.left(1)) == 1)
-        QTimer::singleShot(pause, socket, [=] { trickle(socket, body.mid(1), pause); });
+    auto* timer = new QTimer(socket);
+    connect(timer, &QTimer::timeout, socket, [socket, body, sent = 0]() mutable {
+        if (sent < body.size())
+            socket->write(body.mid(sent++, 1));
+        else
+            socket->disconnectFromHost();
+    });
+    timer->start(pause);
 }
 
 ZTestServer::ZTestServer()
