@@ -68,28 +68,53 @@ void openssl(const QString& arguments)
     QVERIFY2(process.exitCode() == 0, process.readAllStandardError().constData());
 }
 
-/** Answers every request with "body", behind the certificate in name.pem and name.key. */
+/** openssl's arguments for a key of that name. */
+QString keyOf(const QString& name)
+{
+    return u"req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -keyout %1.key "
+           "-subj /CN=%1 "_s.arg(name);
+}
+
+void signBySelf(const QString& name, const QString& host)
+{
+    openssl(keyOf(name) + u"-x509 -addext subjectAltName=%1 -out %2.pem"_s.arg(host, name));
+}
+
+void trust(const QString& name)
+{
+    QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
+    trusting.addCaCertificate(QSslCertificate(ZTestFolder::read(name + u".pem"_s)));
+    QSslConfiguration::setDefaultConfiguration(trusting);
+}
+
+/** Answers every request with "body" after so many milliseconds, behind the certificate in name.pem
+ *  and name.key. */
 class TlsServer : public QTcpServer
 {
 public:
-    explicit TlsServer(const QString& name)
+    explicit TlsServer(const QString& name, int delay = 0)
         : m_name(name)
+        , m_delay(delay)
     {
         listen(QHostAddress::LocalHost);
     }
 
     QString address() const { return u"https://127.0.0.1:%1/table"_s.arg(serverPort()); }
+    int requests() const { return m_requests; }
 
 protected:
     void incomingConnection(qintptr descriptor) override
     {
         auto* socket = new QSslSocket(this);
         connect(socket, &QSslSocket::disconnected, socket, &QObject::deleteLater);
-        connect(socket, &QSslSocket::readyRead, socket, [socket] {
+        connect(socket, &QSslSocket::readyRead, socket, [this, socket] {
             if (!socket->readAll().contains("\r\n\r\n"))
                 return;
-            socket->write("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
-            socket->disconnectFromHost();
+            ++m_requests;
+            QTimer::singleShot(m_delay, socket, [socket] {
+                socket->write("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nbody");
+                socket->disconnectFromHost();
+            });
         });
         socket->setSocketDescriptor(descriptor);
         socket->setLocalCertificate(m_name + u".pem"_s);
@@ -99,6 +124,8 @@ protected:
 
 private:
     QString m_name;
+    int m_delay;
+    int m_requests = 0;
 };
 
 } // namespace
@@ -240,17 +267,12 @@ private Q_SLOTS:
         QFETCH(QString, error);
         if (!QSslSocket::supportsSsl() || QStandardPaths::findExecutable(u"openssl"_s).isEmpty())
             QSKIP("no TLS in Qt, or no openssl to make certificates with");
-        const QString key = u"req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes "
-                            "-keyout %1.key -subj /CN=%1 "_s;
         for (const QString& name : {u"ours"_s, issuer})
-            openssl(
-                u"%1-x509 -addext subjectAltName=%2 -out %3.pem"_s.arg(key.arg(name), host, name));
-        QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
-        trusting.addCaCertificate(QSslCertificate(ZTestFolder::read(u"ours.pem"_s)));
-        QSslConfiguration::setDefaultConfiguration(trusting);
+            signBySelf(name, host);
+        trust(u"ours"_s);
         const QString name = QString::fromLatin1(QTest::currentDataTag());
         if (name != issuer) {
-            openssl(u"%1-out csr"_s.arg(key.arg(name)));
+            openssl(keyOf(name) + u"-out csr"_s);
             ZTestFolder::write(u"hosts"_s, "subjectAltName=" + host.toUtf8());
             openssl(u"x509 -req -in csr -CA %2.pem -CAkey %2.key -CAcreateserial -days %3 "
                     "-extfile hosts -out %1.pem"_s.arg(name, issuer, days));
@@ -335,6 +357,24 @@ private Q_SLOTS:
         QTRY_VERIFY(outcome->settled);
         QVERIFY2(outcome->ok(), qPrintable(outcome->error.message()));
         QCOMPARE(m_server->requests(u"/late"_s), 24);
+    }
+
+    void waitingBehindTlsIsNoSilence()
+    {
+        // A server that turns out to speak no HTTP/2 has been asked for more than six at a time.
+        if (!QSslSocket::supportsSsl() || QStandardPaths::findExecutable(u"openssl"_s).isEmpty())
+            QSKIP("no TLS in Qt, or no openssl to make certificates with");
+        signBySelf(u"late"_s, u"IP:127.0.0.1"_s);
+        trust(u"late"_s);
+        const TlsServer server(u"late"_s, 600);
+        m_http->setTimeout(2000);
+        QVector<QtPromise::QPromise<QByteArray>> requests;
+        for (int i = 0; i < 24; ++i)
+            requests.append(m_http->get(QUrl(server.address())));
+        const auto outcome = outcomeOf(QtPromise::all(requests).then([] { return QByteArray(); }));
+        QTRY_VERIFY(outcome->settled);
+        QVERIFY2(outcome->ok(), qPrintable(outcome->error.message()));
+        QVERIFY(server.requests() < 24 + ZHttpComm::maxUnderWay); // those of the first six again
     }
 
     void takesTurns()

@@ -14,7 +14,6 @@ constexpr int maxPerConnection = 90;
 
 HttpNetwork::HttpNetwork(const RequestQueue::Bounds& plain, const RequestQueue::Bounds& multiplexed)
     : m_queue(plain, multiplexed)
-    , m_plainBound(plain.front())
 {
 }
 
@@ -48,8 +47,8 @@ void HttpNetwork::onAnswered(const QUrl& url, bool isMultiplexed)
     m_queue.setMultiplexed(url, isMultiplexed);
     if (!wasTakenFor || isMultiplexed)
         return;
-    // Qt has put them behind the others, which go out over as many connections.
-    for (HttpRequest* request : m_underWay.value(serverOf(url)).mid(m_plainBound))
+    const QVector<HttpRequest*> underWay = m_underWay.value(serverOf(url));
+    for (HttpRequest* request : underWay)
         request->recall();
 }
 

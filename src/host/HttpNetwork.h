@@ -19,8 +19,9 @@ class QNetworkAccessManager;
  * connections.
  *
  * Whether a server speaks HTTP/2 is known with its first answer. Until then one behind TLS is taken
- * to do so, since its first requests then go out in one piece; of one that does not, the requests
- * that wait behind the connections are called back to take their turn.
+ * to do so, since its first requests then go out in one piece. Of one that does not, Qt alone knows
+ * which have gone out and which wait for a connection: those without an answer are called back to
+ * take their turn, which repeats a few, once.
  *
  * Qt leaves requests without an answer once a server has announced the end of an HTTP/2 connection,
  * as many do after some hundreds of requests. So a connection is left before that, and one that
@@ -46,9 +47,8 @@ private:
     void onDone(const QString& server, HttpRequest* request, const HttpOutcome& outcome);
 
     RequestQueue m_queue;
-    int m_plainBound;
     Proxies m_proxies;
     Manager m_manager;
     int m_begun = 0;                                  // over m_manager, to servers of HTTP/2
-    QHash<QString, QVector<HttpRequest*>> m_underWay; // by server, in the order of their begin
+    QHash<QString, QVector<HttpRequest*>> m_underWay; // by server
 };
