@@ -46,6 +46,7 @@ QtPromise::QPromise<QByteArray> ZHttpComm::add(const QUrl& url, bool inBackgroun
                                  {m_retries, m_retryTime}},
                                 network());
     m_fetches.insert(fetch);
+    connect(fetch, &QObject::destroyed, this, [this, fetch] { m_fetches.remove(fetch); });
     connect(fetch, &HttpFetch::sigProgress, this, [this, id, url](qint64 received, qint64 total) {
         Q_EMIT sigRequestProgress(id, url, received, total);
     });
@@ -55,7 +56,6 @@ QtPromise::QPromise<QByteArray> ZHttpComm::add(const QUrl& url, bool inBackgroun
             });
     QtPromise::QPromise<QByteArray> promise([&](const Resolve& resolve, const Reject& reject) {
         connect(fetch, &HttpFetch::sigDone, this, [=](const HttpOutcome& outcome) {
-            m_fetches.remove(fetch);
             fetch->deleteLater();
             Q_EMIT sigRequestFinished(id, url, outcome.error.isEmpty());
             if (outcome.error.isEmpty())
@@ -114,7 +114,8 @@ void ZHttpComm::endWithApplication()
 
 void ZHttpComm::release()
 {
-    qDeleteAll(m_fetches);
-    m_fetches.clear();
+    // Those that are done and wait for their deletion hold a connection too.
+    const QSet<HttpFetch*> fetches = m_fetches;
+    qDeleteAll(fetches);
     m_network.reset();
 }
