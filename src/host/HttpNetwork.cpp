@@ -22,7 +22,12 @@ HttpRequest* HttpNetwork::begin(const QUrl& url, const HttpLimits& limits)
     const QString server = serverOf(url);
     auto* request = new HttpRequest(managerFor(url), url, limits);
     m_underWay[server].append(request);
-    connect(request, &HttpRequest::sigAnswered, this, &HttpNetwork::onAnswered);
+    connect(request, &HttpRequest::sigAnswered, this,
+            [this, url](const QUrl& answering, bool isMultiplexed) {
+                learn(answering, isMultiplexed);
+                if (serverOf(answering) != serverOf(url))
+                    learn(url, false); // it redirects, and what it speaks is not told
+            });
     connect(
         request, &HttpRequest::sigDone, this,
         [this, server, request](const HttpOutcome& outcome) { onDone(server, request, outcome); });
@@ -41,7 +46,7 @@ HttpNetwork::Manager HttpNetwork::managerFor(const QUrl& url)
     return m_manager;
 }
 
-void HttpNetwork::onAnswered(const QUrl& url, bool isMultiplexed)
+void HttpNetwork::learn(const QUrl& url, bool isMultiplexed)
 {
     const bool wasTakenFor = m_queue.isMultiplexed(url);
     m_queue.setMultiplexed(url, isMultiplexed);

@@ -43,7 +43,7 @@ public:
 private:
     using Manager = std::shared_ptr<QNetworkAccessManager>;
     Manager managerFor(const QUrl& url);
-    void onAnswered(const QUrl& url, bool isMultiplexed);
+    void learn(const QUrl& url, bool isMultiplexed);
     void onDone(const QString& server, HttpRequest* request, const HttpOutcome& outcome);
 
     RequestQueue m_queue;
