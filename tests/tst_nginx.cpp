@@ -188,7 +188,7 @@ private Q_SLOTS:
         QFETCH(int, retries);
         shell(u"cd origin/content; { %1; } >body.gz"_s.arg(body));
         const QByteArray sent = ZTestFolder::read(u"origin/content/body.gz"_s);
-        m_dying.answer(u"/body"_s, {200, sent, "Content-Encoding: gzip", -1, sent.size() / 2});
+        m_dying.answer(u"/body"_s, {200, sent, "Content-Encoding: gzip", -1, int(sent.size() / 2)});
         start(u"location /body { %1 }"_s.arg(conf));
         const QUrl url(address(port) + u"/body"_s);
         const QSignalSpy retried(m_http, &ZHttpComm::sigRequestRetried);
