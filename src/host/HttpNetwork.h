@@ -23,9 +23,9 @@ class QNetworkAccessManager;
  * which have gone out and which wait for a connection: those without an answer are called back to
  * take their turn, which repeats a few, once.
  *
- * Qt leaves requests without an answer once a server has announced the end of an HTTP/2 connection,
- * as many do after some hundreds of requests. So a connection is left before that, and one that
- * shows such signs is left at once, its requests without an answer called back.
+ * Qt leaves requests without an answer, or with half of one, once a server has announced the end of
+ * an HTTP/2 connection, as many do after some hundreds of requests. So a connection is left before
+ * that, and one that shows such signs is left at once, its requests without an answer called back.
  */
 class HttpNetwork : public QObject
 {

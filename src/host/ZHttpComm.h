@@ -33,8 +33,8 @@ struct HttpNetwork;
  * for a place, not for all the animations that were asked for before.
  *
  * A request whose connection is refused, reset or cut off, or that is answered with 502, 503 or
- * 504, is made again after a pause, see setRetries(); it waits for its turn anew. All other
- * failures are final.
+ * 504, is made again after a pause, see setRetries(); so is one that receives nothing for too long
+ * over HTTP/2. It waits for its turn anew. All other failures are final.
  *
  * For each request the signals are, in this order: one sigRequestStarted, any number of
  * sigRequestProgress and sigRequestRetried, one sigRequestFinished. The id is the same in all of
