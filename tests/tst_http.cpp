@@ -375,6 +375,16 @@ private Q_SLOTS:
         QTRY_VERIFY(outcome->settled);
         QVERIFY2(outcome->ok(), qPrintable(outcome->error.message()));
         QVERIFY(server.requests() < 24 + ZHttpComm::maxUnderWay); // those of the first six again
+
+        // One that never answers is not known to speak HTTP/2, and is asked once.
+        const TlsServer silent(u"late"_s, 60 * 1000);
+        QSignalSpy finished(m_http, &ZHttpComm::sigRequestFinished);
+        QSignalSpy retried(m_http, &ZHttpComm::sigRequestRetried);
+        m_http->setTimeout(1000);
+        for (int i = 0; i < 9; ++i)
+            outcomeOf(m_http->get(QUrl(silent.address())));
+        QTRY_COMPARE(finished.size(), 9);
+        QVERIFY(retried.isEmpty() && silent.requests() <= 9);
     }
 
     void takesTurns()

@@ -53,7 +53,7 @@ void HttpFetch::onTried(HttpRequest* request, const HttpOutcome& outcome)
 int HttpFetch::pauseAfter(const HttpOutcome& outcome)
 {
     const bool mayPass =
-        outcome.mayPass || (outcome.lostConnection && m_network.queue().isMultiplexed(m_order.url));
+        outcome.mayPass || (outcome.wasSilent && m_network.queue().isKnownMultiplexed(m_order.url));
     if (!mayPass)
         return -1;
     if (m_order.limits.totalTime > 0) {

@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <QUrl>
 
-struct HttpNetwork;
+class HttpNetwork;
 
 /** What ZHttpComm was asked for, with the settings of that moment. */
 struct HttpOrder

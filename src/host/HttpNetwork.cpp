@@ -64,10 +64,12 @@ void HttpNetwork::onDone(const QString& server, HttpRequest* request, const Http
     const QVector<HttpRequest*> others = *underWay;
     if (others.isEmpty())
         m_underWay.erase(underWay);
-    if (!outcome.lostConnection || !m_queue.isMultiplexed(request->url()))
-        return;
-    if (m_manager == request->manager())
+    const bool wasSilent = outcome.wasSilent && m_queue.isKnownMultiplexed(request->url());
+    if ((wasSilent || outcome.lostConnection) && m_manager == request->manager())
         m_manager.reset();
+    // Of the silent, each has a limit of its own: called back, they would wait without end.
+    if (!outcome.lostConnection)
+        return;
     for (HttpRequest* other : others) {
         if (other->manager() == request->manager())
             other->recall();

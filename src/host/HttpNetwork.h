@@ -24,8 +24,9 @@ class QNetworkAccessManager;
  * take their turn, which repeats a few, once.
  *
  * Qt leaves requests without an answer, or with half of one, once a server has announced the end of
- * an HTTP/2 connection, as many do after some hundreds of requests. So a connection is left before
- * that, and one that shows such signs is left at once, its requests without an answer called back.
+ * an HTTP/2 connection, as many do after some hundreds of requests. So no connection gets as many;
+ * after a silence the next requests go out over a new one, and once the server has ended it, all
+ * that have no answer are called back.
  */
 class HttpNetwork : public QObject
 {

@@ -130,7 +130,7 @@ void HttpRequest::startTimers()
     connect(&m_silence, &QTimer::timeout, this, [this] {
         HttpOutcome outcome =
             failure(QStringLiteral("nothing received for %1 ms").arg(m_limits.silence));
-        outcome.lostConnection = true;
+        outcome.wasSilent = true;
         done(outcome);
     });
     if (m_limits.silence > 0)

@@ -30,7 +30,8 @@ struct HttpOutcome
     bool mayPass = false;        ///< the failure is of a kind that another try may not meet
     qint64 retryAfter = 0;       ///< milliseconds that the server wants to be left alone
     bool recalled = false;       ///< it did not fail, it was called back
-    bool lostConnection = false; ///< over HTTP/2: no more can be expected of its connection
+    bool wasSilent = false;      ///< nothing came for too long
+    bool lostConnection = false; ///< the server has ended its HTTP/2 connection
 };
 
 /** One try of a GET request, from the address to the body or the cause of its failure. */

@@ -49,6 +49,11 @@ bool RequestQueue::isMultiplexed(const QUrl& url) const
     return m_isMultiplexed.value(serverOf(url), url.scheme() == QLatin1String("https"));
 }
 
+bool RequestQueue::isKnownMultiplexed(const QUrl& url) const
+{
+    return m_isMultiplexed.value(serverOf(url));
+}
+
 const RequestQueue::Bounds& RequestQueue::boundsFor(const QUrl& url) const
 {
     return isMultiplexed(url) ? m_multiplexed : m_plain;

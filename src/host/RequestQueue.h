@@ -37,6 +37,8 @@ public:
     /** Which bounds hold for the server of this address; until set, its scheme decides. */
     void setMultiplexed(const QUrl& url, bool isMultiplexed);
     bool isMultiplexed(const QUrl& url) const;
+    /** The same, but not by the scheme. */
+    bool isKnownMultiplexed(const QUrl& url) const;
 
 private:
     struct Waiting

@@ -11,7 +11,7 @@
 #include <memory>
 
 class HttpFetch;
-struct HttpNetwork;
+class HttpNetwork;
 
 /**
  * HTTP for the client: GET requests whose promises settle on the GUI thread.
