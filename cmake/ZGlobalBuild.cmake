@@ -7,11 +7,13 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
-    set(CMAKE_BUILD_TYPE Release)
+if(alone)
+    if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+        set(CMAKE_BUILD_TYPE Release)
+    endif()
+    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+    set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 endif()
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 # An installed program finds the libraries installed beside it.
 if(APPLE)
     set(CMAKE_INSTALL_RPATH "@loader_path/../${CMAKE_INSTALL_LIBDIR}")
@@ -24,12 +26,16 @@ target_compile_definitions(zglobal_strict INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS
     QT_NO_FOREACH QT_STRICT_ITERATORS QT_USE_STRINGBUILDER
     QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050E00)
+set(warnings_are_errors "")
+if(ZGLOBAL_STRICT)
+    set(warnings_are_errors $<$<CONFIG:Debug>:$<IF:$<CXX_COMPILER_ID:MSVC>,/WX,-Werror>>)
+endif()
 if(MSVC)
-    target_compile_options(zglobal_strict INTERFACE /W4 /utf-8 $<$<CONFIG:Debug>:/WX>)
+    target_compile_options(zglobal_strict INTERFACE /W4 /utf-8 ${warnings_are_errors})
 else()
     target_compile_options(zglobal_strict INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-        -Wcast-align -Wunused $<$<CONFIG:Debug>:-Werror>)
+        -Wcast-align -Wunused ${warnings_are_errors})
 endif()
 if(ZGLOBAL_SANITIZE)
     add_compile_options(-fsanitize=${ZGLOBAL_SANITIZE} -fno-omit-frame-pointer
@@ -50,8 +56,8 @@ function(zglobal_precompile target)
         return()
     endif()
     if(NOT TARGET zglobal_precompiled)
-        file(WRITE "${CMAKE_BINARY_DIR}/generated/precompiled.cpp" "")
-        add_library(zglobal_precompiled OBJECT "${CMAKE_BINARY_DIR}/generated/precompiled.cpp")
+        file(WRITE "${PROJECT_BINARY_DIR}/generated/precompiled.cpp" "")
+        add_library(zglobal_precompiled OBJECT "${PROJECT_BINARY_DIR}/generated/precompiled.cpp")
         set_target_properties(zglobal_precompiled PROPERTIES AUTOMOC OFF)
         target_link_libraries(zglobal_precompiled PRIVATE zglobal_strict Qt${ZGLOBAL_QT}::Core)
         target_precompile_headers(zglobal_precompiled PRIVATE
@@ -60,6 +66,20 @@ function(zglobal_precompile target)
             <QVector>)
     endif()
     target_precompile_headers(${target} REUSE_FROM zglobal_precompiled)
+endfunction()
+
+# zglobal_install(...) is install(), where anything is installed at all.
+function(zglobal_install)
+    if(ZGLOBAL_INSTALL)
+        install(${ARGN})
+    endif()
+endfunction()
+
+# zglobal_version_header() makes ZGlobalVersion.h of the project's version.
+function(zglobal_version_header)
+    set(header "${PROJECT_BINARY_DIR}/generated/ZGlobalVersion.h")
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/ZGlobalVersion.h.in" "${header}" @ONLY)
+    zglobal_install(FILES "${header}" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal)
 endfunction()
 
 # zglobal_part(NAME SOURCES files... LINKS targets...) declares a static library that goes into shared
@@ -74,11 +94,12 @@ function(zglobal_part name)
 endfunction()
 
 # zglobal_library(NAME PAIRS names... SOURCES files... HEADERS exported headers... LINKS targets...
-#     PRIVATE_LINKS targets... EXPORTED_AS name)
+#     PRIVATE_LINKS targets... EXPORTED_AS name COMPONENT name)
 # declares a shared library with its export header, version, alias and installation. A pair is a
-# source and the exported header of the same name. Users link ZGlobal::NAME, or the name given.
+# source and the exported header of the same name. Users link ZGlobal::NAME, or the name given, and
+# find it by the component, where it is one of its own.
 function(zglobal_library name)
-    cmake_parse_arguments(arg "" "EXPORTED_AS" "PAIRS;SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(arg "" "EXPORTED_AS;COMPONENT" "PAIRS;SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
     if(NOT arg_EXPORTED_AS)
         set(arg_EXPORTED_AS ${name})
     endif()
@@ -92,24 +113,49 @@ function(zglobal_library name)
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
     include(GenerateExportHeader)
     generate_export_header(${name}
-        EXPORT_FILE_NAME "${CMAKE_BINARY_DIR}/generated/${name}Export.h")
+        EXPORT_FILE_NAME "${PROJECT_BINARY_DIR}/generated/${name}Export.h")
     target_include_directories(${name} PUBLIC
+        $<BUILD_INTERFACE:${host_headers}>
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
-        $<BUILD_INTERFACE:${CMAKE_BINARY_DIR}/generated>
+        $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/generated>
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal>)
     target_link_libraries(${name}
         PUBLIC ${arg_LINKS} PRIVATE $<BUILD_INTERFACE:zglobal_strict> ${arg_PRIVATE_LINKS})
     zglobal_precompile(${name})
-    install(TARGETS ${name} EXPORT ZGlobalTargets
+    zglobal_install(TARGETS ${name} EXPORT ZGlobal${arg_COMPONENT}Targets
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-    install(FILES "${CMAKE_BINARY_DIR}/generated/${name}Export.h"
+    zglobal_install(FILES "${PROJECT_BINARY_DIR}/generated/${name}Export.h"
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal)
     foreach(header IN LISTS arg_HEADERS)
         get_filename_component(folder "${header}" DIRECTORY)
-        install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal/${folder}")
+        zglobal_install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal/${folder}")
     endforeach()
+endfunction()
+
+# zglobal_host_headers(VARIABLE targets...) sets a folder that has the headers of a host, and refuses a
+# host that lacks one. Our own lie among the sources under the same names and would win otherwise: a
+# package's folders come last.
+function(zglobal_host_headers variable)
+    set(folders "")
+    foreach(target IN LISTS ARGN)
+        get_target_property(found ${target} INTERFACE_INCLUDE_DIRECTORIES)
+        list(FILTER found EXCLUDE REGEX "INSTALL_INTERFACE|-NOTFOUND$")
+        list(TRANSFORM found REPLACE "^[$]<BUILD_INTERFACE:(.*)>$" "\\1")
+        list(APPEND folders ${found})
+    endforeach()
+    set(forwarding "${PROJECT_BINARY_DIR}/generated/host_headers")
+    foreach(header host/ZGlobalConfig.h host/ZHttpComm.h host/ZImageCacheUtil.h host/zErrorInfo.h)
+        unset(host_folder CACHE)
+        find_path(host_folder ${header} PATHS ${folders} NO_DEFAULT_PATH)
+        if(NOT host_folder)
+            message(FATAL_ERROR "The host ${ZGLOBAL_HOST} has no header ${header} in: ${folders}")
+        endif()
+        file(WRITE "${forwarding}/${header}" "#include \"${host_folder}/${header}\"\n")
+    endforeach()
+    unset(host_folder CACHE)
+    set(${variable} "${forwarding}" PARENT_SCOPE)
 endfunction()
 
 # zglobal_program(NAME SOURCES files... LINKS targets...) declares a program on the exported headers.

@@ -1,3 +1,4 @@
+#include "ZGlobalVersion.h"
 #include "command/Commands.h"
 #include "console/Failure.h"
 #include "console/Interrupt.h"
@@ -40,7 +41,7 @@ int main(int argc, char* argv[])
 {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"zglobal"_s);
-    QCoreApplication::setApplicationVersion(QStringLiteral(ZGLOBAL_VERSION));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZGLOBAL_VERSION_STR));
     Interrupt::watch();
     try {
         return runProgram(QCoreApplication::arguments().mid(1));

@@ -1,5 +1,6 @@
 #include "client/ClientReport.h"
 
+#include "ZGlobalVersion.h"
 #include "client/ClientFiles.h"
 #include "datatable/ZDataTableMgr.h"
 #include "host/ZGlobalConfig.h"
@@ -113,7 +114,7 @@ QJsonObject platform()
 
 QJsonObject library()
 {
-    return {{QStringLiteral("version"), QStringLiteral(ZGLOBAL_VERSION)},
+    return {{QStringLiteral("version"), QStringLiteral(ZGLOBAL_VERSION_STR)},
             {QStringLiteral("abi"), QSysInfo::buildAbi()},
             {QStringLiteral("qt"), QString::fromLatin1(qVersion())}};
 }

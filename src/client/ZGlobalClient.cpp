@@ -44,10 +44,10 @@ QJsonObject versionsOf(const QByteArray& answer, const QString& address)
     QString error;
     const QJsonObject file = ClientFiles::objectOf(answer, address, &error);
     if (!error.isEmpty())
-        throw zErrorInfo(error);
+        throw zErrorInfo(error, 0);
     const QJsonValue versions = file.value(QLatin1String("versions"));
     if (!versions.isObject())
-        throw zErrorInfo(QStringLiteral("%1 has no object \"versions\"").arg(address));
+        throw zErrorInfo(QStringLiteral("%1 has no object \"versions\"").arg(address), 0);
     return versions.toObject();
 }
 
@@ -248,7 +248,7 @@ Promise<void> ZGlobalClient::versionsSaved()
 {
     const auto check = [](bool ok) {
         if (!ok)
-            throw zErrorInfo(QStringLiteral("the versions could not be saved in common.ini"));
+            throw zErrorInfo(QStringLiteral("the versions could not be saved in common.ini"), 0);
     };
     // It may have been saved, or not, while the tables came in.
     if (m_save != Save::Due)
@@ -283,7 +283,7 @@ Promise<ZUpdateResult> ZGlobalClient::updateTables()
 Promise<ZUpdateResult> ZGlobalClient::update()
 {
     const QPointer<ZGlobalClient> self(this);
-    const auto gone = [] { return zErrorInfo(QStringLiteral("the client is gone")); };
+    const auto gone = [] { return zErrorInfo(QStringLiteral("the client is gone"), 0); };
     return learnVersions().then([self, gone] {
         if (self == nullptr)
             throw gone();
