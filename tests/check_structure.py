@@ -26,8 +26,8 @@ FLOORS = [  # from the bottom
     ["apps/server", "apps/zglobal/console"],
     ["apps/zglobal/command"],
     ["apps/zglobal/demo"],
-    ["apps/zglobal", "apps/tablereference", "bench", "examples/embed", "examples/managers",
-     "src/testing"],
+    ["apps/zglobal", "apps/tablereference", "bench", "examples/embed", "examples/giftshop",
+     "examples/guide", "examples/managers", "src/testing"],
     ["examples/testing"],
 ]
 FLOOR = {room: number for number, rooms in enumerate(FLOORS) for room in rooms}

@@ -15,13 +15,14 @@ function(run expected words)
 endfunction()
 
 run(0 "" ${CMAKE_COMMAND} --install "${BUILD}" --prefix "${installed}")
-foreach(example embed managers testing)
+foreach(example embed giftshop guide managers testing)
     run(0 "" ${CMAKE_COMMAND} -G Ninja -S "${SOURCE}/examples/${example}" -B "${WORK}/${example}"
         "-DCMAKE_PREFIX_PATH=${installed}" "-DCMAKE_CXX_FLAGS=${FLAGS}")
     run(0 "" ${CMAKE_COMMAND} --build "${WORK}/${example}")
 endforeach()
 
 run(1 "could not be learnt" "${WORK}/embed/embed" "http://127.0.0.1:9")
+run(1 "failure 1: .*could not be learnt" "${WORK}/giftshop/giftshop" "http://127.0.0.1:9")
 run(1 "网络不给力，请重试" "${WORK}/managers/managers" "http://127.0.0.1:9")
 run(0 "rose" "${WORK}/testing/testing")
 if(UNIX)
@@ -32,7 +33,7 @@ if(UNIX)
         do kill -0 $! || exit
         done
         "$2" "$(cat address)"]]) # no semicolon: it would end an argument here
-    foreach(example embed managers)
+    foreach(example embed giftshop guide managers)
         run(0 "星光皇冠" bash -c "${with_server}" "${installed}/bin/zglobal"
             "${installed}/share/zglobal/content" "${WORK}/${example}/${example}")
     endforeach()
