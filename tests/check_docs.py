@@ -10,8 +10,10 @@ A fenced block is checked by the comment before it:
   <!-- prints: COMMAND -->  it shows what COMMAND prints in a new folder that sees docs/ and
                             examples/; --write puts that there
   <!-- file: PATH -->       it shows that file; --write puts that there
+  <!-- part: PATH NAME -->  it shows what stands between two lines //! [NAME] of that file
 Port numbers, what is drawn at random and what hangs on the clock count as equal. Every script of ours at the start of a line
-and every page that a link leads to has to be there.
+and every page that a link leads to has to be there, and every call that a page names of a class, as
+`Class::call()` or in the class's row of a table, in its header.
 """
 import argparse
 import contextlib
@@ -27,7 +29,7 @@ import tempfile
 import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-BLOCK = re.compile(r"<!-- (run|prints|file)(?:: (.*?))? -->\n```\w*\n(.*?)```", re.S)
+BLOCK = re.compile(r"<!-- (run|prints|file|part)(?:: (.*?))? -->\n```\w*\n(.*?)```", re.S)
 
 
 def read(path):
@@ -91,7 +93,19 @@ def shell(script, programs):
 def shown(kind, what, programs):
     if kind == "prints":
         return shell(what, programs)
-    return read(os.path.join(ROOT, what))
+    path, _, part = what.partition(" ")
+    text = read(os.path.join(ROOT, path))
+    return text.split(f"//! [{part}]\n")[1] if part else text
+
+
+def calls_without_header(text):
+    for line in text.splitlines():
+        row = re.match(r"\| `(\w+)` \|", line)
+        for holder, call in re.findall(r"`(?:(\w+)::)?(\w+)\(", line):
+            holder = holder or (row[1] if row else "")
+            for path in glob.glob(os.path.join(ROOT, "src", "*", holder + ".h")):
+                if not re.search(rf"\b{call}\(", read(path)):
+                    yield f"{holder}::{call}"
 
 
 def check(page, programs, write):
@@ -103,6 +117,7 @@ def check(page, programs, write):
     faults += [f"{page}: {target} is not there to be linked"
                for target in re.findall(r"\]\(([\w./-]+)\)", text)
                if not os.path.exists(os.path.join(ROOT, os.path.dirname(page), target))]
+    faults += [f"{page}: {call} is not there to be called" for call in calls_without_header(text)]
     blocks = list(BLOCK.finditer(text))
     for match in blocks:
         kind, what, block = match.groups()
