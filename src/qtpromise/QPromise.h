@@ -9,6 +9,7 @@
 #include <chrono>
 #include <limits>
 
+/** Promises over Qt's event loop. */
 namespace QtPromise {
 
 /**
