@@ -52,7 +52,7 @@ private Q_SLOTS:
 void tst_client::initTestCase()
 {
     QString error;
-    QVERIFY(!m_client.open(u"."_s, {}, &error));
+    QVERIFY(!m_client.open(u"."_s, ZGlobalClient::configurationFor({}), &error));
     QCOMPARE(error, u"no content server is known in ."_s);
     QVERIFY(m_client.open(u"data"_s, ZGlobalClient::configurationFor(m_server.baseUrl()), &error));
     for (const TableStatus& table : ZDataTableMgr::getInstance()->getTableStatuses())

@@ -111,6 +111,8 @@ QJsonObject ZGlobalClient::configurationFor(const QString& address)
     QString base = address;
     while (base.endsWith(QLatin1Char('/')))
         base.chop(1);
+    if (base.isEmpty())
+        return {};
     const QString withSlash = base + QLatin1Char('/');
     QJsonObject values {{QStringLiteral("ImageResServer"), base},
                         {QStringLiteral("ServerType"), QStringLiteral("1002")}};

@@ -35,7 +35,9 @@ public:
     explicit ZGlobalClient(QObject* parent = nullptr);
     ~ZGlobalClient() override;
 
-    /** The configuration for content that lies whole below one address, a slash at its end or not.
+    /**
+     * The configuration for content that lies whole below one address, a slash at its end or not;
+     * empty for no address, so that what open() remembers stays.
      */
     static QJsonObject configurationFor(const QString& address);
 
