@@ -121,6 +121,23 @@ bool writeReport(const ZGlobalClient& client)
 }
 //! [report]
 
+QtPromise::QPromise<void> tryTheRest(const ZGlobalClient& client)
+{
+    if (!opensEmbedded("https://m.example.com/activity/annual?from=banner&room=1"))
+        throw zErrorInfo("the banner's page is not known");
+    if (!writeReport(client))
+        throw zErrorInfo("report.json could not be written");
+    QThread* worker = QThread::create([] { qInfo() << maskedInAnyThread("代充金豆找我"); });
+    QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+    const auto masked = QtPromise::connect(worker, &QThread::finished);
+    worker->start();
+    return masked.then([] { return giftPicture("G1014"); }).then([](const QString& path) {
+        if (!QFile::exists(path))
+            throw zErrorInfo(path + " is not there");
+    });
+}
+
+//! [main]
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
@@ -129,19 +146,12 @@ int main(int argc, char** argv)
         return 1;
     listen(&app);
     start(client)
-        .then([] { return giftPicture("G1014"); })
-        .then([&client](const QString& picture) {
-            const bool right = QFile::exists(picture) && writeReport(client)
-                && opensEmbedded("https://m.example.com/activity/annual?from=banner&room=1");
-            QThread* worker = QThread::create([] { qInfo() << maskedInAnyThread("代充金豆找我"); });
-            QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
-            QObject::connect(worker, &QThread::destroyed, qApp,
-                             [right] { qApp->exit(right ? 0 : 1); });
-            worker->start();
-        })
+        .then([&client] { return tryTheRest(client); })
+        .then([] { qApp->quit(); })
         .fail([](const zErrorInfo& error) {
             qWarning() << error.message();
             qApp->exit(1);
         });
     return app.exec();
 }
+//! [main]
