@@ -27,8 +27,8 @@ FLOORS = [  # from the bottom
     ["apps/zglobal/command"],
     ["apps/zglobal/demo"],
     ["apps/zglobal", "apps/tablereference", "bench", "examples/embed", "examples/giftshop",
-     "examples/guide", "examples/managers", "src/testing"],
-    ["examples/testing"],
+     "examples/guide", "examples/managers", "examples/own-host/host", "src/testing"],
+    ["examples/own-host", "examples/testing"],
 ]
 FLOOR = {room: number for number, rooms in enumerate(FLOORS) for room in rooms}
 PLACE = {room: place for rooms in FLOORS for place, room in enumerate(rooms)}
