@@ -79,7 +79,8 @@ endfunction()
 function(zglobal_version_header)
     set(header "${PROJECT_BINARY_DIR}/generated/ZGlobalVersion.h")
     configure_file("${PROJECT_SOURCE_DIR}/cmake/ZGlobalVersion.h.in" "${header}" @ONLY)
-    zglobal_install(FILES "${header}" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal)
+    zglobal_install(FILES "${header}"
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal COMPONENT development)
 endfunction()
 
 # zglobal_part(NAME SOURCES files... LINKS targets...) declares a static library that goes into shared
@@ -94,14 +95,18 @@ function(zglobal_part name)
 endfunction()
 
 # zglobal_library(NAME PAIRS names... SOURCES files... HEADERS exported headers... LINKS targets...
-#     PRIVATE_LINKS targets... EXPORTED_AS name COMPONENT name)
+#     PRIVATE_LINKS targets... EXPORTED_AS name FOUND_AS name COMPONENT name)
 # declares a shared library with its export header, version, alias and installation. A pair is a
 # source and the exported header of the same name. Users link ZGlobal::NAME, or the name given, and
-# find it by the component, where it is one of its own.
+# find it by the component FOUND_AS, where it is one of its own. Installed by parts it belongs to the
+# COMPONENT, "runtime" where none is given, and what compiling against it needs to "development".
 function(zglobal_library name)
-    cmake_parse_arguments(arg "" "EXPORTED_AS;COMPONENT" "PAIRS;SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(arg "" "EXPORTED_AS;FOUND_AS;COMPONENT" "PAIRS;SOURCES;HEADERS;LINKS;PRIVATE_LINKS" ${ARGN})
     if(NOT arg_EXPORTED_AS)
         set(arg_EXPORTED_AS ${name})
+    endif()
+    if(NOT arg_COMPONENT)
+        set(arg_COMPONENT runtime)
     endif()
     foreach(pair IN LISTS arg_PAIRS)
         list(APPEND arg_SOURCES ${pair}.cpp)
@@ -122,15 +127,17 @@ function(zglobal_library name)
     target_link_libraries(${name}
         PUBLIC ${arg_LINKS} PRIVATE $<BUILD_INTERFACE:zglobal_strict> ${arg_PRIVATE_LINKS})
     zglobal_precompile(${name})
-    zglobal_install(TARGETS ${name} EXPORT ZGlobal${arg_COMPONENT}Targets
-        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    zglobal_install(TARGETS ${name} EXPORT ZGlobal${arg_FOUND_AS}Targets
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${arg_COMPONENT}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${arg_COMPONENT}
+            NAMELINK_COMPONENT development
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
     zglobal_install(FILES "${PROJECT_BINARY_DIR}/generated/${name}Export.h"
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal)
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal COMPONENT development)
     foreach(header IN LISTS arg_HEADERS)
         get_filename_component(folder "${header}" DIRECTORY)
-        zglobal_install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal/${folder}")
+        zglobal_install(FILES "${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ZGlobal/${folder}"
+            COMPONENT development)
     endforeach()
 endfunction()
 

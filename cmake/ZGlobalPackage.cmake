@@ -11,7 +11,7 @@ write_basic_package_version_file(
     "${PROJECT_BINARY_DIR}/ZGlobalConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES
     "${PROJECT_BINARY_DIR}/ZGlobalConfig.cmake" "${PROJECT_BINARY_DIR}/ZGlobalConfigVersion.cmake"
-    DESTINATION "${package_folder}")
+    DESTINATION "${package_folder}" COMPONENT development)
 
 # zglobal_pkg_config(NAME DESCRIPTION REQUIRES packages... LIBS libraries... FOLDERS of headers...)
 set(pkg_config_folder "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
@@ -25,7 +25,8 @@ function(zglobal_pkg_config name description)
     list(TRANSFORM arg_FOLDERS PREPEND "-I\${includedir}/" OUTPUT_VARIABLE cflags)
     list(JOIN cflags " " cflags)
     configure_file("${PROJECT_SOURCE_DIR}/cmake/ZGlobal.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
-    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${pkg_config_folder}")
+    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc" DESTINATION "${pkg_config_folder}"
+        COMPONENT development)
 endfunction()
 
 set(host_libraries "")
@@ -36,17 +37,20 @@ set(promise_folder "")
 if(NOT QtPromise_INCLUDE_DIR)
     set(promise_folder ZGlobal/qtpromise)
 endif()
-install(EXPORT ZGlobalTargets NAMESPACE ZGlobal:: DESTINATION "${package_folder}")
+install(EXPORT ZGlobalTargets NAMESPACE ZGlobal:: DESTINATION "${package_folder}"
+    COMPONENT development)
 zglobal_pkg_config(zglobal "The data tables of a live-streaming client"
     REQUIRES "Qt${ZGLOBAL_QT}Core >= ${least_qt}"
     LIBS ZGlobal ${host_libraries} FOLDERS ZGlobal ${promise_folder})
 if(ZGLOBAL_CLIENT)
-    install(EXPORT ZGlobalClientTargets NAMESPACE ZGlobal:: DESTINATION "${package_folder}")
+    install(EXPORT ZGlobalClientTargets NAMESPACE ZGlobal:: DESTINATION "${package_folder}"
+    COMPONENT development)
     zglobal_pkg_config(zglobalclient "ZGlobal with start-up, updates and tidying for a program"
         REQUIRES "zglobal = ${PROJECT_VERSION}" LIBS ZGlobalClient)
 endif()
 if(ZGLOBAL_TESTING)
-    install(EXPORT ZGlobalTestingTargets NAMESPACE ZGlobal:: DESTINATION "${package_folder}")
+    install(EXPORT ZGlobalTestingTargets NAMESPACE ZGlobal:: DESTINATION "${package_folder}"
+    COMPONENT development)
     zglobal_pkg_config(zglobaltesting "A content server, tables and folders for tests on ZGlobal"
         REQUIRES "Qt${ZGLOBAL_QT}Core >= ${least_qt}" LIBS ZGlobalTesting FOLDERS ZGlobal)
 endif()
