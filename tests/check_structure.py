@@ -26,8 +26,9 @@ FLOORS = [  # from the bottom
     ["apps/server", "apps/zglobal/console"],
     ["apps/zglobal/command"],
     ["apps/zglobal/demo"],
-    ["apps/zglobal", "apps/tablereference", "bench", "examples/embed", "examples/giftshop",
-     "examples/guide", "examples/managers", "examples/own-host/host", "src/testing"],
+    ["apps/zglobal", "apps/commandreference", "apps/tablereference", "bench", "examples/embed",
+     "examples/giftshop", "examples/guide", "examples/managers", "examples/own-host/host",
+     "src/testing"],
     ["examples/own-host", "examples/testing"],
 ]
 FLOOR = {room: number for number, rooms in enumerate(FLOORS) for room in rooms}

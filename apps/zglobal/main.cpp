@@ -11,10 +11,7 @@ namespace {
 
 int runProgram(const QStringList& arguments)
 {
-    const QList<Command> commands {demoCommand(),   serveCommand(), updateCommand(),
-                                   statusCommand(), showCommand(),  giftCommand(),
-                                   maskCommand(),   flashCommand(), bannersCommand(),
-                                   openCommand(),   tidyCommand(),  reportCommand()};
+    const QList<Command> commands = allCommands();
     if (arguments.isEmpty())
         throw UsageFailure(u"no command is given; see \"zglobal --help\""_s);
     const QString& name = arguments.constFirst();

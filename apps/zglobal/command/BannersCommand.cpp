@@ -53,6 +53,7 @@ Command bannersCommand()
     Command command;
     command.name = u"banners"_s;
     command.summary = u"Show the banners in their order, and fetch their pictures."_s;
+    command.examples = QStringList {u"zglobal banners"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &runBanners;
     return command;
@@ -67,6 +68,7 @@ Command openCommand()
     command.summary = u"Tell whether an address opens in the embedded browser, and why."_s;
     command.details = u"The pages come from the banner tables and from the web service, which is "
                       "asked when it can\nbe reached."_s;
+    command.examples = QStringList {u"zglobal open https://h5.example.com/recharge/first"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &runOpen;
     return command;

@@ -15,18 +15,14 @@ QCommandLineOption helpOption()
 
 QString spelled(const QCommandLineOption& option)
 {
-    QStringList spellings;
-    const QStringList names = option.names();
-    for (const QString& name : names)
-        spellings.append((name.size() == 1 ? u"-"_s : u"--"_s) + name);
-    const QString text = spellings.join(u", "_s);
+    const QString text = CommandLine::spellings(option).join(u", "_s);
     return option.valueName().isEmpty() ? text : text + QLatin1Char(' ') + option.valueName();
 }
 
 QStringList helpOf(const Command& command)
 {
     TextTable options;
-    const QList<QCommandLineOption> all = command.options + QList {helpOption()};
+    const QList<QCommandLineOption> all = CommandLine::optionsOf(command);
     for (const QCommandLineOption& option : all)
         options.add({u"  "_s + spelled(option), option.description()});
     QStringList lines {
@@ -34,7 +30,12 @@ QStringList helpOf(const Command& command)
         QString(), command.summary};
     if (!command.details.isEmpty())
         lines << QString() << command.details;
-    return lines << QString() << u"Options:"_s << options.lines();
+    lines << QString() << u"Options:"_s << options.lines();
+    if (!command.examples.isEmpty())
+        lines << QString() << u"Examples:"_s;
+    for (const QString& example : command.examples)
+        lines << u"  "_s + example;
+    return lines;
 }
 
 void checkCount(const Command& command, int count)
@@ -75,12 +76,35 @@ QStringList CommandLine::overview(const QList<Command>& commands)
     for (const Command& command : commands)
         table.add({u"  %1 %2"_s.arg(command.name, command.arguments).trimmed().prepend(u"  "_s),
                    command.summary});
-    return QStringList {u"Usage: zglobal COMMAND [options] [arguments]"_s, QString(),
-                        u"Keeps, updates and shows the tables of a live-streaming client."_s,
+    return QStringList {u"Usage: zglobal COMMAND [options] [arguments]"_s, QString(), purpose(),
                         QString(), u"Commands:"_s}
-    << table.lines() << QString()
-    << u"\"zglobal COMMAND --help\" tells more. Data is printed on standard output, messages"_s
-    << u"and progress on the error stream. Exit status: 0 done, 1 failed, 2 called wrongly."_s;
+    << table.lines() << QString() << conventions();
+}
+
+QString CommandLine::purpose()
+{
+    return u"Keeps, updates and shows the tables of a live-streaming client."_s;
+}
+
+QStringList CommandLine::conventions()
+{
+    return {
+        u"\"zglobal COMMAND --help\" tells more. Data is printed on standard output, messages"_s,
+        u"and progress on the error stream. Exit status: 0 done, 1 failed, 2 called wrongly."_s};
+}
+
+QList<QCommandLineOption> CommandLine::optionsOf(const Command& command)
+{
+    return command.options + QList {helpOption()};
+}
+
+QStringList CommandLine::spellings(const QCommandLineOption& option)
+{
+    QStringList spellings;
+    const QStringList names = option.names();
+    for (const QString& name : names)
+        spellings.append((name.size() == 1 ? u"-"_s : u"--"_s) + name);
+    return spellings;
 }
 
 QCommandLineOption CommandLine::jsonOption()

@@ -6,7 +6,8 @@
 #include <QString>
 #include <QStringList>
 
-/** What the program can be told to do, as data: parsing and help run off it. */
+/** What the program can be told to do, as data: parsing, help, manual page and completion run off
+ *  it. */
 struct Command
 {
     static constexpr int anyNumber = -1;
@@ -17,6 +18,7 @@ struct Command
     int most = 0;      ///< ... and may be, or anyNumber
     QString summary;   ///< one line
     QString details;   ///< further lines, may be empty
+    QStringList examples; ///< whole lines for a shell
     QList<QCommandLineOption> options;
 
     /** The program's exit status; throws a Failure. */
@@ -30,6 +32,15 @@ int run(const Command& command, const QStringList& arguments);
 
 /** The help of the program. */
 QStringList overview(const QList<Command>& commands);
+/** What the program is for, a sentence. */
+QString purpose();
+/** What holds for every command: its streams and its exit status. */
+QStringList conventions();
+
+/** The command's own and --help. */
+QList<QCommandLineOption> optionsOf(const Command& command);
+/** Every name of an option with its dashes. */
+QStringList spellings(const QCommandLineOption& option);
 
 /** For commands that print data. */
 QCommandLineOption jsonOption();

@@ -2,6 +2,9 @@
 
 #include "command/CommandLine.h"
 
+/** All of them, in the order of the help. */
+QList<Command> allCommands();
+
 Command bannersCommand();
 Command demoCommand();
 Command flashCommand();

@@ -36,6 +36,7 @@ Command flashCommand()
     command.name = u"flash"_s;
     command.summary = u"Download the flash animations that are missing."_s;
     command.details = u"Unpacks them in res/flash and shows what is there."_s;
+    command.examples = QStringList {u"zglobal flash"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &run;
     return command;

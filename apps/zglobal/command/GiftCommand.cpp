@@ -116,6 +116,7 @@ Command giftCommand()
     command.details = u"Price, period, whether it may be sent now, addresses and local paths; "
                       "what is empty is left\nout, but not with --json. Times are local. Works "
                       "without the content server."_s;
+    command.examples = QStringList {u"zglobal gift G1014"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &run;
     return command;

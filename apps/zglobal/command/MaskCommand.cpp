@@ -74,6 +74,7 @@ Command maskCommand()
     command.details = u"Masks its arguments, or without any the lines of standard input, against "
                       "both word lists.\nWith --json every line gives one object on a line of its "
                       "own."_s;
+    command.examples = QStringList {u"zglobal mask --explain 代充金豆找我"_s};
     command.options = Session::options()
         + QList<QCommandLineOption> {
             {explainOption(), u"tell for each mask the word, its list and what it covers"_s},

@@ -34,6 +34,7 @@ Command reportCommand()
     command.details = u"One JSON object, with --json and without it. It holds no query or user "
                       "information of an\naddress, and of the user and the session only whether "
                       "they are set."_s;
+    command.examples = QStringList {u"zglobal report --update >report.json"_s};
     command.options = Session::options() + QList {updateOption(), CommandLine::jsonOption()};
     command.run = &run;
     return command;

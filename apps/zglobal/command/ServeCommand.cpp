@@ -48,6 +48,7 @@ Command serveCommand()
     command.summary = u"Serve a folder of published content on this machine."_s;
     command.details = u"Prints the address, for use with --server, and serves until interrupted. "
                       "--verbose tells\nevery request."_s;
+    command.examples = QStringList {u"zglobal serve site --port 8080"_s};
     command.options = {
         {u"port"_s, u"the port; 0 lets the system pick one (default)"_s, u"N"_s, u"0"_s},
         CommandLine::verboseOption()};

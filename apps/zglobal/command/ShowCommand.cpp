@@ -201,6 +201,8 @@ Command showCommand()
     command.details = u"KIND is a table's name or number, ID the key of a record. A table that no "
                       "manager reads is\nshown as its file has it. Works without the content "
                       "server."_s;
+    command.examples =
+        QStringList {u"zglobal show CS_MedalList"_s, u"zglobal show CS_MedalList 14"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &run;
     return command;

@@ -97,6 +97,7 @@ Command statusCommand()
     command.summary = u"Show every table: version, file, manager, records."_s;
     command.details = u"Works without the content server. Fails when one of the two tables is "
                       "missing without which\na client cannot start."_s;
+    command.examples = QStringList {u"zglobal status --json"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &run;
     return command;

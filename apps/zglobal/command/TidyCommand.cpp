@@ -34,6 +34,7 @@ Command tidyCommand()
     command.summary = u"Remove what is stale from the client's cache."_s;
     command.details = u"Nothing goes that was modified in the last seven days. Prints what the log "
                       "tells."_s;
+    command.examples = QStringList {u"zglobal tidy"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &run;
     return command;

@@ -100,6 +100,7 @@ Command updateCommand()
     command.details =
         u"The first time the content server has to be named. Prints every table whose "
         "file is new or\ncould not be had; --json prints all of them."_s;
+    command.examples = QStringList {u"zglobal update --server http://127.0.0.1:8080"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &run;
     return command;

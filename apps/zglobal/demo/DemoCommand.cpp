@@ -67,6 +67,7 @@ Command demoCommand()
     command.details =
         u"Everything is real: files, HTTP on this machine, processes. Ends with 0 only "
         "if every step\ndid what it should."_s;
+    command.examples = QStringList {u"zglobal demo --keep day"_s};
     command.options = {
         {u"keep"_s, u"use this empty folder as the client's and keep it"_s, u"DIR"_s},
         CommandLine::contentOption(),

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "datatable/ZDataTableMgr.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+/** What may stand for a placeholder of the help, such as "DIR" or "KIND". */
+namespace Values {
+
+inline constexpr QLatin1String folder("DIR", 3);
+inline constexpr QLatin1String file("FILE", 4);
+inline constexpr QLatin1String table("KIND", 4);
+
+/** The placeholders of a command's arguments, without the signs that one may be left out. */
+inline QStringList placeholders(const QString& arguments)
+{
+    static const QRegularExpression word(QStringLiteral("[A-Z]+"));
+    QStringList found;
+    auto words = word.globalMatch(arguments);
+    while (words.hasNext())
+        found.append(words.next().captured());
+    return found;
+}
+
+inline QStringList tableNames()
+{
+    QStringList names;
+    const QVector<TableStatus> tables = ZDataTableMgr::getInstance()->getTableStatuses();
+    for (const TableStatus& status : tables)
+        names.append(status.table);
+    return names;
+}
+
+} // namespace Values

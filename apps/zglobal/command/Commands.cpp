@@ -1,0 +1,8 @@
+#include "command/Commands.h"
+
+QList<Command> allCommands()
+{
+    return {demoCommand(),    serveCommand(), updateCommand(), statusCommand(),
+            showCommand(),    giftCommand(),  maskCommand(),   flashCommand(),
+            bannersCommand(), openCommand(),  tidyCommand(),   reportCommand()};
+}
