@@ -10,9 +10,11 @@ QString ContentFolder::find(const QString& named, QString* error)
     const QString installed =
         QDir::cleanPath(QCoreApplication::applicationDirPath() + QLatin1Char('/')
                         + QStringLiteral(ZGLOBAL_INSTALLED_CONTENT));
-    const QStringList candidates = named.isEmpty()
-        ? QStringList {QStringLiteral(ZGLOBAL_SOURCE_CONTENT), installed}
-        : QStringList {named};
+    QStringList candidates {named.isEmpty() ? installed : named};
+#ifdef ZGLOBAL_SOURCE_CONTENT
+    if (named.isEmpty())
+        candidates.prepend(QStringLiteral(ZGLOBAL_SOURCE_CONTENT));
+#endif
     for (const QString& folder : candidates) {
         if (QFileInfo::exists(folder + QStringLiteral("/app/versions.json")))
             return QDir(folder).absolutePath();

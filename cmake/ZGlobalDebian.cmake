@@ -1,0 +1,78 @@
+# Debian packages by CPack: the libraries, what compiling against them needs, and the program. The
+# preset "package" has what the whole build has to know of it.
+set(library libzglobal${PROJECT_VERSION_MAJOR})
+set(same_version "${library} (= ${PROJECT_VERSION})")
+set(qt_development qtbase5-dev)
+if(ZGLOBAL_QT EQUAL 6)
+    set(qt_development qt6-base-dev)
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_CONTACT
+    "ZGlobal maintainers <maintainers@users.noreply.c-seed-d4da4eb1.example>")
+set(CPACK_OUTPUT_FILE_PREFIX "${PROJECT_BINARY_DIR}/packages")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/CompressPages.cmake")
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL runtime development tools)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+
+# zglobal_package(COMPONENT NAME SECTION MULTIARCH DEPENDS DESCRIPTION) declares one. CMake knows the
+# field Multi-Arch from 3.31 on only, so it goes with the section before it.
+function(zglobal_package component name section multiarch depends description)
+    string(TOUPPER ${component} upper)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name} PARENT_SCOPE)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION "${section}\nMulti-Arch: ${multiarch}" PARENT_SCOPE)
+    set(CPACK_DEBIAN_${upper}_PACKAGE_DEPENDS "${depends}" PARENT_SCOPE)
+    set(CPACK_DEBIAN_${upper}_DESCRIPTION "${description}" PARENT_SCOPE)
+    install(FILES "${PROJECT_SOURCE_DIR}/cmake/debian/changelog" "${PROJECT_SOURCE_DIR}/cmake/debian/copyright"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" COMPONENT ${component})
+    set(overrides "${PROJECT_SOURCE_DIR}/cmake/debian/${component}.overrides")
+    if(EXISTS "${overrides}")
+        install(FILES "${overrides}" DESTINATION "${CMAKE_INSTALL_DATADIR}/lintian/overrides"
+            RENAME ${name} COMPONENT ${component})
+    endif()
+endfunction()
+
+set(about "ZGlobal owns the data tables of a live-streaming desktop client. It keeps
+the versions of some thirty published tables, downloads a table when its
+version changes, reads it into typed records and answers the client: names,
+prices, addresses, masked chat lines, banners.")
+
+zglobal_package(runtime ${library} libs same ""
+"data tables of a live-streaming client: libraries
+${about}
+.
+This package has the shared libraries.")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_LIST_DIR}/debian/triggers")
+
+zglobal_package(development libzglobal-dev libdevel same "${same_version}, ${qt_development}"
+"data tables of a live-streaming client: headers
+${about}
+.
+This package has what a client compiles and tests against: the headers, the
+files for CMake and pkg-config, a content server for tests, documentation and
+examples.")
+
+zglobal_package(tools zglobal-tools utils foreign "${same_version}"
+"data tables of a live-streaming client: program
+${about}
+.
+This package has the program zglobal, which updates and shows a client's
+tables and masks chat lines with them, and example content for it to serve.")
+
+set(documents "${CMAKE_INSTALL_DATADIR}/doc/libzglobal-dev")
+install(FILES "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${documents}" COMPONENT development)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${documents}" COMPONENT development)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${documents}" COMPONENT development
+    PATTERN "content" EXCLUDE PATTERN "__pycache__" EXCLUDE PATTERN "*.py" EXCLUDE)
+
+include(CPack)
