@@ -7,7 +7,8 @@ include("${CMAKE_CURRENT_LIST_DIR}/Run.cmake")
 set(client "${WORK}/client")
 set(installed "${WORK}/installed")
 set(promise "-DQtPromise_INCLUDE_DIR=${SOURCE}/src/qtpromise") # as if it were the client's own
-set(settings -G Ninja "${promise}" -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS=${FLAGS}")
+set(settings -G Ninja "${promise}" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0
+    "-DCMAKE_CXX_FLAGS=${FLAGS}")
 file(REMOVE_RECURSE "${installed}" "${WORK}/giftshop" "${WORK}/run")
 file(MAKE_DIRECTORY "${WORK}/run")
 
