@@ -152,6 +152,10 @@ void tst_client::report()
     QCOMPARE(tables[u"Doutu"_s][u"bytes"_s].toInt(), tableBytes(u"id"_s, "[['Hi']]").size());
     const QJsonValue last = report[u"failures"_s].toArray().last();
     QVERIFY(last[u"why"_s].toString().contains(u"/app/versions.json"_s));
+    // Not that the file is missing, but why.
+    const QJsonObject told {{u"what"_s, u"Message"_s},
+                            {u"why"_s, broken[u"lastFailure"_s][u"cause"_s]}};
+    QVERIFY2(report[u"failures"_s].toArray().contains(told), qPrintable(text));
 }
 
 QTEST_GUILESS_MAIN(tst_client)

@@ -27,7 +27,7 @@ struct ZTableChange
     enum Outcome {
         Current, ///< its file was there
         New,     ///< its file has come in
-        Failed,  ///< the current version has no file; after.error tells why
+        Failed,  ///< the current version has no file; ZUpdateResult::failures tells why
     };
 
     TableStatus before;

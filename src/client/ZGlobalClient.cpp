@@ -70,6 +70,13 @@ ZVersionNews takeVersions(const QJsonObject& versions, const GoodVersions& known
     return news;
 }
 
+/** A table that is not there cannot be loaded; what matters then is why it is not there. */
+QString causeOf(const TableStatus& status)
+{
+    const QString& cause = status.lastFailure.cause;
+    return status.size > 0 || cause.isEmpty() ? status.error : cause;
+}
+
 ZUpdateResult resultOf(const QVector<TableStatus>& before)
 {
     ZUpdateResult result;
@@ -78,7 +85,7 @@ ZUpdateResult resultOf(const QVector<TableStatus>& before)
         const ZTableChange change {before.at(i), after.at(i)};
         result.tables.append(change);
         if (change.outcome() == ZTableChange::Failed)
-            result.failures.append({change.after.table, change.after.error});
+            result.failures.append({change.after.table, causeOf(change.after)});
     }
     return result;
 }
@@ -208,7 +215,7 @@ QVector<ZClientFailure> ZGlobalClient::failures() const
     const QVector<TableStatus> statuses = tables()->getTableStatuses();
     for (const TableStatus& status : statuses) {
         if (status.state == TableStatus::Failed)
-            failures.append({status.table, status.error});
+            failures.append({status.table, causeOf(status)});
     }
     return failures;
 }
