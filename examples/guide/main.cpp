@@ -23,7 +23,7 @@ void showGifts()
     ZGiftListMgr* gifts = ZGiftListMgr::getInstance();
     const qint64 now = QDateTime::currentSecsSinceEpoch();
     for (const ZGiftInfo& gift : gifts->getGiftList()) {
-        if (gifts->checkGiftTimeValid(gift.giftId, now))
+        if (gifts->checkGiftValid(gift.giftId, now, true, true))
             qInfo() << gift.giftName << gift.price << gifts->getGiftImagePathById(gift.giftId);
     }
 }
