@@ -1,6 +1,7 @@
 # Run by CPack when a package's files are together: Debian wants manual pages and changelogs
-# compressed, and without the time, which would make each build another package.
-file(GLOB_RECURSE pages "${CPACK_TEMPORARY_DIRECTORY}/*/man/*.1" "${CPACK_TEMPORARY_DIRECTORY}/*/changelog")
-foreach(page IN LISTS pages)
-    execute_process(COMMAND gzip -9nf "${page}" COMMAND_ERROR_IS_FATAL ANY)
+# compressed, and without the time, which would make of each build another package.
+file(GLOB_RECURSE files "${CPACK_TEMPORARY_DIRECTORY}/*")
+list(FILTER files INCLUDE REGEX "/man/man[0-9]/|/changelog$")
+foreach(file IN LISTS files)
+    execute_process(COMMAND gzip -9nf "${file}" COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

@@ -1,10 +1,16 @@
 # Debian packages by CPack: the libraries, what compiling against them needs, and the program. The
 # preset "package" has what the whole build has to know of it.
+set(debian "${CMAKE_CURRENT_LIST_DIR}/debian")
 set(library libzglobal${PROJECT_VERSION_MAJOR})
 set(same_version "${library} (= ${PROJECT_VERSION})")
 set(qt_development qtbase5-dev)
 if(ZGLOBAL_QT EQUAL 6)
     set(qt_development qt6-base-dev)
+endif()
+
+file(STRINGS "${debian}/changelog" newest LIMIT_COUNT 1)
+if(NOT newest MATCHES "\\(${PROJECT_VERSION}\\)")
+    message(FATAL_ERROR "${debian}/changelog does not tell of ${PROJECT_VERSION}: ${newest}")
 endif()
 
 set(CPACK_GENERATOR DEB)
@@ -33,9 +39,9 @@ function(zglobal_package component name section multiarch depends description)
     set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION "${section}\nMulti-Arch: ${multiarch}" PARENT_SCOPE)
     set(CPACK_DEBIAN_${upper}_PACKAGE_DEPENDS "${depends}" PARENT_SCOPE)
     set(CPACK_DEBIAN_${upper}_DESCRIPTION "${description}" PARENT_SCOPE)
-    install(FILES "${PROJECT_SOURCE_DIR}/cmake/debian/changelog" "${PROJECT_SOURCE_DIR}/cmake/debian/copyright"
+    install(FILES "${debian}/changelog" "${debian}/copyright"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" COMPONENT ${component})
-    set(overrides "${PROJECT_SOURCE_DIR}/cmake/debian/${component}.overrides")
+    set(overrides "${debian}/${component}.overrides")
     if(EXISTS "${overrides}")
         install(FILES "${overrides}" DESTINATION "${CMAKE_INSTALL_DATADIR}/lintian/overrides"
             RENAME ${name} COMPONENT ${component})
@@ -52,7 +58,6 @@ zglobal_package(runtime ${library} libs same ""
 ${about}
 .
 This package has the shared libraries.")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${CMAKE_CURRENT_LIST_DIR}/debian/triggers")
 
 zglobal_package(development libzglobal-dev libdevel same "${same_version}, ${qt_development}"
 "data tables of a live-streaming client: headers
@@ -69,10 +74,15 @@ ${about}
 This package has the program zglobal, which updates and shows a client's
 tables and masks chat lines with them, and example content for it to serve.")
 
+# The packages with libraries in the folders where the loader looks.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${debian}/triggers")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_CONTROL_EXTRA "${debian}/triggers")
+
 set(documents "${CMAKE_INSTALL_DATADIR}/doc/libzglobal-dev")
 install(FILES "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${documents}" COMPONENT development)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${documents}" COMPONENT development)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${documents}" COMPONENT development
-    PATTERN "content" EXCLUDE PATTERN "__pycache__" EXCLUDE PATTERN "*.py" EXCLUDE)
+    PATTERN "content" EXCLUDE PATTERN "__pycache__" EXCLUDE PATTERN "*.py" EXCLUDE
+    PATTERN ".git*" EXCLUDE)
 
 include(CPack)
