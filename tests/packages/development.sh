@@ -6,13 +6,24 @@ install /given/*.deb cmake g++ make pkg-config
 cp -r /usr/share/doc/libzglobal-dev/examples/. .
 serve
 
-for name in embed managers testing; do
+for name in embed giftshop guide managers testing; do
     expect "" cmake -S "$name" -B "by_cmake_$name"
     expect "" cmake --build "by_cmake_$name"
 done
 expect "rose" by_cmake_testing/testing
-expect "星光皇冠" by_cmake_embed/embed "$(cat address)"
-expect "星光皇冠" by_cmake_managers/managers "$(cat address)"
+for name in embed giftshop guide managers; do
+    expect "星光皇冠" "by_cmake_$name/$name" "$(cat address)"
+done
+
+# Without CMake.
+mkdir by_qmake && cd by_qmake
+expect "" "$(compgen -c qmake | sort | tail -1)" ../embed/embed.pro
+expect "" make
+expect "星光皇冠" ./embed "$(cat ../address)"
+# shellcheck disable=SC2046
+expect "" g++ -std=c++17 -fPIC ../managers/main.cpp -o managers $(pkg-config --cflags --libs zglobal)
+expect "星光皇冠" ./managers "$(cat ../address)"
+cd ..
 
 of_ours=(libzglobal1 libzglobal-dev zglobal-tools)
 for name in "${of_ours[@]}"; do dpkg -L "$name"; done | sort -u >files
