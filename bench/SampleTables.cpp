@@ -35,8 +35,10 @@ QByteArray phrase(int row)
 
 QByteArray changed(int row)
 {
-    static const QDateTime first(QDate(2025, 1, 1), QTime(0, 0));
-    return quoted(first.addSecs(row * qint64(7 * 60)).toString(dateFormat()));
+    const int minutes = row * 7;
+    const QDate date = QDate(2025, 1, 1).addDays(minutes / (24 * 60));
+    return quoted(date.toString(QStringLiteral("yyyy-MM-dd "))
+                  + QTime(minutes / 60 % 24, minutes % 60).toString(QStringLiteral("HH:mm:ss")));
 }
 
 /** Cells that differ from row to row, as far as there are rows. The first that a key takes is its.
