@@ -1,16 +1,36 @@
 #include "datatable/LocalClock.h"
 
-#include <iterator>
-
 namespace {
 
+constexpr int daysOfStretch = 3;
 constexpr qint64 secondsOfDay = 86400;
-constexpr qint64 sameOffsetWithin = 3 * secondsOfDay;
 constexpr qint64 maxAge = 1000; // milliseconds
 
 qint64 localSeconds(const QDate& date, const QTime& time)
 {
     return date.toJulianDay() * secondsOfDay + time.msecsSinceStartOfDay() / 1000;
+}
+
+std::optional<qint64> askedOf(const QDate& date, const QTime& time)
+{
+    const QDateTime asked(date, time);
+    return asked.isValid() ? std::optional(asked.toSecsSinceEpoch()) : std::nullopt;
+}
+
+/** How far local time is ahead at noon, when clocks are not changed. */
+std::optional<qint64> offsetAt(qint64 julianDay)
+{
+    const QDate date = QDate::fromJulianDay(julianDay);
+    const QTime noon(12, 0);
+    const std::optional<qint64> seconds = askedOf(date, noon);
+    return seconds ? std::optional(localSeconds(date, noon) - *seconds) : std::nullopt;
+}
+
+/** Of a stretch, which begins and ends at noon. */
+std::optional<qint64> offsetWithin(qint64 stretch)
+{
+    const std::optional<qint64> first = offsetAt(stretch * daysOfStretch);
+    return first == offsetAt((stretch + 1) * daysOfStretch) ? first : std::nullopt;
 }
 
 } // namespace
@@ -19,18 +39,12 @@ std::optional<qint64> LocalClock::secondsOf(const QDate& date, const QTime& time
 {
     forgetWhenOld();
     const qint64 local = localSeconds(date, time);
-    const auto after = m_stretches.upper_bound(local);
-    if (after != m_stretches.begin()) {
-        const Stretch& stretch = std::prev(after)->second;
-        if (local <= stretch.last)
-            return local - stretch.offset;
-    }
-    const QDateTime asked(date, time);
-    if (!asked.isValid())
-        return std::nullopt;
-    const qint64 seconds = asked.toSecsSinceEpoch();
-    remember(local, local - seconds);
-    return seconds;
+    // Julian days are positive since long before the first date of a calendar.
+    const qint64 stretch = (local - secondsOfDay / 2) / (daysOfStretch * secondsOfDay);
+    auto offset = m_offsets.find(stretch);
+    if (offset == m_offsets.end())
+        offset = m_offsets.insert(stretch, offsetWithin(stretch));
+    return *offset ? std::optional(local - **offset) : askedOf(date, time);
 }
 
 qint64 LocalClock::secondsOfNoDate()
@@ -46,28 +60,8 @@ void LocalClock::forgetWhenOld()
     const QByteArray zone = qgetenv("TZ");
     if (m_age.isValid() && m_age.elapsed() < maxAge && zone == m_zone)
         return;
-    m_stretches.clear();
+    m_offsets.clear();
     m_noDate.reset();
     m_zone = zone;
     m_age.start();
-}
-
-void LocalClock::remember(qint64 local, qint64 offset)
-{
-    const auto joins = [offset](const Stretch& stretch, qint64 distance) {
-        return stretch.offset == offset && distance <= sameOffsetWithin;
-    };
-    auto after = m_stretches.upper_bound(local);
-    qint64 first = local;
-    qint64 last = local;
-    if (after != m_stretches.end() && joins(after->second, after->first - local)) {
-        last = after->second.last;
-        after = m_stretches.erase(after);
-    }
-    if (after != m_stretches.begin()) {
-        const auto before = std::prev(after);
-        if (joins(before->second, local - before->second.last))
-            first = before->first;
-    }
-    m_stretches[first] = {last, offset};
 }

@@ -3,17 +3,17 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QElapsedTimer>
+#include <QHash>
 
-#include <map>
 #include <optional>
 
 /**
  * Local time as seconds since the epoch, as QDateTime tells it.
  *
- * Asking the system is what makes dates dear, so an answer is remembered with the stretch of time
- * around it that must have the same offset: no place has ever changed its clocks and changed them
- * back within three days. What is remembered is dropped when the time zone may have changed, at the
- * latest after a second.
+ * Asking the system is what makes dates dear, so time is cut into stretches of three days, and where
+ * the offset is the same at both ends of one it is remembered for all of it: no place has ever
+ * changed its clocks and changed them back within three days. What is remembered is dropped when the
+ * time zone may have changed, at the latest after a second.
  */
 class LocalClock
 {
@@ -24,17 +24,11 @@ public:
     /** What QDateTime makes of no date at all, which depends on the time zone too. */
     qint64 secondsOfNoDate();
 
+
 private:
-    struct Stretch
-    {
-        qint64 last;
-        qint64 offset;
-    };
-
     void forgetWhenOld();
-    void remember(qint64 local, qint64 offset);
 
-    std::map<qint64, Stretch> m_stretches; // by their first second, which like the last is local
+    QHash<qint64, std::optional<qint64>> m_offsets; // by stretch; none where clocks change within
     std::optional<qint64> m_noDate;
     QByteArray m_zone;
     QElapsedTimer m_age;
