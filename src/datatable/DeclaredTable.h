@@ -24,6 +24,11 @@ Manager& managerAt(Manager& manager)
     return manager;
 }
 
+template <class Container, class = void>
+constexpr bool canReserve = false;
+template <class Container>
+constexpr bool canReserve<Container, std::void_t<decltype(&Container::reserve)>> = true;
+
 /**
  * A table as data: its columns, then TableParts in any order: where the rows go, what is left out,
  * what is said and done after a load. Loading, the printing of records and the column reference all
@@ -56,13 +61,17 @@ public:
         if (!table)
             return false;
         run(m_empty, manager);
+        const int count = rows.count();
+        for (const auto& makeRoom : m_makeRoom)
+            makeRoom(manager, count);
         const Conditions leftOut = conditionsFor(rows);
-        table->forEach([&](const Row& row, const QJsonArray& cells) {
+        table->forEach([&](Row&& row, const QJsonArray& cells) {
             if (m_eachRow)
                 m_eachRow(manager, row, cells);
             if (!anyHolds(leftOut, row))
-                take(manager, row);
+                take(manager, std::move(row));
         });
+        run(m_squeeze, manager);
         run(m_afterwards, manager);
         return true;
     }
@@ -116,18 +125,21 @@ private:
                            [&row](const auto& condition) { return condition(row); });
     }
 
-    void take(Manager& manager, const Row& row) const
+    void take(Manager& manager, Row&& row) const
     {
         if (m_make)
-            keep(manager, m_make(row));
+            keep(manager, m_make(std::move(row)));
         else
-            keep(manager, row);
+            keep(manager, std::move(row));
     }
 
-    void keep(Manager& manager, const Record& record) const
+    /** Maps copy what they take; a list may have the record itself. */
+    void keep(Manager& manager, Record&& record) const
     {
-        for (const auto& store : m_stores)
-            store(manager, record);
+        for (const auto& insert : m_maps)
+            insert(manager, record);
+        if (m_append)
+            m_append(manager, std::move(record));
     }
 
     template <class Field, class Container>
@@ -140,9 +152,10 @@ private:
     template <class Field, class Container>
     void add(const TableParts::JoinedBy<Field, Container>& part)
     {
-        m_stores.append([part](Manager& manager, const Record& record) {
+        m_maps.append([part](Manager& manager, const Record& record) {
             (manager.*part.container).insert(record.*part.field, record);
         });
+        makeRoomIn(part.container);
         nameBy(part.field);
         m_inMap = true;
         if (!m_inList)
@@ -152,9 +165,12 @@ private:
     template <class Container, class Field>
     void add(const TableParts::Listed<Container, Field>& part)
     {
-        m_stores.append([part](Manager& manager, const Record& record) {
-            (manager.*part.container).append(record);
-        });
+        m_append = [part](Manager& manager, Record&& record) {
+            (manager.*part.container).append(std::move(record));
+        };
+        makeRoomIn(part.container);
+        // For the rows that are left out there was room too.
+        m_squeeze.append([part](Manager& manager) { (manager.*part.container).squeeze(); });
         add(TableParts::Emptied {part.container});
         if constexpr (!std::is_null_pointer_v<Field>)
             nameBy(part.field);
@@ -165,9 +181,10 @@ private:
     template <class Field, class Container>
     void add(const TableParts::GroupedBy<Field, Container>& part)
     {
-        m_stores.append([part](Manager& manager, const Record& record) {
-            (manager.*part.container)[record.*part.field].append(record);
-        });
+        m_append = [part](Manager& manager, Record&& record) {
+            auto& group = (manager.*part.container)[record.*part.field];
+            group.append(std::move(record));
+        };
         add(TableParts::Emptied {part.container});
         m_inGroups = true;
         m_forEach = [part](const Manager& manager, const Use& use) {
@@ -196,6 +213,16 @@ private:
     void add(const TableParts::EachRow<Call>& part)
     {
         m_eachRow = part.call;
+    }
+
+    /** Growing bit by bit would cost a large table as much again. */
+    template <class Container>
+    void makeRoomIn(Container Manager::*container)
+    {
+        if constexpr (canReserve<Container>)
+            m_makeRoom.append([container](Manager& manager, int rows) {
+                (manager.*container).reserve((manager.*container).size() + rows);
+            });
     }
 
     template <class Container>
@@ -268,8 +295,11 @@ private:
     Steps m_empty;
     std::function<void(Manager&, const Row&, const QJsonArray&)> m_eachRow;
     QVector<LeavingOut> m_leftOut;
-    std::function<Record(const Row&)> m_make;
-    QVector<std::function<void(Manager&, const Record&)>> m_stores;
+    std::function<Record(Row&&)> m_make;
+    QVector<std::function<void(Manager&, const Record&)>> m_maps;
+    std::function<void(Manager&, Record&&)> m_append;
+    QVector<std::function<void(Manager&, int)>> m_makeRoom;
+    Steps m_squeeze;
     Steps m_afterwards;
     std::function<void(const Manager&, const Use&)> m_forEach;
     bool m_inMap = false;

@@ -6,6 +6,8 @@
 #include <QJsonArray>
 #include <QString>
 
+#include <algorithm>
+
 /** What reading a table file yields. */
 struct TableRows
 {
@@ -14,6 +16,14 @@ struct TableRows
 
     /** Reads the file with the host's reader; false, with nothing changed, when it is no table. */
     ZGLOBAL_EXPORT bool read(const QString& path);
+
+    /** How many there are of them that are not null. */
+    int count() const
+    {
+        return static_cast<int>(std::count_if(rows.begin(), rows.end(), [](const QJsonValue& row) {
+            return !row.isNull();
+        }));
+    }
 
     /** Calls use(row) for every element that is not null, in table order. */
     template <class Use>

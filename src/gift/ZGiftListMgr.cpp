@@ -34,21 +34,20 @@ QRect rectangle(const QString& text)
     return {parts.at(0).toInt(), parts.at(1).toInt(), parts.at(2).toInt(), parts.at(3).toInt()};
 }
 
-ZGiftInfo giftOf(const GiftRow& row)
+ZGiftInfo giftOf(GiftRow&& row)
 {
-    ZGiftInfo gift = row;
     // Tables state the scale for a stage twice this client's.
     const double half = row.scale / 2;
     if (half > std::numeric_limits<double>::epsilon())
-        gift.animScaleRate = half;
+        row.animScaleRate = half;
     if (!row.pcAnimationName.isEmpty()) {
-        gift.isPcAnimation = true;
-        gift.animationName = row.pcAnimationName;
+        row.isPcAnimation = true;
+        row.animationName = row.pcAnimationName;
     }
     const QJsonObject client = QJsonDocument::fromJson(row.clientParam.toUtf8()).object();
-    gift.pcIconGeo = rectangle(client.value(QLatin1String("pcIconGeo")).toString());
-    gift.showGiftPanelType = client.value(QLatin1String("showGiftPanelType")).toInt();
-    return gift;
+    row.pcIconGeo = rectangle(client.value(QLatin1String("pcIconGeo")).toString());
+    row.showGiftPanelType = client.value(QLatin1String("showGiftPanelType")).toInt();
+    return std::move(row);
 }
 
 QString animationNameOf(const QString& fileName)
