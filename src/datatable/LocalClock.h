@@ -10,10 +10,10 @@
 /**
  * Local time as seconds since the epoch, as QDateTime tells it.
  *
- * Asking the system is what makes dates dear, so time is cut into stretches of three days, and where
- * the offset is the same at both ends of one it is remembered for all of it: no place has ever
- * changed its clocks and changed them back within three days. What is remembered is dropped when the
- * time zone may have changed, at the latest after a second.
+ * Asking the system is what makes dates dear, so time is cut into stretches of three days, and
+ * where the offset is the same at both ends of one it is remembered for all of it: no place has
+ * ever changed its clocks and changed them back within three days. What is remembered is dropped
+ * when the time zone may have changed, at the latest after a second.
  */
 class LocalClock
 {
@@ -23,7 +23,6 @@ public:
 
     /** What QDateTime makes of no date at all, which depends on the time zone too. */
     qint64 secondsOfNoDate();
-
 
 private:
     void forgetWhenOld();

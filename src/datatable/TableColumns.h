@@ -2,6 +2,7 @@
 
 #include "datatable/Cells.h"
 #include "datatable/EDataTable.h"
+#include "datatable/SharedTexts.h"
 #include "datatable/TableCatalogue.h"
 #include "datatable/TableRows.h"
 #include "datatable/TableSchema.h"
@@ -63,7 +64,11 @@ public:
     template <class Conversion, class Owner, class... Notes>
     Column(ColumnNeed need, const char* name, Conversion, typename Conversion::Value Owner::*field,
            const char* fieldName, const Notes&... notes)
-        : read([field](const QJsonValue& cell, Row& row) { row.*field = Conversion::read(cell); })
+        : read([field](const QJsonValue& cell, Row& row, SharedTexts& texts) {
+            row.*field = Conversion::read(cell);
+            if constexpr (std::is_same_v<typename Conversion::Value, QString>)
+                texts.share(row.*field);
+        })
         , place([field](const Row& row) -> const void* { return &(row.*field); })
     {
         schema.name = QString::fromUtf8(name);
@@ -94,7 +99,7 @@ public:
     }
 
     ColumnSchema schema;
-    std::function<void(const QJsonValue&, Row&)> read;
+    std::function<void(const QJsonValue&, Row&, SharedTexts&)> read;
     std::function<QJsonValue(const Record&)> show;
     std::function<const void*(const Row&)> place; ///< the field inside a row, to know it again
 
@@ -121,10 +126,11 @@ public:
     template <class Use>
     void forEach(Use&& use) const
     {
+        SharedTexts texts;
         m_rows.forEachRow([&](const QJsonArray& cells) {
             Row row;
             for (const Place& place : m_places)
-                place.column->read(cells.at(place.index), row);
+                place.column->read(cells.at(place.index), row, texts);
             use(std::move(row), cells);
         });
     }

@@ -20,9 +20,8 @@ struct TableRows
     /** How many there are of them that are not null. */
     int count() const
     {
-        return static_cast<int>(std::count_if(rows.begin(), rows.end(), [](const QJsonValue& row) {
-            return !row.isNull();
-        }));
+        return static_cast<int>(std::count_if(rows.begin(), rows.end(),
+                                              [](const QJsonValue& row) { return !row.isNull(); }));
     }
 
     /** Calls use(row) for every element that is not null, in table order. */
