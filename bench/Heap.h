@@ -1,8 +1,9 @@
 #pragma once
 
+#include <cstdlib> // tells whose library it is
 #include <optional>
 
-#if defined(__GLIBC__) && (__GLIBC__ > 2 || __GLIBC_MINOR__ >= 33)
+#if defined(__GLIBC__)
 #include <malloc.h>
 #endif
 
@@ -15,5 +16,13 @@ inline std::optional<double> heapInUse()
     return static_cast<double>(heap.uordblks + heap.hblkhd);
 #else
     return std::nullopt;
+#endif
+}
+
+/** Gives back to the system what the heap keeps for later, where its library can. */
+inline void returnUnusedHeap()
+{
+#if defined(__GLIBC__)
+    malloc_trim(0);
 #endif
 }

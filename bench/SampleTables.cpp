@@ -41,6 +41,15 @@ QByteArray changed(int row)
                   + QTime(minutes / 60 % 24, minutes % 60).toString(QStringLiteral("HH:mm:ss")));
 }
 
+QByteArray clientParam(int row)
+{
+    if (row % 3 != 0)
+        return quoted({});
+    return quoted(QStringLiteral(R"({\"pcIconGeo\":\"%1,6,60,60\",\"showGiftPanelType\":%2})")
+                      .arg(row % 7)
+                      .arg(row % 5));
+}
+
 /** Cells that differ from row to row, as far as there are rows. The first that a key takes is its.
  */
 const QVector<CellOfRow>& differing()
@@ -78,8 +87,7 @@ const QHash<QString, CellOfRow>& special()
         {QStringLiteral("CS_GiftList.giftName"), &phrase},
         {QStringLiteral("CS_GiftList.alterDateTime"), &changed},
         {QStringLiteral("CS_GiftList.pcAnimationName"), oneOf({"\"\""})},
-        {QStringLiteral("CS_GiftList.clientParam"),
-         oneOf({R"("{\"pcIconGeo\":\"0,0,80,80\",\"showGiftPanelType\":1}")", "\"\"", "\"\""})},
+        {QStringLiteral("CS_GiftList.clientParam"), &clientParam},
         {QStringLiteral("GroupWelComeWord.words"), &phrase},
         {QStringLiteral("ChatFilterWordKey.key"), &phrase},
         {QStringLiteral("NewChatFilterWordKey.key"), &phrase},
