@@ -56,6 +56,16 @@ QDateTime parsedByQt(const QString& date)
 
 } // namespace
 
+Cells::OneTimeZone::OneTimeZone()
+{
+    clockOfThread().hold();
+}
+
+Cells::OneTimeZone::~OneTimeZone()
+{
+    clockOfThread().release();
+}
+
 qint64 Cells::secondsOfDate(const QString& date)
 {
     if (date.isEmpty())

@@ -25,6 +25,16 @@ namespace Cells {
  */
 ZGLOBAL_EXPORT qint64 secondsOfDate(const QString& date);
 
+/** While one lives, its thread reads dates in one time zone, without looking for another each time.
+ */
+class OneTimeZone
+{
+public:
+    ZGLOBAL_EXPORT OneTimeZone();
+    ZGLOBAL_EXPORT ~OneTimeZone();
+    Q_DISABLE_COPY(OneTimeZone)
+};
+
 /** Whether the text is a date of that form. */
 ZGLOBAL_EXPORT bool isDate(const QString& date);
 

@@ -55,8 +55,16 @@ qint64 LocalClock::secondsOfNoDate()
     return *m_noDate;
 }
 
+void LocalClock::hold()
+{
+    forgetWhenOld();
+    ++m_holders;
+}
+
 void LocalClock::forgetWhenOld()
 {
+    if (m_holders > 0)
+        return;
     const QByteArray zone = qgetenv("TZ");
     if (m_age.isValid() && m_age.elapsed() < maxAge && zone == m_zone)
         return;

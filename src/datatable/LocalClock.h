@@ -24,6 +24,10 @@ public:
     /** What QDateTime makes of no date at all, which depends on the time zone too. */
     qint64 secondsOfNoDate();
 
+    /** From hold() to release() the time zone counts as unchanged. */
+    void hold();
+    void release() { --m_holders; }
+
 private:
     void forgetWhenOld();
 
@@ -31,4 +35,5 @@ private:
     std::optional<qint64> m_noDate;
     QByteArray m_zone;
     QElapsedTimer m_age;
+    int m_holders = 0;
 };

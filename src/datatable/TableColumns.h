@@ -126,6 +126,7 @@ public:
     template <class Use>
     void forEach(Use&& use) const
     {
+        const Cells::OneTimeZone zone;
         SharedTexts texts;
         m_rows.forEachRow([&](const QJsonArray& cells) {
             Row row;
