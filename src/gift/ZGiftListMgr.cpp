@@ -44,9 +44,11 @@ ZGiftInfo giftOf(GiftRow&& row)
         row.isPcAnimation = true;
         row.animationName = row.pcAnimationName;
     }
-    const QJsonObject client = QJsonDocument::fromJson(row.clientParam.toUtf8()).object();
-    row.pcIconGeo = rectangle(client.value(QLatin1String("pcIconGeo")).toString());
-    row.showGiftPanelType = client.value(QLatin1String("showGiftPanelType")).toInt();
+    if (!row.clientParam.isEmpty()) {
+        const QJsonObject client = QJsonDocument::fromJson(row.clientParam.toUtf8()).object();
+        row.pcIconGeo = rectangle(client.value(QLatin1String("pcIconGeo")).toString());
+        row.showGiftPanelType = client.value(QLatin1String("showGiftPanelType")).toInt();
+    }
     return std::move(row);
 }
 
