@@ -15,6 +15,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <vector>
 
 // Loading tables, beside what Qt needs for parsing the same bytes. Names are subject/side/size, the
 // size in rows; the options are Google Benchmark's, where a file for the figures has to be named by
@@ -47,9 +48,10 @@ class Sample
 public:
     Sample(const TableStatus& table, int rows)
         : m_table(table)
-        , bytes(SampleTables::bytes(table, rows))
-        , m_path(written(QStringLiteral("sample"), bytes))
-        , m_emptyPath(written(QStringLiteral("empty"), SampleTables::bytes(table, 0)))
+        , m_bytes(SampleTables::bytes(table, rows))
+        , m_path(written(table.table, m_bytes))
+        , m_emptyPath(
+              written(table.table + QStringLiteral(" empty"), SampleTables::bytes(table, 0)))
     {
     }
 
@@ -62,13 +64,11 @@ public:
         QCoreApplication::processEvents();
     }
 
+    const QByteArray& bytes() const { return m_bytes; }
+
 private:
     TableStatus m_table;
-
-public:
-    const QByteArray bytes;
-
-private:
+    QByteArray m_bytes;
     QString m_path;
     QString m_emptyPath;
 };
@@ -88,10 +88,10 @@ void loadFirst(State& state, const TableStatus& table, int rows)
     if (!sample.load())
         return fail(state, table.table + QStringLiteral(" cannot be loaded"));
     if (const auto after = heapInUse())
-        state.counters["heap_per_byte"] = (*after - *before) / sample.bytes.size();
+        state.counters["heap_per_byte"] = (*after - *before) / sample.bytes().size();
     if (rows > 1000) // what is right for these is right for more of them
         return sample.unload();
-    const QString difference = SampleTables::difference(table, sample.bytes);
+    const QString difference = SampleTables::difference(table, sample.bytes());
     if (!difference.isEmpty())
         fail(state, difference);
     sample.unload();
@@ -215,20 +215,26 @@ void loadAll(State& state, Content (*make)())
 {
     ZDataTableMgr* tables = ZDataTableMgr::getInstance();
     const Content content = make();
+    std::vector<Sample> samples;
     for (const TableStatus& table : readTables()) {
-        if (table.loadedAtStart)
+        if (table.loadedAtStart) {
             written(table.path, content.value(table.table));
+            samples.emplace_back(table, 0);
+        }
     }
     for (auto _ : state) {
-        benchmark::DoNotOptimize(tables->loadAllTables());
         state.PauseTiming();
-        for (const TableStatus& table : readTables()) {
-            if (table.loadedAtStart && table.state != TableStatus::Loaded)
-                fail(state, table.table + QStringLiteral(" was not loaded"));
-        }
-        QCoreApplication::processEvents();
+        for (const Sample& sample : samples)
+            sample.unload();
         state.ResumeTiming();
+        benchmark::DoNotOptimize(tables->loadAllTables());
     }
+    for (const TableStatus& table : readTables()) {
+        if (table.loadedAtStart && table.state != TableStatus::Loaded)
+            fail(state, table.table + QStringLiteral(" was not loaded"));
+    }
+    for (const Sample& sample : samples)
+        sample.unload();
 }
 
 void parseAll(State& state, Content (*make)())
