@@ -1,26 +1,26 @@
+#include "Measured.h"
+
 #include "datatable/Cells.h"
 #include "host/ZGlobalConfig.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
-#include <QElapsedTimer>
+#include <QHash>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTextStream>
-#include <QThread>
 
-#include <algorithm>
-#include <cstdio>
+#include <benchmark/benchmark.h>
+
 #include <random>
-#include <vector>
 
-// Three dates a row, as the gift table has them: what reading them costs beside reading the table.
+// Three dates a row, as the gift table has them: reading them beside Qt's own reading, and beside
+// reading the table that they stand in.
 
 namespace {
 
-constexpr int rowCount = 3000;
-constexpr int rounds = 5;
-constexpr unsigned long untilForgotten = 1100; // milliseconds; what is remembered of the zone
+constexpr int dateCount = 9000;
+constexpr char zone[] = "Asia/Shanghai";
+constexpr char sameZone[] = ":Asia/Shanghai"; // written otherwise, so nothing known of it holds
 
 /** Dates of two years, in no order. */
 QStringList someDates()
@@ -28,7 +28,7 @@ QStringList someDates()
     std::mt19937 random(1);
     const QDateTime from(QDate(2025, 1, 1), QTime(0, 0));
     QStringList dates;
-    for (int i = 0; i < 3 * rowCount; ++i) {
+    for (int i = 0; i < dateCount; ++i) {
         const int days = static_cast<int>(random() % 730);
         const int seconds = static_cast<int>(random() % 86400);
         dates.append(
@@ -37,11 +37,17 @@ QStringList someDates()
     return dates;
 }
 
-QByteArray tableOf(const QStringList& dates)
+const QStringList& dates()
+{
+    static const QStringList dates = someDates();
+    return dates;
+}
+
+QByteArray tableOfDates()
 {
     QJsonArray rows;
-    for (int i = 0; i < dates.size(); i += 3)
-        rows.append(QJsonArray {i, dates.at(i), dates.at(i + 1), dates.at(i + 2)});
+    for (int i = 0; i < dates().size(); i += 3)
+        rows.append(QJsonArray {i, dates().at(i), dates().at(i + 1), dates().at(i + 2)});
     const QJsonArray columns {QStringLiteral("id"), QStringLiteral("from"), QStringLiteral("to"),
                               QStringLiteral("changed")};
     return QJsonDocument(
@@ -49,66 +55,69 @@ QByteArray tableOf(const QStringList& dates)
         .toJson(QJsonDocument::Compact);
 }
 
-/** Nanoseconds of one run: the median of the rounds, with a pause in milliseconds before each. */
-template <class Run>
-double measured(unsigned long pause, Run run)
+qint64 sumRead()
 {
-    std::vector<qint64> times;
-    for (int round = 0; round < rounds; ++round) {
-        QThread::msleep(pause);
-        QElapsedTimer clock;
-        clock.start();
-        run();
-        times.push_back(clock.nsecsElapsed());
-    }
-    std::nth_element(times.begin(), times.begin() + rounds / 2, times.end());
-    return static_cast<double>(times.at(rounds / 2));
+    qint64 sum = 0;
+    for (const QString& date : dates())
+        sum += Cells::secondsOfDate(date);
+    return sum;
 }
+
+qint64 sumFromString()
+{
+    const QString format = QStringLiteral("yyyy-MM-dd HH:mm:ss");
+    qint64 sum = 0;
+    for (const QString& date : dates())
+        sum += QDateTime::fromString(date, format).toSecsSinceEpoch();
+    return sum;
+}
+
+void ours(benchmark::State& state)
+{
+    Measured::same("dates", sumRead(), sumFromString());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sumRead());
+}
+
+void oursFirst(benchmark::State& state)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        const bool same = qgetenv("TZ") == sameZone;
+        qputenv("TZ", same ? zone : sameZone);
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(sumRead());
+    }
+}
+
+void fromString(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sumFromString());
+}
+
+void table(benchmark::State& state)
+{
+    const QByteArray table = tableOfDates();
+    for (auto _ : state) {
+        QHash<QString, int> header;
+        QJsonArray rows;
+        if (!ZGlobalConfig::readTableFile(table, header, rows))
+            state.SkipWithError("the table cannot be read");
+    }
+}
+
+BENCHMARK(ours)->Name("dates/ours/9000");
+BENCHMARK(fromString)->Name("dates/QDateTime/9000");
+BENCHMARK(table)->Name("dates/table/9000");
+BENCHMARK(oursFirst)->Name("first_dates/ours/9000");
+BENCHMARK(fromString)->Name("first_dates/QDateTime/9000");
+BENCHMARK(table)->Name("first_dates/table/9000");
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication app(argc, argv);
-    const QStringList dates = someDates();
-    const QByteArray table = tableOf(dates);
-    const QString format = QStringLiteral("yyyy-MM-dd HH:mm:ss");
-    qint64 plainSum = 0;
-    qint64 ourSum = 0;
-
-    const double reading = measured(0, [&] {
-        QHash<QString, int> header;
-        QJsonArray rows;
-        ZGlobalConfig::readTableFile(table, header, rows);
-    });
-    const double plain = measured(0, [&] {
-        plainSum = 0;
-        for (const QString& date : dates)
-            plainSum += QDateTime::fromString(date, format).toSecsSinceEpoch();
-    });
-    const auto readAll = [&] {
-        ourSum = 0;
-        for (const QString& date : dates)
-            ourSum += Cells::secondsOfDate(date);
-    };
-    const double first = measured(untilForgotten, readAll);
-    const double again = measured(0, readAll);
-
-    QString figures;
-    QTextStream out(&figures);
-    out.setRealNumberNotation(QTextStream::FixedNotation);
-    out.setRealNumberPrecision(2);
-    const auto line = [&](const QString& how, double time) {
-        out << "| " << how << " | " << time / dates.size() / 1000 << QStringLiteral(" µs | ")
-            << time / reading << " |\n";
-    };
-    out << "\n| three dates a row, " << rowCount
-        << " rows | a date | all, in times of reading the table |\n|---|---|---|\n";
-    line(QStringLiteral("`QDateTime::fromString`"), plain);
-    line(QStringLiteral("as read here, first table"), first);
-    line(QStringLiteral("as read here, within a second of it"), again);
-    if (plainSum != ourSum)
-        out << "\nThe two disagree.\n";
-    std::fputs(figures.toUtf8().constData(), stdout);
-    return plainSum == ourSum ? 0 : 1;
+    qputenv("TZ", zone);
+    return Measured::run(argc, argv);
 }
