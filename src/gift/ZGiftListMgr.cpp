@@ -185,7 +185,7 @@ ZGiftInfo ZGiftListMgr::getGiftInfoById(const QString& id)
 
 QString ZGiftListMgr::getGiftNameById(const QString& id)
 {
-    return getGiftInfoById(id).giftName;
+    return gift(id).giftName;
 }
 
 const QHash<QString, ZGiftInfo>& ZGiftListMgr::getGiftMap()
@@ -203,8 +203,7 @@ QString ZGiftListMgr::getGiftImageUrlById(const QString& id)
     if (id.isEmpty())
         return {};
     const QString rendition = QStringLiteral("imageView2/0/w/138/h/138&");
-    return ResourceServer::versionedImage(giftFolder, id,
-                                          rendition + getGiftInfoById(id).alterDateTime);
+    return ResourceServer::versionedImage(giftFolder, id, rendition + gift(id).alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftImagePathById(const QString& id)
@@ -214,23 +213,23 @@ QString ZGiftListMgr::getGiftImagePathById(const QString& id)
 
 QString ZGiftListMgr::getGiftAnimationNameById(const QString& id)
 {
-    return animationNameOf(getGiftInfoById(id).animationName);
+    return animationNameOf(gift(id).animationName);
 }
 
 QString ZGiftListMgr::getGiftAnimationPathById(const QString& id)
 {
     if (id.isEmpty() || isGiftInvalid(id))
         return {};
-    const ZGiftInfo gift = getGiftInfoById(id);
-    return animationPath(gift.animationName, gift.alterDateTime);
+    const ZGiftInfo& known = gift(id);
+    return animationPath(known.animationName, known.alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftAnimationUrlById(const QString& id)
 {
     if (id.isEmpty() || isGiftInvalid(id))
         return {};
-    const ZGiftInfo gift = getGiftInfoById(id);
-    return animationUrl(gift.animationName, gift.alterDateTime);
+    const ZGiftInfo& known = gift(id);
+    return animationUrl(known.animationName, known.alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftAnimationPathByAniName(const QString& animationName,
@@ -247,34 +246,33 @@ QString ZGiftListMgr::getGiftAnimationUrlByAniName(const QString& animationName,
 
 QString ZGiftListMgr::getGiftBGAndAnimationPathById(const QString& id)
 {
-    const ZGiftInfo gift = getGiftInfoById(id);
-    return broadcastPath(gift.broadcastBgAndAnimationName, gift.alterDateTime);
+    const ZGiftInfo& known = gift(id);
+    return broadcastPath(known.broadcastBgAndAnimationName, known.alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftBGAndAnimationUrlById(const QString& id)
 {
-    const ZGiftInfo gift = getGiftInfoById(id);
-    return broadcastUrl(gift.broadcastBgAndAnimationName, gift.alterDateTime);
+    const ZGiftInfo& known = gift(id);
+    return broadcastUrl(known.broadcastBgAndAnimationName, known.alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftBGAnimationPathById(const QString& id)
 {
-    const ZGiftInfo gift = getGiftInfoById(id);
-    return broadcastPath(gift.broadcastAnimationName, gift.alterDateTime);
+    const ZGiftInfo& known = gift(id);
+    return broadcastPath(known.broadcastAnimationName, known.alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftBGAnimationUrlById(const QString& id)
 {
-    const ZGiftInfo gift = getGiftInfoById(id);
-    return broadcastUrl(gift.broadcastAnimationName, gift.alterDateTime);
+    const ZGiftInfo& known = gift(id);
+    return broadcastUrl(known.broadcastAnimationName, known.alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftBGImageUrlById(const QString& id)
 {
     if (id.isEmpty() || isGiftInvalid(id))
         return {};
-    return ResourceServer::versionedImage(broadcastPictureFolder, id,
-                                          getGiftInfoById(id).alterDateTime);
+    return ResourceServer::versionedImage(broadcastPictureFolder, id, gift(id).alterDateTime);
 }
 
 QString ZGiftListMgr::getGiftShowTabIconPathById(const QString& id)
@@ -287,7 +285,7 @@ QString ZGiftListMgr::getGiftShowTabIconPathById(const QString& id)
 
 QString ZGiftListMgr::getGiftShowTabIconUrlById(const QString& id)
 {
-    const QString icon = getGiftInfoById(id).showTabIcon;
+    const QString& icon = gift(id).showTabIcon;
     return icon.isEmpty() ? QString()
                           : QStringLiteral("%1/%2").arg(ResourceServer::imageRes(), icon);
 }
@@ -319,23 +317,28 @@ bool ZGiftListMgr::checkGiftValidForVote(const QString& id, qint64 time)
 bool ZGiftListMgr::checkGiftValid(const QString& id, qint64 time, const bool& checkDisplayLocation,
                                   bool checkVisible)
 {
-    if (id.isEmpty() || isGiftInvalid(id))
+    const auto gift = m_giftMap.constFind(id);
+    if (id.isEmpty() || gift == m_giftMap.constEnd() || !isOnSale(*gift, time))
         return false;
-    const ZGiftInfo gift = getGiftInfoById(id);
-    if (!isOnSale(gift, time))
-        return false;
-    if (checkVisible && !countsAsVisible(gift))
+    if (checkVisible && !countsAsVisible(*gift))
         return false;
     constexpr int panelOnly = 2;
-    return !checkDisplayLocation || (gift.giftDisplayLocation & ~panelOnly) == 0;
+    return !checkDisplayLocation || (gift->giftDisplayLocation & ~panelOnly) == 0;
 }
 
 bool ZGiftListMgr::checkGiftFamilyEq(const QString& id, int family)
 {
-    return !isGiftInvalid(id) && getGiftInfoById(id).giftFamily == family;
+    return !isGiftInvalid(id) && gift(id).giftFamily == family;
 }
 
 bool ZGiftListMgr::checkShowTabEq(const QString& id, int showTab)
 {
-    return !isGiftInvalid(id) && getGiftInfoById(id).showTab == showTab;
+    return !isGiftInvalid(id) && gift(id).showTab == showTab;
+}
+
+const ZGiftInfo& ZGiftListMgr::gift(const QString& id) const
+{
+    static const ZGiftInfo unknown;
+    const auto found = m_giftMap.constFind(id);
+    return found == m_giftMap.constEnd() ? unknown : *found;
 }

@@ -137,6 +137,9 @@ public:
 private:
     ZGiftListMgr() = default;
 
+    /** The record in the map, good until the next load; a default one for an unknown id. */
+    const ZGiftInfo& gift(const QString& id) const;
+
     QHash<QString, ZGiftInfo> m_giftMap;
     QVector<ZGiftInfo> m_giftList;
 };
