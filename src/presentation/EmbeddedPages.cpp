@@ -1,12 +1,17 @@
 #include "presentation/EmbeddedPages.h"
 
-QString EmbeddedPages::pageFor(const QString& url, const QSet<QString>& pages,
-                               const QRegularExpression& pathPattern)
+void EmbeddedPages::add(const QString& page, const QRegularExpression& pathPattern, Paths& paths)
 {
-    for (const QString& page : pages) {
-        const QString path = pathPattern.match(page).captured(1);
-        if (!path.isEmpty() && url.contains(path))
-            return page;
+    const QString path = pathPattern.match(page).captured(1);
+    if (!path.isEmpty())
+        paths.insert(page, path);
+}
+
+QString EmbeddedPages::pageFor(const QString& url, const Paths& paths)
+{
+    for (auto path = paths.cbegin(); path != paths.cend(); ++path) {
+        if (url.contains(*path))
+            return path.key();
     }
     return {};
 }

@@ -36,6 +36,13 @@ QUrl largeBannerUrl()
     return url;
 }
 
+/** A page at the root of its site counts here: its path "/" is part of most addresses. */
+const QRegularExpression& pathPattern()
+{
+    static const QRegularExpression pattern(QStringLiteral("^https?://[^/]+(/.*)"));
+    return pattern;
+}
+
 bool isForOthers(const ZBannerInfo& info)
 {
     return !info.showPosition.contains(QLatin1String("pc_anchor"));
@@ -164,9 +171,8 @@ bool ZBannerMgr::bannerIsByCef(const QString& url)
 
 QString ZBannerMgr::bannerCefPage(const QString& url)
 {
-    // A page at the root of its site counts here: its path "/" is part of most addresses.
-    static const QRegularExpression pathPattern(QStringLiteral("^https?://[^/]+(/.*)"));
-    return EmbeddedPages::pageFor(url, m_tablePages + m_serverPages, pathPattern);
+    const QString page = EmbeddedPages::pageFor(url, m_tablePages);
+    return page.isEmpty() ? EmbeddedPages::pageFor(url, m_serverPages) : page;
 }
 
 void ZBannerMgr::sortListByWeight(bool isNew)
@@ -191,7 +197,7 @@ void ZBannerMgr::updateLargeBanner()
 void ZBannerMgr::notePage(const ZBannerInfo& info, const QJsonArray&)
 {
     if (info.isCefOpen > 0)
-        m_tablePages.insert(info.landingPage.trimmed());
+        EmbeddedPages::add(info.landingPage.trimmed(), pathPattern(), m_tablePages);
 }
 
 void ZBannerMgr::addServerPages(const QByteArray& answer)
@@ -201,6 +207,6 @@ void ZBannerMgr::addServerPages(const QByteArray& answer)
         const QJsonObject banner = element.toObject();
         const QString page = banner.value(QLatin1String("landingPage")).toString();
         if (banner.value(QLatin1String("isCefOpen")).toInt() == 1 && !page.isEmpty())
-            m_serverPages.insert(page);
+            EmbeddedPages::add(page, pathPattern(), m_serverPages);
     }
 }

@@ -5,7 +5,6 @@
 
 #include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QSharedPointer>
 #include <QString>
 #include <QVector>
@@ -107,6 +106,6 @@ private:
     QHash<int, ZBannerInfo> m_banners;
     QVector<ZBannerInfo> m_list;
     QVector<ZBannerInfo> m_newList;
-    QSet<QString> m_tablePages;
-    QSet<QString> m_serverPages;
+    QHash<QString, QString> m_tablePages; // the path by the page
+    QHash<QString, QString> m_serverPages;
 };

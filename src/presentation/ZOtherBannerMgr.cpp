@@ -52,12 +52,12 @@ bool ZOtherBannerMgr::otherBannerIsByCef(const QString& url)
 
 QString ZOtherBannerMgr::otherBannerCefPage(const QString& url)
 {
-    static const QRegularExpression pathPattern(QStringLiteral("^https?://[^/]+(/.+)"));
-    return EmbeddedPages::pageFor(url, m_pages, pathPattern);
+    return EmbeddedPages::pageFor(url, m_pages);
 }
 
 void ZOtherBannerMgr::notePage(const ZOtherBannerInfo& info, const QJsonArray&)
 {
+    static const QRegularExpression pathPattern(QStringLiteral("^https?://[^/]+(/.+)"));
     if (info.isCefOpen >= 1)
-        m_pages.insert(info.targetObject.trimmed());
+        EmbeddedPages::add(info.targetObject.trimmed(), pathPattern, m_pages);
 }

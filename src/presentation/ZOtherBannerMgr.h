@@ -3,8 +3,8 @@
 #include "ZGlobalExport.h"
 #include "datatable/TableSchema.h"
 
+#include <QHash>
 #include <QObject>
-#include <QSet>
 #include <QSharedPointer>
 #include <QString>
 #include <QVector>
@@ -49,5 +49,5 @@ private:
     static QSharedPointer<ZOtherBannerMgr> m_instance;
 
     QVector<ZOtherBannerInfo> m_list;
-    QSet<QString> m_pages;
+    QHash<QString, QString> m_pages; // the path by the page
 };
