@@ -6,6 +6,7 @@
 #include "host/ZGlobalConfig.h"
 
 #include <QRegularExpression>
+#include <QVector>
 
 #include <algorithm>
 #include <iterator>
@@ -63,9 +64,19 @@ const Rank* rankOf(int level)
     return rank == std::end(ladder) ? nullptr : rank;
 }
 
-int numberInside(const Rank* rank, int level)
+QString titleOf(const Rank* rank, int level)
 {
-    return rank == std::begin(ladder) ? level : level - (rank - 1)->lastLevel;
+    const int number = rank == std::begin(ladder) ? level : level - (rank - 1)->lastLevel;
+    return QString::fromUtf8(rank->title).arg(number);
+}
+
+/** The titles of the ladder's levels, from level 0 on. */
+QVector<QString> ladderTitles()
+{
+    QVector<QString> titles;
+    while (const Rank* rank = rankOf(titles.size()))
+        titles.append(titleOf(rank, titles.size()));
+    return titles;
 }
 
 } // namespace
@@ -147,10 +158,13 @@ int ZFunLevelMgr::getLevelByLevelName(QString levelName)
 
 QString ZFunLevelMgr::getFunLevelNameById(int level)
 {
-    const Rank* rank = rankOf(level);
-    if (rank == nullptr)
-        return getFunLevelItem(level).levelName;
-    return QString::fromUtf8(rank->title).arg(numberInside(rank, level));
+    static const QVector<QString> titles = ladderTitles();
+    if (level < 0)
+        return titleOf(std::begin(ladder), level);
+    if (level < titles.size())
+        return titles.at(level);
+    const auto item = m_levels.constFind(level);
+    return item == m_levels.constEnd() ? QString() : item->levelName;
 }
 
 QString ZFunLevelMgr::getLocalFunLevelImagePathById(int level)
