@@ -6,51 +6,15 @@
 
 #include <QJsonDocument>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char pictureFolder[] = "app/logo/headframe/";
 
-struct Period
+QTime timeIn(const QJsonObject& period, const QString& member)
 {
-    QTime start;
-    QTime end;
-    QString icon;
-    QString flash;
-
-    explicit Period(const QJsonObject& period)
-        : start(time(period, QStringLiteral("startTime")))
-        , end(time(period, QStringLiteral("endTime")))
-        , icon(period.value(QStringLiteral("icon1")).toString())
-        , flash(period.value(QStringLiteral("flash")).toString())
-    {
-    }
-
-    bool holds(const QTime& at) const
-    {
-        if (!start.isValid() || !end.isValid())
-            return false;
-        return start > end ? at >= start || at <= end : at >= start && at <= end;
-    }
-
-private:
-    static QTime time(const QJsonObject& period, const QString& member)
-    {
-        return QTime::fromString(period.value(member).toString(), QStringLiteral("HH:mm:ss"));
-    }
-};
-
-std::optional<Period> periodAt(const QString& schedule, const QTime& at)
-{
-    if (!at.isValid())
-        return std::nullopt;
-    const QJsonObject object = QJsonDocument::fromJson(schedule.toUtf8()).object();
-    const QJsonArray periods = object.value(QLatin1String("periodConfigs")).toArray();
-    for (const QJsonValue& value : periods) {
-        const Period period(value.toObject());
-        if (period.holds(at))
-            return period;
-    }
-    return std::nullopt;
+    return QTime::fromString(period.value(member).toString(), QStringLiteral("HH:mm:ss"));
 }
 
 QString pathOf(int version, const QString& icon)
@@ -91,9 +55,10 @@ const TableDeclaration& ZImageFrameInfoListMgr::declaration()
             {Required, Integer(), Z_FIELD(ZImageFrameInfo, version)},
             {Optional, Text(), Z_FIELD(ZImageFrameInfo, micAnimation)},
             {Optional, Text(), Z_FIELD(ZImageFrameInfo, timePeriodConfig),
-             "JSON, parsed at every lookup"},
+             "JSON, parsed when first asked for"},
         },
         KeyedBy {&ZImageFrameInfo::headFrameId, &ZImageFrameInfoListMgr::m_frames},
+        Emptied {&ZImageFrameInfoListMgr::m_periods},
         Logs {"ImageFrameInfoListTable.json加载完毕"}};
     return table;
 }
@@ -106,6 +71,7 @@ bool ZImageFrameInfoListMgr::loadImageFrameInfoListTable(const QString& path)
 void ZImageFrameInfoListMgr::clear()
 {
     m_frames.clear();
+    m_periods.clear();
 }
 
 const QHash<int, ZImageFrameInfo>& ZImageFrameInfoListMgr::getImageFrameMap()
@@ -125,8 +91,9 @@ QTime ZImageFrameInfoListMgr::getCurrentPeriodStartTime(int id)
 
 QTime ZImageFrameInfoListMgr::getPeriodStartTimeAt(int id, const QTime& at)
 {
-    const auto period = periodAt(getInfoById(id).timePeriodConfig, at);
-    return period ? period->start : QTime();
+    const auto frame = m_frames.constFind(id);
+    const Period* period = frame == m_frames.constEnd() ? nullptr : periodAt(*frame, at);
+    return period == nullptr ? QTime() : period->start;
 }
 
 QString ZImageFrameInfoListMgr::getEffectiveIconById(int id)
@@ -136,9 +103,7 @@ QString ZImageFrameInfoListMgr::getEffectiveIconById(int id)
 
 QString ZImageFrameInfoListMgr::getEffectiveIconAt(int id, const QTime& at)
 {
-    const ZImageFrameInfo info = getInfoById(id);
-    const auto period = periodAt(info.timePeriodConfig, at);
-    return period ? period->icon : info.icon2;
+    return effective(id, at, &Period::icon, &ZImageFrameInfo::icon2);
 }
 
 QString ZImageFrameInfoListMgr::getEffectiveFlashById(int id)
@@ -148,9 +113,7 @@ QString ZImageFrameInfoListMgr::getEffectiveFlashById(int id)
 
 QString ZImageFrameInfoListMgr::getEffectiveFlashAt(int id, const QTime& at)
 {
-    const ZImageFrameInfo info = getInfoById(id);
-    const auto period = periodAt(info.timePeriodConfig, at);
-    return period ? period->flash : info.flash;
+    return effective(id, at, &Period::flash, &ZImageFrameInfo::flash);
 }
 
 QString ZImageFrameInfoListMgr::getFramePathById(int id)
@@ -175,4 +138,47 @@ QString ZImageFrameInfoListMgr::getEffectiveFrameUrlById(int id)
 {
     const QString icon = getEffectiveIconById(id);
     return icon.isEmpty() ? QString() : urlOf(icon);
+}
+
+QVector<ZImageFrameInfoListMgr::Period> ZImageFrameInfoListMgr::periodsOf(const QString& schedule)
+{
+    const QJsonObject object = QJsonDocument::fromJson(schedule.toUtf8()).object();
+    QVector<Period> periods;
+    for (const auto& value : object.value(QLatin1String("periodConfigs")).toArray()) {
+        const QJsonObject member = value.toObject();
+        const Period period {timeIn(member, QStringLiteral("startTime")),
+                             timeIn(member, QStringLiteral("endTime")),
+                             member.value(QLatin1String("icon1")).toString(),
+                             member.value(QLatin1String("flash")).toString()};
+        if (period.start.isValid() && period.end.isValid())
+            periods.append(period);
+    }
+    return periods;
+}
+
+const ZImageFrameInfoListMgr::Period* ZImageFrameInfoListMgr::periodAt(const ZImageFrameInfo& frame,
+                                                                       const QTime& at)
+{
+    if (!at.isValid() || frame.timePeriodConfig.isEmpty())
+        return nullptr;
+    auto periods = m_periods.find(frame.headFrameId);
+    if (periods == m_periods.end())
+        periods = m_periods.insert(frame.headFrameId, periodsOf(frame.timePeriodConfig));
+    const auto period =
+        std::find_if(periods->cbegin(), periods->cend(), [&at](const Period& candidate) {
+            const bool begun = candidate.start <= at;
+            const bool goesOn = at <= candidate.end;
+            return candidate.start > candidate.end ? begun || goesOn : begun && goesOn;
+        });
+    return period == periods->cend() ? nullptr : &*period;
+}
+
+QString ZImageFrameInfoListMgr::effective(int id, const QTime& at, QString Period::*ofPeriod,
+                                          QString ZImageFrameInfo::*ofFrame)
+{
+    const auto frame = m_frames.constFind(id);
+    if (frame == m_frames.constEnd())
+        return {};
+    const Period* period = periodAt(*frame, at);
+    return period == nullptr ? (*frame).*ofFrame : period->*ofPeriod;
 }

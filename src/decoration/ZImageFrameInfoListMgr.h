@@ -8,6 +8,7 @@
 #include <QSharedPointer>
 #include <QString>
 #include <QTime>
+#include <QVector>
 
 /** A decorative border round a user's avatar. */
 struct ZImageFrameInfo
@@ -78,5 +79,19 @@ protected:
     static QSharedPointer<ZImageFrameInfoListMgr> m_instance;
 
 private:
+    struct Period
+    {
+        QTime start;
+        QTime end;
+        QString icon;
+        QString flash;
+    };
+
+    static QVector<Period> periodsOf(const QString& schedule);
+    const Period* periodAt(const ZImageFrameInfo& frame, const QTime& at);
+    QString effective(int id, const QTime& at, QString Period::*ofPeriod,
+                      QString ZImageFrameInfo::*ofFrame);
+
     QHash<int, ZImageFrameInfo> m_frames;
+    QHash<int, QVector<Period>> m_periods; // by id, of the frames that were asked for
 };
