@@ -1,6 +1,12 @@
 #pragma once
 
-#include <QtGlobal>
+#include "datatable/TableSchema.h"
+
+#include <QByteArray>
+#include <QJsonArray>
+
+#include <functional>
+#include <initializer_list>
 
 /**
  * What the programs of figures share. A benchmark is called subject/side/size: its side is "ours"
@@ -8,8 +14,16 @@
  */
 namespace Measured {
 
-/** Runs what is registered as the command line says; what main() returns. */
-int run(int argc, char** argv);
+/** Calls add, which adds benchmarks, and runs what the command line says; what main() returns. */
+int run(
+    int argc, char** argv, const std::function<void()>& add = [] {});
+
+QString name(const char* subject, const char* side, int size);
+
+/** Loads a table, or ends the program. */
+void loaded(const TableDeclaration& table, const QByteArray& bytes);
+void loaded(const TableDeclaration& table, std::initializer_list<const char*> columns,
+            const QJsonArray& rows);
 
 /** Ends the program unless both sides give the same answer, before either is timed. */
 template <class Answer>

@@ -1,14 +1,18 @@
+#include "Measured.h"
+
 #include "tidy/zTidyMgr.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryDir>
-#include <QTextStream>
+#include <QLoggingCategory>
+#include <QThread>
+
+#include <benchmark/benchmark.h>
 
 #include <thread>
+#include <utility>
 
 // How much of a tidying run is work and how much its pauses: the run is timed side by side with a
 // thread that does nothing but the same number of pauses, so that both wait for the same machine.
@@ -16,7 +20,7 @@
 
 namespace {
 
-constexpr int pairs = 625; // of an old and a new entry, in each of four folders
+constexpr int pairs = 125; // of an old and a new entry, in each of four folders
 constexpr int entries = 4 * 2 * pairs;
 
 /** Of how many pairs one is stale, and with it three files where it is a folder. */
@@ -26,7 +30,8 @@ struct Mix
     int stalePairs;
 };
 
-constexpr Mix mixes[] = {{"none", 0}, {"a tenth", pairs / 5}, {"half", pairs}};
+constexpr Mix mixes[] = {
+    {"tidy_none_stale", 0}, {"tidy_tenth_stale", pairs / 5}, {"tidy_half_stale", pairs}};
 
 void write(const QString& path, bool stale)
 {
@@ -69,34 +74,6 @@ void logToFile(QtMsgType, const QMessageLogContext&, const QString& text)
         file.write(text.toUtf8() + '\n');
 }
 
-struct Times
-{
-    double run = 0; // milliseconds
-    double pauses = 0;
-};
-
-Times measure()
-{
-    Times times;
-    const auto milliseconds = [](const QElapsedTimer& timer) {
-        return double(timer.nsecsElapsed()) / 1e6;
-    };
-    std::thread pauses([&] {
-        QElapsedTimer timer;
-        timer.start();
-        for (int i = 0; i < entries; ++i)
-            QThread::msleep(1);
-        times.pauses = milliseconds(timer);
-    });
-    QElapsedTimer timer;
-    timer.start();
-    zTidyMgr::getInstance().startThread();
-    zTidyMgr::getInstance().wait();
-    times.run = milliseconds(timer);
-    pauses.join();
-    return times;
-}
-
 int entriesLeft()
 {
     const QDir::Filters all = QDir::AllEntries | QDir::NoDotAndDotDot;
@@ -106,31 +83,56 @@ int entriesLeft()
     return count;
 }
 
+/** Of the run's time, and of the pauses' alone, in seconds. */
+std::pair<double, double> timedRun()
+{
+    double pausesAlone = 0;
+    const auto seconds = [](const QElapsedTimer& timer) {
+        return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+    };
+    std::thread pauses([&] {
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < entries; ++i)
+            QThread::msleep(1);
+        pausesAlone = seconds(timer);
+    });
+    QElapsedTimer timer;
+    timer.start();
+    zTidyMgr::getInstance().startThread();
+    zTidyMgr::getInstance().wait();
+    const double run = seconds(timer);
+    pauses.join();
+    return {run, pausesAlone};
+}
+
+void tidy(benchmark::State& state, const Mix& mix)
+{
+    double run = 0;
+    double pauses = 0;
+    for (auto _ : state) {
+        writeCache(mix.stalePairs);
+        const auto times = timedRun();
+        state.SetIterationTime(times.first);
+        run += times.first;
+        pauses += times.second;
+        Measured::same(mix.name, entriesLeft(), entries - 4 * mix.stalePairs);
+    }
+    state.counters["own_share"] = (run - pauses) / run;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
-    const QTemporaryDir folder;
-    QDir::setCurrent(folder.path());
-    qInstallMessageHandler(logToFile);
-    QTextStream out(stdout);
-    out << "Tidying " << entries << " entries; goal: own work at most 15 % of the run\n\n"
-        << "| stale | run, ms | the pauses alone, ms | own work, ms | share |\n"
-        << "|---|---:|---:|---:|---:|\n";
-    for (const Mix& mix : mixes) {
-        writeCache(mix.stalePairs);
-        const Times times = measure();
-        if (entriesLeft() != entries - 4 * mix.stalePairs)
-            qFatal("%d entries left, %s were stale", entriesLeft(), mix.name);
-        const double work = times.run - times.pauses;
-        out << QStringLiteral("| %1 | %2 | %3 | %4 | %5 % |\n")
-                   .arg(QLatin1String(mix.name), QString::number(times.run, 'f', 0),
-                        QString::number(times.pauses, 'f', 0), QString::number(work, 'f', 0),
-                        QString::number(100 * work / times.run, 'f', 1));
-        out.flush();
-    }
-    QDir::setCurrent(QDir::rootPath());
-    qInstallMessageHandler(nullptr);
-    return 0;
+    return Measured::run(argc, argv, [] {
+        qInstallMessageHandler(logToFile);
+        QLoggingCategory::setFilterRules({});
+        for (const Mix& mix : mixes) {
+            benchmark::RegisterBenchmark(qPrintable(Measured::name(mix.name, "ours", entries)),
+                                         [&mix](benchmark::State& state) { tidy(state, mix); })
+                ->UseManualTime()
+                ->Iterations(1);
+        }
+    });
 }

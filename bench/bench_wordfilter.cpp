@@ -1,82 +1,30 @@
-// The word filter beside the literal procedure: figures for lines and lists of several sizes, or,
-// with --compare, a long random run that holds the one to the other.
-
+#include "Heap.h"
 #include "LiteralWordFilter.h"
-#include "RandomWordLists.h"
+#include "Measured.h"
 
 #include "chat/WordFilter.h"
-#include "chat/ZSensitiveWordsInfoListMgr.h"
 #include "host/ZGlobalConfig.h"
 
-#include <QCommandLineParser>
-#include <QCoreApplication>
-#include <QDebug>
-#include <QElapsedTimer>
+#include <QHash>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRandomGenerator>
 #include <QSet>
-#include <QTemporaryDir>
 
-#include <algorithm>
-#include <cstdio>
-#include <ctime>
-#ifdef __linux__
-#include <malloc.h>
-#endif
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <map>
+#include <memory>
+
+// A chat line through the word filter, beside the literal procedure, for lists of several sizes;
+// and preparing a list, beside reading its table. The size is that of the list, in words.
 
 namespace {
 
 constexpr int lineLength = 40;
-constexpr int lineCount = 2000;
-constexpr int runs = 7;
-
-void print(const QString& text)
-{
-    std::fputs(text.toUtf8().constData(), stdout);
-    std::fflush(stdout);
-}
-
-[[noreturn]] void fail(const QString& why)
-{
-    print(why + QLatin1Char('\n'));
-    std::exit(1);
-}
-
-QString fixed(double number, int decimals)
-{
-    return QString::number(number, 'f', decimals);
-}
-
-/** 12,345 */
-QString grouped(int number)
-{
-    return QLocale(QLocale::English, QLocale::UnitedStates).toString(number);
-}
-
-/** The median of several runs' processor times, in microseconds. */
-template <class Run>
-double microseconds(Run&& run, int times = runs)
-{
-    QVector<double> taken;
-    for (int i = 0; i < times; ++i) {
-        const std::clock_t begin = std::clock();
-        run();
-        taken.append(static_cast<double>(std::clock() - begin) * 1e6 / CLOCKS_PER_SEC);
-    }
-    std::sort(taken.begin(), taken.end());
-    return taken.at(times / 2);
-}
-
-/** What the process holds on the heap; 0 where the system does not tell. */
-qint64 heapBytes()
-{
-#if defined(__GLIBC__) && __GLIBC_PREREQ(2, 33)
-    const struct mallinfo2 info = mallinfo2();
-    return static_cast<qint64>(info.uordblks + info.hblkhd);
-#else
-    return 0;
-#endif
-}
+constexpr int lineCount = 500;
+constexpr int asTheyCome = -1;
 
 /** What words and lines are made of: neighbouring characters, the first ones the most frequent. */
 struct Script
@@ -85,9 +33,30 @@ struct Script
     int characters;
     int shortestWord;
     int longestWord;
+    bool zipf; ///< the n-th character is as frequent as 1 / n, else as 1 / sqrt(n)
 };
-constexpr Script ideographs {0x4E00, 3000, 2, 6};
-constexpr Script letters {u'a', 26, 6, 12};
+constexpr Script ideographs {0x4E00, 3000, 2, 6, false};
+constexpr Script zipfian {0x4E00, 3000, 2, 6, true};
+constexpr Script letters {u'a', 26, 6, 12, false};
+
+/** A list of words and lines to be masked. */
+struct Subject
+{
+    const char* name;
+    Script script;
+    int onePer; ///< one of so many words has a metacharacter; none for 0
+    int masks;  ///< set in every line
+    QVector<int> sizes;
+    int largestLiteral; ///< up to this size the literal procedure is timed too
+};
+
+const Subject subjects[] = {
+    {"mask_clean", ideographs, 0, 0, {100, 1000, 10000, 100000}, 100000},
+    {"mask_three", ideographs, 0, 3, {100, 1000, 10000, 100000}, 10000},
+    {"mask_patterns", ideographs, 100, 0, {10000}, 10000},
+    {"mask_letters", letters, 0, 0, {1000, 10000, 100000}, 10000},
+    {"mask_zipf", zipfian, 0, asTheyCome, {1000, 10000, 100000}, 1000},
+};
 
 class Chat
 {
@@ -100,10 +69,8 @@ public:
     QString text(int length)
     {
         QString text;
-        for (int i = 0; i < length; ++i) {
-            const double drawn = m_random.generateDouble();
-            text += QChar(m_script.first + static_cast<int>(m_script.characters * drawn * drawn));
-        }
+        for (int i = 0; i < length; ++i)
+            text += QChar(m_script.first + character());
         return text;
     }
 
@@ -124,213 +91,162 @@ public:
     int bounded(int from, int to) { return m_random.bounded(from, to); }
 
 private:
+    int character()
+    {
+        const double drawn = m_random.generateDouble();
+        if (!m_script.zipf)
+            return static_cast<int>(m_script.characters * drawn * drawn);
+        return static_cast<int>(std::pow(m_script.characters + 1, drawn)) - 1;
+    }
+
     Script m_script;
     QRandomGenerator m_random {20};
 };
 
-QString writeTable(const QTemporaryDir& folder, const QStringList& words)
+/** A prepared list; once made it stays, as the runs of several lists take turns. */
+class List
 {
-    QJsonArray rows;
-    for (const QString& word : words)
-        rows.append(QJsonArray {word});
+public:
+    List(const Subject& subject, int size)
+        : m_chat(subject.script)
+        , m_words(m_chat.words(size, subject.onePer))
+        , m_filter(m_words)
+    {
+        while (m_lines.size() < lineCount) {
+            const QString line = lineWith(qMax(0, subject.masks));
+            if (subject.masks == asTheyCome
+                || masked(line).count(QLatin1Char('*')) == subject.masks)
+                m_lines.append(line);
+        }
+        if (size > subject.largestLiteral)
+            return;
+        for (int i = 0; i < qBound(3, 20000 / size, 100); ++i)
+            Measured::same(subject.name, masked(m_lines.at(i)), literally(m_lines.at(i)));
+    }
+
+    const QStringList& lines() const { return m_lines; }
+
+    QString masked(const QString& text)
+    {
+        ChatLine line(text);
+        m_filter.mask(line);
+        return line.text();
+    }
+
+    QString literally(const QString& text) const { return LiteralWordFilter::mask(m_words, text); }
+
+private:
+    QString lineWith(int words)
+    {
+        QString line = m_chat.text(lineLength);
+        for (int i = 0; i < words; ++i) {
+            const QString& word = m_words.at(m_chat.bounded(0, m_words.size()));
+            line.replace(m_chat.bounded(0, lineLength - word.size() + 1), word.size(), word);
+        }
+        return line;
+    }
+
+    Chat m_chat;
+    QStringList m_words;
+    WordFilter m_filter;
+    QStringList m_lines;
+};
+
+List& listOf(const Subject& subject, int size)
+{
+    static std::map<std::pair<const char*, int>, std::unique_ptr<List>> lists;
+    auto& list = lists[{subject.name, size}];
+    if (!list)
+        list = std::make_unique<List>(subject, size);
+    return *list;
+}
+
+template <class Mask>
+void maskLines(benchmark::State& state, const Subject& subject, int size, Mask mask)
+{
+    List& list = listOf(subject, size);
+    int next = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize((list.*mask)(list.lines().at(next)));
+        next = (next + 1) % lineCount;
+    }
+}
+
+/** One long line of letters; the size is the line's, in characters. */
+void maskLongLine(benchmark::State& state, int length)
+{
+    List& list = listOf(subjects[3], 100000);
+    const QString line = Chat(letters).text(length);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(list.masked(line));
+}
+
+void prepare(benchmark::State& state, int size)
+{
+    const QStringList words = Chat(ideographs).words(size, 0);
+    const auto before = heapInUse();
+    {
+        const WordFilter filter(words);
+        if (const auto after = heapInUse())
+            state.counters["heap_per_word"] = (*after - *before) / size;
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(WordFilter(words));
+}
+
+void readTable(benchmark::State& state, int size)
+{
+    QJsonArray words;
+    for (const QString& word : Chat(ideographs).words(size, 0))
+        words.append(QJsonArray {word});
     const QJsonObject table {
         {QStringLiteral("columns"), QJsonArray {QStringLiteral("key")}},
-        {QStringLiteral("rows"), rows},
+        {QStringLiteral("rows"), words},
     };
-    QFile file(folder.filePath(QStringLiteral("words")));
-    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(table).toJson()) < 0)
-        fail(QStringLiteral("cannot write ") + file.fileName());
-    return file.fileName();
-}
-
-/** The words into the manager, half of them into each list. */
-void load(const QStringList& words)
-{
-    QTemporaryDir folder;
-    auto* manager = ZSensitiveWordsInfoListMgr::getInstance();
-    const int half = words.size() / 2;
-    if (!manager->loadSensitiveWordsInfoListTable(writeTable(folder, words.mid(0, half)))
-        || !manager->loadNewSensitiveWordsInfoListTable(writeTable(folder, words.mid(half))))
-        fail(QStringLiteral("the lists do not load"));
-}
-
-QString literally(QString line)
-{
-    auto* manager = ZSensitiveWordsInfoListMgr::getInstance();
-    for (const ZSensitiveWordsInfo& info : manager->getSensitiveWordsMap())
-        line = LiteralWordFilter::mask(info.word, line);
-    for (const ZNewSensitiveWordsInfo& info : manager->getNewSensitiveWordsMap())
-        line = LiteralWordFilter::mask(info.word, line);
-    return line;
-}
-
-QString prepared(const QString& line)
-{
-    return ZSensitiveWordsInfoListMgr::getInstance()->sensitiveWordsCheck(line);
-}
-
-/** Lines in which exactly so many masks are set. */
-QStringList linesWith(int masks, const QStringList& words, Chat& chat)
-{
-    QStringList lines;
-    while (lines.size() < lineCount) {
-        QString line = chat.text(lineLength);
-        for (int i = 0; i < masks; ++i) {
-            const QString& word = words.at(chat.bounded(0, words.size()));
-            line.replace(chat.bounded(0, lineLength - word.size() + 1), word.size(), word);
-        }
-        if (prepared(line).count(QLatin1Char('*')) == masks)
-            lines.append(line);
-    }
-    return lines;
-}
-
-void printLines(const QString& what, const QStringList& words, int masks, Chat& chat)
-{
-    const QStringList lines = linesWith(masks, words, chat);
-    const int literalLines = qBound(3, 20000 / words.size(), 200);
-    const double literal = microseconds(
-                               [&] {
-                                   for (int i = 0; i < literalLines; ++i) {
-                                       if (literally(lines.at(i)) != prepared(lines.at(i)))
-                                           fail(QStringLiteral("differs on: ") + lines.at(i));
-                                   }
-                               },
-                               3)
-        / literalLines;
-    const double ours = microseconds([&] {
-                            for (const QString& line : lines)
-                                prepared(line);
-                        })
-        / lineCount;
-    print(QStringLiteral("| %1 | %2 | %3 ms | %4 µs | %5 |\n")
-              .arg(what, masks == 0 ? QStringLiteral("clean") : QStringLiteral("three masks"),
-                   fixed(literal / 1000, 2), fixed(ours, 2), grouped(qRound(literal / ours))));
-}
-
-/** What a character costs in a line of so many, of what everybody types and of words in a row. */
-void printLongLine(int length, const QStringList& words, Chat& chat)
-{
-    QString ofWords;
-    while (ofWords.size() < length)
-        ofWords += words.at(chat.bounded(0, words.size())) + QLatin1Char(' ');
-    const auto perCharacter = [length](const QString& line) {
-        return fixed(microseconds([&] { prepared(line); }, 3) / length, 2);
-    };
-    const QString typed = perCharacter(chat.text(length));
-    print(QStringLiteral("| %1 | %2 µs | %3 µs |\n")
-              .arg(grouped(length), typed, perCharacter(ofWords.left(length))));
-}
-
-void printPreparation(int count, Chat& chat)
-{
-    QTemporaryDir folder;
-    const QString path = writeTable(folder, chat.words(count, 0));
-    QHash<QString, ZSensitiveWordsInfo> map;
-    const double reading = microseconds([&] {
+    const QByteArray bytes = QJsonDocument(table).toJson();
+    for (auto _ : state) {
         QHash<QString, int> header;
         QJsonArray rows;
-        if (!ZGlobalConfig::readTableFile(path, header, rows))
-            fail(QStringLiteral("the list cannot be read"));
-        map.clear();
-        for (const QJsonValue& row : rows) {
-            const QString word = row.toArray().at(0).toString();
-            map.insert(word, {word});
-        }
-    });
-    const double preparing = microseconds([&] { WordFilter(map.keys()); });
-    const qint64 before = heapBytes();
-    const WordFilter filter(map.keys());
-    const double bytes = static_cast<double>(heapBytes() - before) / map.size();
-    print(QStringLiteral("| %1 | %2 ms | %3 ms | %4 | %5 |\n")
-              .arg(grouped(count), fixed(reading / 1000, 1), fixed(preparing / 1000, 1),
-                   fixed(preparing / reading, 2),
-                   bytes > 0 ? fixed(bytes, 0) : QStringLiteral("unknown")));
+        if (!ZGlobalConfig::readTableFile(bytes, header, rows))
+            state.SkipWithError("the list cannot be read");
+        QSet<QString> read;
+        for (const auto& row : qAsConst(rows))
+            read.insert(row.toArray().at(0).toString());
+        benchmark::DoNotOptimize(read);
+    }
 }
 
-void printFigures()
+template <class Run>
+void add(const char* subject, const char* side, int size, Run run)
 {
-    Chat chat(ideographs);
-    print(QStringLiteral("| Words | Line of 40 | Literal procedure | Prepared | Times faster |\n"
-                         "|---:|---|---:|---:|---:|\n"));
-    for (const int count : {100, 1000, 10000, 100000}) {
-        const QStringList words = chat.words(count, 0);
-        load(words);
-        for (const int masks : {0, 3})
-            printLines(grouped(count), words, masks, chat);
-    }
-    const QStringList words = chat.words(10000, 100);
-    load(words);
-    printLines(QStringLiteral("10,000, 1 % with metacharacters"), words, 0, chat);
-    Chat latin(letters);
-    QStringList latinWords;
-    for (const int count : {1000, 10000, 100000}) {
-        latinWords = latin.words(count, 0);
-        load(latinWords);
-        printLines(grouped(count) + QStringLiteral(" of Latin letters"), latinWords, 0, latin);
-    }
-
-    print(QStringLiteral(
-        "\n| Length of the line, 100,000 words of Latin letters | Letters | Words in a row |\n"
-        "|---:|---:|---:|\n"));
-    for (const int length : {1000, 10000, 100000, 1000000})
-        printLongLine(length, latinWords, latin);
-
-    print(QStringLiteral(
-        "\n| Words | Reading the table | Preparing | Preparing / reading | Bytes a word |\n"
-        "|---:|---:|---:|---:|---:|\n"));
-    for (const int count : {1000, 10000, 50000, 100000})
-        printPreparation(count, chat);
+    benchmark::RegisterBenchmark(qPrintable(Measured::name(subject, side, size)), run);
 }
 
-/** Random cases for so many seconds; the first that differs is printed and ends the program. */
-void compare(int seconds, quint32 seed)
+void addAll()
 {
-    RandomWordLists random(seed);
-    qint64 cases = 0;
-    qint64 masked = 0;
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < seconds * 1000LL) {
-        random.next(12, 12);
-        WordFilter filter(random.words);
-        for (const QString& text : qAsConst(random.lines)) {
-            ChatLine line(text);
-            filter.mask(line);
-            const QString wanted = LiteralWordFilter::mask(random.words, text);
-            if (line.text() != wanted) {
-                qDebug() << "seed" << seed << "case" << cases << random.words << text << "gives"
-                         << line.text() << "instead of" << wanted;
-                std::exit(1);
-            }
-            ++cases;
-            masked += wanted != text ? 1 : 0;
+    using benchmark::State;
+    for (const Subject& subject : subjects) {
+        for (const int size : subject.sizes) {
+            add(subject.name, "ours", size,
+                [&subject, size](State& state) { maskLines(state, subject, size, &List::masked); });
+            if (size > subject.largestLiteral)
+                continue;
+            add(subject.name, "literal", size, [&subject, size](State& state) {
+                maskLines(state, subject, size, &List::literally);
+            });
         }
     }
-    print(QStringLiteral("seed %1: %2 cases compared, %3 of them masked, none differs\n")
-              .arg(seed)
-              .arg(cases)
-              .arg(masked));
+    for (const int length : {1000, 100000})
+        add("mask_long_line", "ours", length, [=](State& state) { maskLongLine(state, length); });
+    for (const int size : {10000, 100000}) {
+        add("prepare_words", "ours", size, [=](State& state) { prepare(state, size); });
+        add("prepare_words", "table", size, [=](State& state) { readTable(state, size); });
+    }
 }
 
 } // namespace
 
-int main(int argc, char* argv[])
+int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    parser.addHelpOption();
-    const QCommandLineOption forSeconds(QStringLiteral("compare"),
-                                        QStringLiteral("Compare random cases instead."),
-                                        QStringLiteral("seconds"));
-    const QCommandLineOption withSeed(QStringLiteral("seed"),
-                                      QStringLiteral("The seed of the random cases."),
-                                      QStringLiteral("number"), QStringLiteral("1"));
-    parser.addOptions({forSeconds, withSeed});
-    parser.process(application);
-    if (parser.isSet(forSeconds))
-        compare(parser.value(forSeconds).toInt(), parser.value(withSeed).toUInt());
-    else
-        printFigures();
-    return 0;
+    return Measured::run(argc, argv, &addAll);
 }
