@@ -20,18 +20,23 @@
 
 namespace {
 
-constexpr int pairs = 125; // of an old and a new entry, in each of four folders
-constexpr int entries = 4 * 2 * pairs;
-
-/** Of how many pairs one is stale, and with it three files where it is a folder. */
+/** Pairs of an old and a new entry in each of four folders; the old one of some is stale, and with
+ *  it three files where it is a folder. */
 struct Mix
 {
     const char* name;
+    int pairs;
     int stalePairs;
+
+    int entries() const { return 4 * 2 * pairs; }
 };
 
 constexpr Mix mixes[] = {
-    {"tidy_none_stale", 0}, {"tidy_tenth_stale", pairs / 5}, {"tidy_half_stale", pairs}};
+    {"tidy_none_stale", 10, 0},
+    {"tidy_none_stale", 125, 0},
+    {"tidy_tenth_stale", 125, 25},
+    {"tidy_half_stale", 125, 125},
+};
 
 void write(const QString& path, bool stale)
 {
@@ -50,13 +55,13 @@ void writeFolder(const QString& base, const QString& name, int version, bool sta
         write(folder + QLatin1Char('/') + file, stale);
 }
 
-void writeCache(int stalePairs)
+void writeCache(const Mix& mix)
 {
     QDir(QStringLiteral("res")).removeRecursively();
     QDir().mkpath(QStringLiteral("res/dataTable"));
-    for (int pair = 0; pair < pairs; ++pair) {
+    for (int pair = 0; pair < mix.pairs; ++pair) {
         for (int version = 0; version < 2; ++version) {
-            const bool stale = version == 0 && pair < stalePairs;
+            const bool stale = version == 0 && pair < mix.stalePairs;
             const QString name = QStringLiteral("name%1").arg(pair);
             write(QStringLiteral("res/dataTable/%1_%2").arg(pair).arg(version), stale);
             writeFolder(QStringLiteral("res/animation"), name, version, stale);
@@ -84,7 +89,7 @@ int entriesLeft()
 }
 
 /** Of the run's time, and of the pauses' alone, in seconds. */
-std::pair<double, double> timedRun()
+std::pair<double, double> timedRun(int entries)
 {
     double pausesAlone = 0;
     const auto seconds = [](const QElapsedTimer& timer) {
@@ -111,12 +116,12 @@ void tidy(benchmark::State& state, const Mix& mix)
     double run = 0;
     double pauses = 0;
     for (auto _ : state) {
-        writeCache(mix.stalePairs);
-        const auto times = timedRun();
+        writeCache(mix);
+        const auto times = timedRun(mix.entries());
         state.SetIterationTime(times.first);
         run += times.first;
         pauses += times.second;
-        Measured::same(mix.name, entriesLeft(), entries - 4 * mix.stalePairs);
+        Measured::same(mix.name, entriesLeft(), mix.entries() - 4 * mix.stalePairs);
     }
     state.counters["own_share"] = (run - pauses) / run;
 }
@@ -129,8 +134,9 @@ int main(int argc, char** argv)
         qInstallMessageHandler(logToFile);
         QLoggingCategory::setFilterRules({});
         for (const Mix& mix : mixes) {
-            benchmark::RegisterBenchmark(qPrintable(Measured::name(mix.name, "ours", entries)),
-                                         [&mix](benchmark::State& state) { tidy(state, mix); })
+            benchmark::RegisterBenchmark(
+                qPrintable(Measured::name(mix.name, "ours", mix.entries())),
+                [&mix](benchmark::State& state) { tidy(state, mix); })
                 ->UseManualTime()
                 ->Iterations(1);
         }
