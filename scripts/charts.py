@@ -39,7 +39,7 @@ def points(figures, subject, side):
             yield f"{size} {statistics.median(seconds)} {min(seconds)} {max(seconds)}"
 
 
-def against_size(figures, folder, name, title, label, lines):
+def against_size(figures, folder, name, title, lines):
     """Time against a size on scales of tens; each line is subject, side, words and colour."""
     data, plots = "", []
     least = min((size for subject, _, size in figures if subject == lines[0][0]), default=1)
@@ -57,7 +57,6 @@ set logscale xy
 set xtics {SIZES}
 set xrange [{least * 0.8}:1.3e5]
 set ytics {TIMES}
-set xlabel "{label}" textcolor rgb "#24292f"
 set key bottom center outside horizontal Left reverse samplen 2
 plot {", ".join(plots)}
 """)
@@ -86,11 +85,11 @@ plot $bars using ($2/2):1:($2/2):(0.35) with boxxyerror linecolor rgb "{OURS}" n
 
 def draw_all(figures, rows, folder):
     os.makedirs(folder, exist_ok=True)
-    against_size(figures, folder, "loading.svg", "Loading the gift table", "rows", [
+    against_size(figures, folder, "loading.svg", "Loading the gift table, by its rows", [
         ("load_CS_GiftList", "ours", "the gift table, loaded", OURS),
         ("load_CS_GiftList", "cells", "Qt: parsed, every value read", THIRD),
         ("load_CS_GiftList", "parse", "Qt: parsed", OTHER)])
-    against_size(figures, folder, "filter.svg", "Masking a line of 40 characters", "words", [
+    against_size(figures, folder, "filter.svg", "Masking a line of 40 characters, by the words of the list", [
         ("mask_clean", "literal", "literal procedure, clean lines", OTHER),
         ("mask_letters", "ours", "Latin letters", FOURTH),
         ("mask_zipf", "ours", "Zipf-like frequency", THIRD),
