@@ -6,11 +6,14 @@
 #include "datatable/TableRows.h"
 #include "datatable/TableSchema.h"
 
+#include <QHash>
+#include <QMap>
 #include <QString>
 #include <QVector>
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 
 /** A manager as an object, whichever form its getInstance() has. */
 template <class Manager>
@@ -24,10 +27,23 @@ Manager& managerAt(Manager& manager)
     return manager;
 }
 
-template <class Container, class = void>
-constexpr bool canReserve = false;
-template <class Container>
-constexpr bool canReserve<Container, std::void_t<decltype(&Container::reserve)>> = true;
+/** Puts records into a map by a field, a later one replacing an earlier one of its key. */
+template <class Record, class Field, class Key>
+auto inserterInto(QHash<Key, Record>& map, Field field, int rows)
+{
+    map.reserve(map.size() + rows);
+    return [&map, field](const Record& record) { map.insert(record.*field, record); };
+}
+
+/** The same; mostly the rows are in the order of their keys, so each is tried behind the last. */
+template <class Record, class Field, class Key>
+auto inserterInto(QMap<Key, Record>& map, Field field, int)
+{
+    using Place = typename QMap<Key, Record>::const_iterator;
+    return [&map, field, place = map.constEnd()](const Record& record) mutable {
+        place = std::next(Place(map.insert(place, record.*field, record)));
+    };
+}
 
 /**
  * A table as data: its columns, then TableParts in any order: where the rows go, what is left out,
@@ -61,15 +77,13 @@ public:
         if (!table)
             return false;
         run(m_empty, manager);
-        const int count = rows.count();
-        for (const auto& makeRoom : m_makeRoom)
-            makeRoom(manager, count);
+        const Stores stores = storesFor(manager, rows.count());
         const Conditions leftOut = conditionsFor(rows);
         table->forEach([&](Row&& row, const QJsonArray& cells) {
             if (m_eachRow)
                 m_eachRow(manager, row, cells);
             if (!anyHolds(leftOut, row))
-                take(manager, std::move(row));
+                take(stores, std::move(row));
         });
         run(m_squeeze, manager);
         run(m_afterwards, manager);
@@ -95,6 +109,15 @@ private:
     using Steps = QVector<std::function<void(Manager&)>>;
     using Use = std::function<void(const Record&)>;
     using Conditions = QVector<std::function<bool(const Row&)>>;
+    using Insert = std::function<void(const Record&)>;
+    using Append = std::function<void(Record&&)>;
+
+    /** Where the records of one load go. */
+    struct Stores
+    {
+        QVector<Insert> insert;
+        Append append;
+    };
 
     struct LeavingOut
     {
@@ -125,21 +148,31 @@ private:
                            [&row](const auto& condition) { return condition(row); });
     }
 
-    void take(Manager& manager, Row&& row) const
+    Stores storesFor(Manager& manager, int rows) const
+    {
+        Stores stores;
+        for (const auto& map : m_maps)
+            stores.insert.append(map(manager, rows));
+        if (m_list)
+            stores.append = m_list(manager, rows);
+        return stores;
+    }
+
+    void take(const Stores& stores, Row&& row) const
     {
         if (m_make)
-            keep(manager, m_make(std::move(row)));
+            keep(stores, m_make(std::move(row)));
         else
-            keep(manager, std::move(row));
+            keep(stores, std::move(row));
     }
 
     /** Maps copy what they take; a list may have the record itself. */
-    void keep(Manager& manager, Record&& record) const
+    static void keep(const Stores& stores, Record&& record)
     {
-        for (const auto& insert : m_maps)
-            insert(manager, record);
-        if (m_append)
-            m_append(manager, std::move(record));
+        for (const auto& insert : stores.insert)
+            insert(record);
+        if (stores.append)
+            stores.append(std::move(record));
     }
 
     template <class Field, class Container>
@@ -152,10 +185,9 @@ private:
     template <class Field, class Container>
     void add(const TableParts::JoinedBy<Field, Container>& part)
     {
-        m_maps.append([part](Manager& manager, const Record& record) {
-            (manager.*part.container).insert(record.*part.field, record);
+        m_maps.append([part](Manager& manager, int rows) {
+            return inserterInto<Record>(manager.*part.container, part.field, rows);
         });
-        makeRoomIn(part.container);
         nameBy(part.field);
         m_inMap = true;
         if (!m_inList)
@@ -165,10 +197,11 @@ private:
     template <class Container, class Field>
     void add(const TableParts::Listed<Container, Field>& part)
     {
-        m_append = [part](Manager& manager, Record&& record) {
-            (manager.*part.container).append(std::move(record));
+        m_list = [part](Manager& manager, int rows) {
+            auto& list = manager.*part.container;
+            list.reserve(rows);
+            return [&list](Record&& record) { list.append(std::move(record)); };
         };
-        makeRoomIn(part.container);
         // For the rows that are left out there was room too.
         m_squeeze.append([part](Manager& manager) { (manager.*part.container).squeeze(); });
         add(TableParts::Emptied {part.container});
@@ -181,9 +214,12 @@ private:
     template <class Field, class Container>
     void add(const TableParts::GroupedBy<Field, Container>& part)
     {
-        m_append = [part](Manager& manager, Record&& record) {
-            auto& group = (manager.*part.container)[record.*part.field];
-            group.append(std::move(record));
+        m_list = [part](Manager& manager, int) {
+            auto& groups = manager.*part.container;
+            return [&groups, part](Record&& record) {
+                auto& group = groups[record.*part.field];
+                group.append(std::move(record));
+            };
         };
         add(TableParts::Emptied {part.container});
         m_inGroups = true;
@@ -213,16 +249,6 @@ private:
     void add(const TableParts::EachRow<Call>& part)
     {
         m_eachRow = part.call;
-    }
-
-    /** Growing bit by bit would cost a large table as much again. */
-    template <class Container>
-    void makeRoomIn(Container Manager::*container)
-    {
-        if constexpr (canReserve<Container>)
-            m_makeRoom.append([container](Manager& manager, int rows) {
-                (manager.*container).reserve((manager.*container).size() + rows);
-            });
     }
 
     template <class Container>
@@ -296,9 +322,8 @@ private:
     std::function<void(Manager&, const Row&, const QJsonArray&)> m_eachRow;
     QVector<LeavingOut> m_leftOut;
     std::function<Record(Row&&)> m_make;
-    QVector<std::function<void(Manager&, const Record&)>> m_maps;
-    std::function<void(Manager&, Record&&)> m_append;
-    QVector<std::function<void(Manager&, int)>> m_makeRoom;
+    QVector<std::function<Insert(Manager&, int rows)>> m_maps;
+    std::function<Append(Manager&, int rows)> m_list;
     Steps m_squeeze;
     Steps m_afterwards;
     std::function<void(const Manager&, const Use&)> m_forEach;
