@@ -153,7 +153,8 @@ def main():
     given = arguments.parse_intermixed_args()
     # The transcript first: others show parts of it.
     pages = given.pages or ["docs/demo.md", "README.md"] + sorted(
-        f"docs/{name}" for name in os.listdir(os.path.join(ROOT, "docs")) if name != "demo.md")
+        f"docs/{name}" for name in os.listdir(os.path.join(ROOT, "docs"))
+        if name.endswith(".md") and name != "demo.md")
     blocks, faults = 0, []
     for page in pages:
         if page not in given.without:
