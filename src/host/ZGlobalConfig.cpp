@@ -27,7 +27,8 @@ QString readWhole(const QString& path, QByteArray& bytes)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return file.errorString();
-    constexpr qint64 block = qint64(256) * 1024; // what is asked for is allocated, there or not
+    // What is asked for is allocated, there or not; so it is little for a small file.
+    const qint64 block = qBound(qint64(4096), file.size() + 1, qint64(256) * 1024);
     QByteArray more;
     do {
         more = file.read(qMin(block, HostLimits::maxTableBytes + 1 - bytes.size()));
