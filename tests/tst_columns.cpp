@@ -153,7 +153,7 @@ private Q_SLOTS:
         for (const QJsonValue& cell : unfitting.toArray())
             QVERIFY2(!found->fits(cell), qPrintable(cell.toVariant().toString()));
         QCOMPARE(found->referredTable, column == u"integer"_s ? u"Doutu"_s : QString());
-        QCOMPARE(found->address, column == u"texts"_s ? u"/a/"_s : QString());
+        QCOMPARE(found->files.value(0).address, column == u"texts"_s ? u"/a/"_s : QString());
         QCOMPARE(found->remark, column == u"flag"_s ? u"only with it"_s : QString());
         QCOMPARE(schema.key, u"text"_s);
     }

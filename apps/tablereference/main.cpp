@@ -4,6 +4,7 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <limits>
 
 // Prints docs/tables.md: what every manager wants of its table, off the declarations that load it.
 
@@ -14,21 +15,79 @@ QString code(const QString& text)
     return QStringLiteral("`%1`").arg(text);
 }
 
-QStringList notes(const ColumnSchema& column)
+QString sayFile(const FileSchema& file)
 {
-    QStringList notes;
-    if (!column.remark.isEmpty())
-        notes.append(column.remark);
+    const QString kind = file.isArchive ? QStringLiteral("an archive") : QStringLiteral("a file");
+    QString text = QStringLiteral("%1 on %2").arg(kind, code(file.server));
+    if (!file.address.isEmpty())
+        text += QStringLiteral(", behind ") + code(file.address);
+    if (file.name != QLatin1String("{}"))
+        text += QStringLiteral(", called ") + code(file.name);
+    if (!file.description.isEmpty())
+        text += QStringLiteral(", with %1 in it").arg(code(file.description));
+    return text;
+}
+
+QString sayReference(const ColumnSchema& column)
+{
+    const QString named = column.referenceForm == ReferenceForm::Beginning
+        ? QStringLiteral("begins, whatever the letter case, a")
+        : QStringLiteral("names a");
+    return QStringLiteral("%1 %2 of %3")
+        .arg(named, code(column.referredColumn), column.referredTable);
+}
+
+QString sayNumbers(const ColumnSchema& column)
+{
+    const QString least = QString::number(*column.least);
+    if (*column.most == std::numeric_limits<int>::max())
+        return least + QStringLiteral(" or more");
+    return least + QStringLiteral(" to ") + QString::number(*column.most);
+}
+
+QString sayUse(TextUse use)
+{
+    switch (use) {
+    case TextUse::Any:
+        break;
+    case TextUse::Name:
+        return QStringLiteral("a name");
+    case TextUse::Words:
+        return QStringLiteral("words for people");
+    case TextUse::Colour:
+        return QStringLiteral("a colour");
+    case TextUse::Address:
+        return QStringLiteral("a web address");
+    case TextUse::Schedule:
+        return QStringLiteral("a schedule");
+    case TextUse::Object:
+        return QStringLiteral("a JSON object");
+    }
+    return {};
+}
+
+QString notes(const ColumnSchema& column)
+{
+    QStringList notes {sayUse(column.use), column.remark};
+    if (column.least)
+        notes.append(sayNumbers(column));
+    if (!column.startColumn.isEmpty())
+        notes.append(QStringLiteral("the end of what begins at ") + code(column.startColumn));
+    if (!column.withinStart.isEmpty())
+        notes.append(QStringLiteral("has effect from %1 to %2")
+                         .arg(code(column.withinStart), code(column.withinEnd)));
     if (!column.referredTable.isEmpty())
-        notes.append(
-            QStringLiteral("names a `%1` of %2").arg(column.referredColumn, column.referredTable));
-    if (!column.server.isEmpty())
-        notes.append(QStringLiteral("a file on `%1`%2")
-                         .arg(column.server,
-                              column.address.isEmpty()
-                                  ? QString()
-                                  : QStringLiteral(", behind `%1`").arg(column.address)));
-    return notes;
+        notes.append(sayReference(column));
+    if (column.isThereToBeNamed)
+        notes.append(QStringLiteral("there for other tables to name"));
+    for (const FileSchema& file : column.files)
+        notes.append(sayFile(file));
+    if (!column.onlyWhere.isEmpty())
+        notes.append(QStringLiteral("only where %1 is %2 to %3")
+                         .arg(code(column.onlyWhere), QString::number(column.onlyFrom),
+                              QString::number(column.onlyTo)));
+    notes.removeAll(QString());
+    return notes.join(QStringLiteral("; "));
 }
 
 void printColumns(QTextStream& out, const QVector<ColumnSchema>& columns)
@@ -39,8 +98,7 @@ void printColumns(QTextStream& out, const QVector<ColumnSchema>& columns)
             column.required ? QStringLiteral("required") : QStringLiteral("optional");
         const QString field = column.field.isEmpty() ? QString() : code(column.field);
         out << "| " << code(column.name) << " | " << need << " | " << column.conversion << " | "
-            << column.otherwise << " | " << field << " | "
-            << notes(column).join(QStringLiteral("; ")) << " |\n";
+            << column.otherwise << " | " << field << " | " << notes(column) << " |\n";
     }
 }
 

@@ -34,10 +34,13 @@ const TableDeclaration& ZBubbleConfigMgr::declaration()
     using namespace TableParts;
     static const DeclaredTable<ZBubbleConfigMgr, ZBubbleConfigInfo> table {
         {
-            {Required, IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleId)},
+            {Required, IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleId),
+             FileOn {"ImageResServer", "/app/images/nineImage/", "bubble_bg_{}.9.png"},
+             FileOn {"ImageResServer", "/app/images/nineImage/", "bubble_chat_{}.9.png"},
+             FileOn {"ImageResServer", "/app/images/nobility/", "bubble_small_{}.png"}},
             {Required, IntegerAsText(), Z_FIELD(ZBubbleConfigInfo, bubbleType)},
-            {Required, Text(), Z_FIELD(ZBubbleConfigInfo, name)},
-            {Required, Text(), Z_FIELD(ZBubbleConfigInfo, descs)},
+            {Required, Text(), Z_FIELD(ZBubbleConfigInfo, name), TextUse::Name},
+            {Required, Text(), Z_FIELD(ZBubbleConfigInfo, descs), TextUse::Words},
             {Optional, Text(), Z_FIELD(ZBubbleConfigInfo, borderWidths),
              "\"17\" without the column"},
             {Optional, Text(), Z_FIELD(ZBubbleConfigInfo, paddings), "\"-10\" without the column"},

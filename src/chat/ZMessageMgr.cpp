@@ -20,7 +20,7 @@ const TableDeclaration& ZMessageMgr::declaration()
             {Required, Text(), Z_FIELD(ZMessageInfo, randomId)},
             {Required, Text(), Z_FIELD(ZMessageInfo, zh_cn)},
             {Required, Text(), Z_FIELD(ZMessageInfo, opt)},
-            {Optional, Text(), Z_FIELD(ZMessageInfo, jumpUrl)},
+            {Optional, Text(), Z_FIELD(ZMessageInfo, jumpUrl), TextUse::Address},
         },
         KeyedBy {&ZMessageInfo::id, &ZMessageMgr::m_messageMap},
         Listed {&ZMessageMgr::m_messageList},

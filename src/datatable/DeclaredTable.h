@@ -90,6 +90,26 @@ public:
         return true;
     }
 
+    QStringList leftOutFor(const QHash<QString, int>& header,
+                           const QJsonArray& elements) const override
+    {
+        TableRows rows;
+        rows.header = header;
+        rows.rows = elements;
+        const auto table = m_columns.bind(rows);
+        if (!table)
+            return TableDeclaration::leftOutFor(header, elements);
+        QStringList columns;
+        table->forEach([&](const Row& row, const QJsonArray&) {
+            columns.append(QString());
+            for (const auto& rule : m_leftOut) {
+                if (applies(rule, rows) && rule.condition(row))
+                    columns.last() = rule.column;
+            }
+        });
+        return columns;
+    }
+
     int recordCount() const override
     {
         int count = 0;
@@ -136,10 +156,15 @@ private:
     {
         Conditions conditions;
         for (const auto& rule : m_leftOut) {
-            if (rule.evenWithoutColumn || rows.header.contains(rule.column))
+            if (applies(rule, rows))
                 conditions.append(rule.condition);
         }
         return conditions;
+    }
+
+    static bool applies(const LeavingOut& rule, const TableRows& rows)
+    {
+        return rule.evenWithoutColumn || rows.header.contains(rule.column);
     }
 
     static bool anyHolds(const Conditions& conditions, const Row& row)

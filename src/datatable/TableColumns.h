@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <limits>
 #include <optional>
 #include <type_traits>
 
@@ -27,6 +28,7 @@ struct RefersTo
 {
     EDataTable::EDataTableType table;
     const char* column;
+    ReferenceForm form = ReferenceForm::One;
 };
 
 /** Said of a column: its cells name a file on a server, behind a part of the address. */
@@ -34,6 +36,62 @@ struct FileOn
 {
     const char* server; ///< configuration key
     const char* address;
+    const char* name = "{}"; ///< as in FileSchema
+};
+
+/** The same of an archive, and of the file in it without which it is of no use. */
+struct ArchiveOn
+{
+    const char* server;
+    const char* address;
+    const char* description = "";
+};
+
+/** Said of a column: files and references count only where that column's number is one of these. */
+struct OnlyWhere
+{
+    const char* column;
+    int from;
+    int to;
+};
+
+/** Said of a column: the numbers that mean something to a client. */
+struct Between
+{
+    int least;
+    int most = std::numeric_limits<int>::max();
+};
+
+/** Said of a column: the period that begins in that column ends here, both included. */
+struct EndOf
+{
+    const char* start;
+};
+
+/** Said of a column: where its number is above 0, the page of that column opens embedded. */
+struct OpensEmbedded
+{
+    const char* page;
+    const char* pattern; ///< captures the part of it that tells addresses to open so
+};
+
+/** Said of the column that a period begins in: what lies outside of that other one has no effect.
+ */
+struct Within
+{
+    const char* start;
+    const char* end;
+};
+
+/** Said of the id of records that are there for other tables to name, and for nothing else. */
+struct ThereToBeNamed
+{
+};
+
+/** Said of a column: rows without this text in the cell are left out. */
+struct Wants
+{
+    const char* text;
 };
 
 inline QJsonValue jsonOf(qint64 value)
@@ -52,7 +110,8 @@ QJsonValue jsonOf(const Value& value)
 
 /**
  * One column: whether a table must have it, its name where the field has another, how its cells are
- * read, the field it fills, and what else is to be said of it (a remark, RefersTo, FileOn).
+ * read, the field it fills, and what else is to be said of it (a remark, a TextUse, RefersTo and
+ * the like).
  *
  * Row is what a row is read into; Record, of which Row may be a subclass with fields for the
  * loader's own use, is what the manager keeps.
@@ -76,6 +135,7 @@ public:
         schema.conversion = QString::fromUtf8(Conversion::name);
         schema.otherwise = QString::fromUtf8(Conversion::otherwise);
         schema.fits = &Conversion::fits;
+        schema.becomes = [](const QJsonValue& cell) { return jsonOf(Conversion::read(cell)); };
         if constexpr (std::is_base_of_v<Owner, Record>) {
             schema.field = QString::fromUtf8(fieldName);
             show = [field](const Record& record) { return jsonOf(record.*field); };
@@ -109,12 +169,43 @@ private:
     {
         schema.referredTable = TableCatalogue::name(reference.table);
         schema.referredColumn = QString::fromUtf8(reference.column);
+        schema.referenceForm = reference.form;
     }
     void note(const FileOn& file)
     {
-        schema.server = QString::fromUtf8(file.server);
-        schema.address = QString::fromUtf8(file.address);
+        schema.files.append({QString::fromUtf8(file.server), QString::fromUtf8(file.address),
+                             QString::fromUtf8(file.name), false, QString()});
     }
+    void note(const ArchiveOn& file)
+    {
+        schema.files.append({QString::fromUtf8(file.server), QString::fromUtf8(file.address),
+                             QStringLiteral("{}"), true, QString::fromUtf8(file.description)});
+    }
+    void note(const OnlyWhere& condition)
+    {
+        schema.onlyWhere = QString::fromUtf8(condition.column);
+        schema.onlyFrom = condition.from;
+        schema.onlyTo = condition.to;
+    }
+    void note(const Between& numbers)
+    {
+        schema.least = numbers.least;
+        schema.most = numbers.most;
+    }
+    void note(const EndOf& period) { schema.startColumn = QString::fromUtf8(period.start); }
+    void note(const Within& other)
+    {
+        schema.withinStart = QString::fromUtf8(other.start);
+        schema.withinEnd = QString::fromUtf8(other.end);
+    }
+    void note(const OpensEmbedded& page)
+    {
+        schema.pageColumn = QString::fromUtf8(page.page);
+        schema.pagePattern = QString::fromUtf8(page.pattern);
+    }
+    void note(const Wants& part) { schema.wanted = QString::fromUtf8(part.text); }
+    void note(const ThereToBeNamed&) { schema.isThereToBeNamed = true; }
+    void note(TextUse use) { schema.use = use; }
 };
 
 /** The rows of a table, with the declared columns found in its header. */

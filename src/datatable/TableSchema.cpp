@@ -18,3 +18,11 @@ QString TableDeclaration::missingColumn(const QHash<QString, int>& header) const
     }
     return {};
 }
+
+QStringList TableDeclaration::leftOutFor(const QHash<QString, int>&, const QJsonArray& rows) const
+{
+    QStringList columns;
+    for (int i = 0; i < rows.size(); ++i)
+        columns.append(QString());
+    return columns;
+}

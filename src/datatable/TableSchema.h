@@ -9,6 +9,35 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
+/** What the texts of a column are, beyond being texts. */
+enum class TextUse {
+    Any,
+    Name,     ///< what people call the thing
+    Words,    ///< for people to read as they stand: nothing is filled in
+    Colour,   ///< "#RRGGBB", or with an alpha before or no more than a digit each
+    Address,  ///< of a web page
+    Schedule, ///< the periods of a day, as JSON
+    Object,   ///< a JSON object
+};
+
+/** How a cell names records of another table. */
+enum class ReferenceForm {
+    One,
+    Beginning, ///< by that of their ids, whatever the letter case
+};
+
+/** A file that a cell has a client fetch. */
+struct FileSchema
+{
+    QString server;         ///< the configuration key of the server that holds it
+    QString address;        ///< what stands between the server and the name
+    QString name;           ///< "{}" stands for the cell, "{column}" for that cell of the row
+    bool isArchive = false; ///< unpacked by the client; a film (".mp4") in its place is not
+    QString description;    ///< the file in the archive without which it is of no use; may be empty
+};
+
 /** One column that a manager wants of its table, in words. */
 struct ColumnSchema
 {
@@ -21,12 +50,28 @@ struct ColumnSchema
 
     QString referredTable;  ///< the table whose record the cell names; empty when none
     QString referredColumn; ///< that table's column with the same value
-    QString server;         ///< the configuration key of the server that holds the file which the
-                            ///< cell names; empty when it names none
-    QString address;        ///< what stands between the server and the cell
+    ReferenceForm referenceForm = ReferenceForm::One;
+    bool isThereToBeNamed = false; ///< a record that no other table names is of no use
+    QVector<FileSchema> files;
+
+    TextUse use = TextUse::Any;
+    QString wanted; ///< a row without this text in its cell is left out; empty when that is no rule
+    std::optional<int> least; ///< of the numbers that mean something to a client
+    std::optional<int> most;
+    QString startColumn; ///< where the period begins that ends here; empty for other columns
+    QString withinStart; ///< the period that the one which begins here has to meet ...
+    QString withinEnd;   ///< ... and its end; empty when there is none
+    QString pageColumn;  ///< the page that opens embedded where this number is above 0, or empty
+    QString pagePattern; ///< captures the part of the page that tells addresses to open so
+    QString onlyWhere; ///< the column whose number decides whether files and references count; ...
+    int onlyFrom = 0;  ///< ... they do from this one ...
+    int onlyTo = 0;    ///< ... to this one; onlyWhere is empty when they always do
 
     /** Whether a cell is of the kind that the conversion is meant for; null for one never read. */
     bool (*fits)(const QJsonValue& cell) = nullptr;
+
+    /** What the conversion makes of a cell; null like fits. */
+    QJsonValue (*becomes)(const QJsonValue& cell) = nullptr;
 };
 
 /** What a manager makes of its table's columns and rows, in words. */
@@ -61,6 +106,10 @@ public:
 
     /** The first required column that a header lacks; empty when it has them all. */
     QString missingColumn(const QHash<QString, int>& header) const;
+
+    /** For each row, of which none is null: the column for which a load leaves it out; empty when
+     *  it becomes a record, or the table is refused. */
+    virtual QStringList leftOutFor(const QHash<QString, int>& header, const QJsonArray& rows) const;
 
     /** The manager's own loading operation. */
     virtual bool load(const QString& path) const = 0;

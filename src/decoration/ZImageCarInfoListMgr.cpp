@@ -28,16 +28,16 @@ const TableDeclaration& ZImageCarInfoListMgr::declaration()
     static const DeclaredTable<ZImageCarInfoListMgr, ZImageCarInfo> table {
         {
             {Required, Text(), Z_FIELD(ZImageCarInfo, id)},
-            {Required, Text(), Z_FIELD(ZImageCarInfo, name)},
-            {Optional, Text(), Z_FIELD(ZImageCarInfo, description)},
-            {Optional, Integer(), Z_FIELD(ZImageCarInfo, price)},
+            {Required, Text(), Z_FIELD(ZImageCarInfo, name), TextUse::Name},
+            {Optional, Text(), Z_FIELD(ZImageCarInfo, description), TextUse::Words},
+            {Optional, Integer(), Z_FIELD(ZImageCarInfo, price), Between {0}},
             {Required, Text(), Z_FIELD(ZImageCarInfo, animation),
-             FileOn {"ImageResServer", animationFolder}},
+             ArchiveOn {"ImageResServer", animationFolder}},
             {Optional, Text(), Z_FIELD(ZImageCarInfo, picture),
              FileOn {"ImageResServer", pictureFolder}},
             {Required, Integer(), Z_FIELD(ZImageCarInfo, version)},
             {Optional, Date(), Z_FIELD(ZImageCarInfo, startTime)},
-            {Optional, Date(), Z_FIELD(ZImageCarInfo, endTime)},
+            {Optional, Date(), Z_FIELD(ZImageCarInfo, endTime), EndOf {"startTime"}},
         },
         KeyedBy {&ZImageCarInfo::id, &ZImageCarInfoListMgr::m_cars},
         Logs {"CarList加载完毕"}};

@@ -12,7 +12,7 @@ namespace {
 
 constexpr char pictureFolder[] = "app/logo/headframe/";
 
-QTime timeIn(const QJsonObject& period, const QString& member)
+QTime timeOf(const QJsonObject& period, const QString& member)
 {
     return QTime::fromString(period.value(member).toString(), QStringLiteral("HH:mm:ss"));
 }
@@ -29,6 +29,13 @@ QString urlOf(const QString& icon)
 }
 
 } // namespace
+
+bool stFramePeriod::holds(const QTime& at) const
+{
+    if (!start.isValid() || !end.isValid())
+        return false;
+    return start > end ? at >= start || at <= end : at >= start && at <= end;
+}
 
 QSharedPointer<ZImageFrameInfoListMgr> ZImageFrameInfoListMgr::m_instance;
 
@@ -47,15 +54,16 @@ const TableDeclaration& ZImageFrameInfoListMgr::declaration()
         {
             {Required, Integer(), Z_FIELD(ZImageFrameInfo, headFrameId)},
             {Required, Integer(), Z_FIELD(ZImageFrameInfo, headFrameType)},
-            {Required, Text(), Z_FIELD(ZImageFrameInfo, name)},
-            {Required, Text(), Z_FIELD(ZImageFrameInfo, description)},
+            {Required, Text(), Z_FIELD(ZImageFrameInfo, name), TextUse::Name},
+            {Required, Text(), Z_FIELD(ZImageFrameInfo, description), TextUse::Words},
             {Required, Text(), Z_FIELD(ZImageFrameInfo, icon2),
              FileOn {"ZZResServer", pictureFolder}},
             {Required, Text(), Z_FIELD(ZImageFrameInfo, flash)},
             {Required, Integer(), Z_FIELD(ZImageFrameInfo, version)},
             {Optional, Text(), Z_FIELD(ZImageFrameInfo, micAnimation)},
             {Optional, Text(), Z_FIELD(ZImageFrameInfo, timePeriodConfig),
-             "JSON, parsed when first asked for"},
+             "JSON, parsed when first asked for", TextUse::Schedule,
+             FileOn {"ZZResServer", pictureFolder}},
         },
         KeyedBy {&ZImageFrameInfo::headFrameId, &ZImageFrameInfoListMgr::m_frames},
         Emptied {&ZImageFrameInfoListMgr::m_periods},
@@ -92,8 +100,23 @@ QTime ZImageFrameInfoListMgr::getCurrentPeriodStartTime(int id)
 QTime ZImageFrameInfoListMgr::getPeriodStartTimeAt(int id, const QTime& at)
 {
     const auto frame = m_frames.constFind(id);
-    const Period* period = frame == m_frames.constEnd() ? nullptr : periodAt(*frame, at);
+    const stFramePeriod* period = frame == m_frames.constEnd() ? nullptr : periodAt(*frame, at);
     return period == nullptr ? QTime() : period->start;
+}
+
+QVector<stFramePeriod> ZImageFrameInfoListMgr::periodsOf(const QString& schedule)
+{
+    const QJsonObject object = QJsonDocument::fromJson(schedule.toUtf8()).object();
+    const QJsonArray list = object.value(QLatin1String("periodConfigs")).toArray();
+    QVector<stFramePeriod> periods;
+    for (const QJsonValue& value : list) {
+        const QJsonObject period = value.toObject();
+        periods.append({timeOf(period, QStringLiteral("startTime")),
+                        timeOf(period, QStringLiteral("endTime")),
+                        period.value(QLatin1String("icon1")).toString(),
+                        period.value(QLatin1String("flash")).toString()});
+    }
+    return periods;
 }
 
 QString ZImageFrameInfoListMgr::getEffectiveIconById(int id)
@@ -103,7 +126,7 @@ QString ZImageFrameInfoListMgr::getEffectiveIconById(int id)
 
 QString ZImageFrameInfoListMgr::getEffectiveIconAt(int id, const QTime& at)
 {
-    return effective(id, at, &Period::icon, &ZImageFrameInfo::icon2);
+    return effective(id, at, &stFramePeriod::icon, &ZImageFrameInfo::icon2);
 }
 
 QString ZImageFrameInfoListMgr::getEffectiveFlashById(int id)
@@ -113,7 +136,7 @@ QString ZImageFrameInfoListMgr::getEffectiveFlashById(int id)
 
 QString ZImageFrameInfoListMgr::getEffectiveFlashAt(int id, const QTime& at)
 {
-    return effective(id, at, &Period::flash, &ZImageFrameInfo::flash);
+    return effective(id, at, &stFramePeriod::flash, &ZImageFrameInfo::flash);
 }
 
 QString ZImageFrameInfoListMgr::getFramePathById(int id)
@@ -140,45 +163,25 @@ QString ZImageFrameInfoListMgr::getEffectiveFrameUrlById(int id)
     return icon.isEmpty() ? QString() : urlOf(icon);
 }
 
-QVector<ZImageFrameInfoListMgr::Period> ZImageFrameInfoListMgr::periodsOf(const QString& schedule)
-{
-    const QJsonObject object = QJsonDocument::fromJson(schedule.toUtf8()).object();
-    QVector<Period> periods;
-    for (const auto& value : object.value(QLatin1String("periodConfigs")).toArray()) {
-        const QJsonObject member = value.toObject();
-        const Period period {timeIn(member, QStringLiteral("startTime")),
-                             timeIn(member, QStringLiteral("endTime")),
-                             member.value(QLatin1String("icon1")).toString(),
-                             member.value(QLatin1String("flash")).toString()};
-        if (period.start.isValid() && period.end.isValid())
-            periods.append(period);
-    }
-    return periods;
-}
-
-const ZImageFrameInfoListMgr::Period* ZImageFrameInfoListMgr::periodAt(const ZImageFrameInfo& frame,
-                                                                       const QTime& at)
+const stFramePeriod* ZImageFrameInfoListMgr::periodAt(const ZImageFrameInfo& frame, const QTime& at)
 {
     if (!at.isValid() || frame.timePeriodConfig.isEmpty())
         return nullptr;
     auto periods = m_periods.find(frame.headFrameId);
     if (periods == m_periods.end())
         periods = m_periods.insert(frame.headFrameId, periodsOf(frame.timePeriodConfig));
-    const auto period =
-        std::find_if(periods->cbegin(), periods->cend(), [&at](const Period& candidate) {
-            const bool begun = candidate.start <= at;
-            const bool goesOn = at <= candidate.end;
-            return candidate.start > candidate.end ? begun || goesOn : begun && goesOn;
-        });
-    return period == periods->cend() ? nullptr : &*period;
+    const auto found =
+        std::find_if(periods->cbegin(), periods->cend(),
+                     [&at](const stFramePeriod& period) { return period.holds(at); });
+    return found == periods->cend() ? nullptr : &*found;
 }
 
-QString ZImageFrameInfoListMgr::effective(int id, const QTime& at, QString Period::*ofPeriod,
+QString ZImageFrameInfoListMgr::effective(int id, const QTime& at, QString stFramePeriod::*ofPeriod,
                                           QString ZImageFrameInfo::*ofFrame)
 {
     const auto frame = m_frames.constFind(id);
     if (frame == m_frames.constEnd())
         return {};
-    const Period* period = periodAt(*frame, at);
+    const stFramePeriod* period = periodAt(*frame, at);
     return period == nullptr ? (*frame).*ofFrame : period->*ofPeriod;
 }

@@ -25,13 +25,27 @@ struct ZImageFrameInfo
 };
 
 /**
+ * A period of a head frame's schedule. A time that is not written as "HH:mm:ss" is invalid here,
+ * and the period then holds no time.
+ */
+struct ZGLOBAL_EXPORT stFramePeriod
+{
+    QTime start;
+    QTime end;
+    QString icon;
+    QString flash;
+
+    /** Both ends are in it, to the millisecond; one that starts after it ends runs over midnight.
+     */
+    bool holds(const QTime& at) const;
+};
+
+/**
  * The head frames of table CS_HeadframeList, by id.
  *
  * A frame may look different at certain hours. Its schedule is an object with an array
  * "periodConfigs" of periods {"startTime": "HH:mm:ss", "endTime": "HH:mm:ss", "icon1": picture,
- * "flash": animation}. Both ends of a period are in it, to the millisecond; one that starts after
- * it ends runs over midnight; the first that holds the time is in force. What is no period, or has
- * a time written otherwise, is passed over.
+ * "flash": animation}. The first that holds the time is in force.
  *
  * The lookups that depend on the hour have two forms: for a stated local time, and for now, which
  * reads the clock once. No period holds an invalid time. Unless said otherwise an unknown id gives
@@ -56,6 +70,9 @@ public:
     QTime getCurrentPeriodStartTime(int id);
     QTime getPeriodStartTimeAt(int id, const QTime& at);
 
+    /** The periods of a schedule in its order, those that never hold among them. */
+    static QVector<stFramePeriod> periodsOf(const QString& schedule);
+
     /**
      * The picture and the animation in force: the period's, even where it has an empty one, or the
      * frame's own when no period is in force.
@@ -79,19 +96,10 @@ protected:
     static QSharedPointer<ZImageFrameInfoListMgr> m_instance;
 
 private:
-    struct Period
-    {
-        QTime start;
-        QTime end;
-        QString icon;
-        QString flash;
-    };
-
-    static QVector<Period> periodsOf(const QString& schedule);
-    const Period* periodAt(const ZImageFrameInfo& frame, const QTime& at);
-    QString effective(int id, const QTime& at, QString Period::*ofPeriod,
+    const stFramePeriod* periodAt(const ZImageFrameInfo& frame, const QTime& at);
+    QString effective(int id, const QTime& at, QString stFramePeriod::*ofPeriod,
                       QString ZImageFrameInfo::*ofFrame);
 
     QHash<int, ZImageFrameInfo> m_frames;
-    QHash<int, QVector<Period>> m_periods; // by id, of the frames that were asked for
+    QHash<int, QVector<stFramePeriod>> m_periods; // by id, of the frames that were asked for
 };

@@ -22,16 +22,17 @@ const TableDeclaration& ZMedalMgr::declaration()
     using namespace TableParts;
     static const DeclaredTable<ZMedalMgr, ZMedalInfo> table {
         {
-            {Required, IntegerAsText(), Z_FIELD(ZMedalInfo, medalId)},
+            {Required, IntegerAsText(), Z_FIELD(ZMedalInfo, medalId),
+             FileOn {"ImageResServer", "/app/images/activity/tags/", "medal_{}.png"}},
             {Required, IntegerAsText(), Z_FIELD(ZMedalInfo, groupId)},
             {Required, Integer(), Z_FIELD(ZMedalInfo, groupSort)},
             {Required, Integer(), Z_FIELD(ZMedalInfo, type)},
-            {Required, Text(), Z_FIELD(ZMedalInfo, name)},
+            {Required, Text(), Z_FIELD(ZMedalInfo, name), TextUse::Name},
             {Required, Integer(), Z_FIELD(ZMedalInfo, groupHandleType)},
             {Required, Integer(), Z_FIELD(ZMedalInfo, timeHandleType)},
             {Required, Text(), Z_FIELD(ZMedalInfo, size)},
             {Required, Text(), Z_FIELD(ZMedalInfo, icon)},
-            {Required, Text(), Z_FIELD(ZMedalInfo, description)},
+            {Required, Text(), Z_FIELD(ZMedalInfo, description), TextUse::Words},
             {Required, IntegerAsText(), Z_FIELD(ZMedalInfo, isCommon)},
             {Required, Integer(), Z_FIELD(ZMedalInfo, version)},
             {Required, Text(), Z_FIELD(ZMedalInfo, dynamicUrl), FileOn {"ImageResServer", ""}},

@@ -26,7 +26,7 @@ const TableDeclaration& ZUserStampMgr::declaration()
     static const DeclaredTable<ZUserStampMgr, ZUserStampInfo> table {
         {
             {Required, Text(), Z_FIELD(ZUserStampInfo, id)},
-            {Required, Text(), Z_FIELD(ZUserStampInfo, name)},
+            {Required, Text(), Z_FIELD(ZUserStampInfo, name), TextUse::Name},
             {Optional, Text(), Z_FIELD(ZUserStampInfo, picture),
              FileOn {"ImageResServer", pictureFolder}},
             {Optional, Integer(), Z_FIELD(ZUserStampInfo, duration)},

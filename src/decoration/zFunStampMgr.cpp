@@ -25,11 +25,11 @@ const TableDeclaration& zFunStampMgr::declaration()
         {
             {Required, Text(), Z_FIELD(zFunStampInfo, id)},
             {Optional, Text(), Z_FIELD(zFunStampInfo, activityId)},
-            {Required, Text(), Z_FIELD(zFunStampInfo, name)},
+            {Required, Text(), Z_FIELD(zFunStampInfo, name), TextUse::Name},
             {Required, Text(), Z_FIELD(zFunStampInfo, picture),
              FileOn {"ImageResServer", pictureFolder}},
             {Optional, Date(), Z_FIELD(zFunStampInfo, startTime)},
-            {Optional, Date(), Z_FIELD(zFunStampInfo, endTime)},
+            {Optional, Date(), Z_FIELD(zFunStampInfo, endTime), EndOf {"startTime"}},
         },
         KeyedBy {&zFunStampInfo::id, &zFunStampMgr::m_stamps},
         Logs {"FunStamp加载完毕"}};

@@ -18,7 +18,7 @@ const TableDeclaration& ZActivityAwardEffectMgr::declaration()
             {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, rankType)},
             {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, effectId),
              RefersTo {EDataTable::CS_PlatAwardEffect, "id"}},
-            {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, name)},
+            {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, name), TextUse::Name},
             {Required, Text(), Z_FIELD(ZActivityAwardEffectInfo, effectIcon)},
             {Required, Integer(), Z_FIELD(ZActivityAwardEffectInfo, availableTime)},
             {Required, Integer(), Z_FIELD(ZActivityAwardEffectInfo, availableGapTime)},

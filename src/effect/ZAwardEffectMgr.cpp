@@ -23,12 +23,12 @@ const TableDeclaration& ZAwardEffectMgr::declaration()
         {
             {Required, IntegerAsText(), Z_FIELD(ZAwardEffectInfo, id)},
             {Required, Integer(), Z_FIELD(ZAwardEffectInfo, sort)},
-            {Required, Text(), Z_FIELD(ZAwardEffectInfo, name)},
+            {Required, Text(), Z_FIELD(ZAwardEffectInfo, name), TextUse::Name},
             {Required, Text(), Z_FIELD(ZAwardEffectInfo, flash),
              RefersTo {EDataTable::FlashConfig, "flashName"}},
             {Required, Text(), Z_FIELD(ZAwardEffectInfo, icon),
              FileOn {"ImageResServer", iconFolder}},
-            {Required, Text(), Z_FIELD(ZAwardEffectInfo, descs)},
+            {Required, Text(), Z_FIELD(ZAwardEffectInfo, descs), TextUse::Words},
         },
         KeyedBy {&ZAwardEffectInfo::id, &ZAwardEffectMgr::m_infos},
         Logs {"CS_PlatAwardEffect加载完毕"}};

@@ -86,9 +86,10 @@ const TableDeclaration& ZFlashConfigMgr::declaration()
     static const DeclaredTable<ZFlashConfigMgr, ZFlashConfigInfo> table {
         {
             {Required, Text(), Z_FIELD(ZFlashConfigInfo, flashName),
-             FileOn {"ZZResServer", archiveFolder}},
+             ArchiveOn {"ZZResServer", archiveFolder, "{}.flajson"}},
             {Required, TextAsInteger(), Z_FIELD(ZFlashConfigInfo, flashVersion)},
-            {Required, TextAsInteger(), Z_FIELD(ZFlashConfigInfo, flashPrevDownload)},
+            {Required, TextAsInteger(), Z_FIELD(ZFlashConfigInfo, flashPrevDownload),
+             Between {0, 1}},
         },
         LeftOut {&ZFlashConfigInfo::flashName, "a row without it is left out",
                  [](const ZFlashConfigInfo& info) { return info.flashName.isEmpty(); }},

@@ -34,13 +34,14 @@ const TableDeclaration& ZRecreationMgr::declaration()
     using namespace TableParts;
     static const DeclaredTable<ZRecreationMgr, recreationInfo> table {
         {
-            {Optional, Text(), Z_FIELD(recreationInfo, id)},
-            {Optional, Text(), Z_FIELD(recreationInfo, name)},
+            {Optional, Text(), Z_FIELD(recreationInfo, id),
+             FileOn {"ImageResServer", magicFolder, "{}.png"}},
+            {Optional, Text(), Z_FIELD(recreationInfo, name), TextUse::Name},
             {Optional, Text(), Z_FIELD(recreationInfo, playType)},
             {Optional, Text(), Z_FIELD(recreationInfo, num)},
             {Optional, Text(), Z_FIELD(recreationInfo, range)},
             {Optional, Text(), Z_FIELD(recreationInfo, flashName),
-             FileOn {"ImageResServer", magicFolder}},
+             ArchiveOn {"ImageResServer", magicFolder}},
             {Optional, Text(), Z_FIELD(recreationInfo, flashVersion)},
         },
         Emptied {&ZRecreationMgr::m_idsByType},

@@ -14,11 +14,11 @@ const TableDeclaration& ZGiftLabelMgr::declaration()
     using namespace TableParts;
     static const DeclaredTable<ZGiftLabelMgr, ZGiftLabelInfo> table {
         {
-            {Required, Text(), Z_FIELD(ZGiftLabelInfo, id)},
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, id), ThereToBeNamed()},
             {Required, Text(), Z_FIELD(ZGiftLabelInfo, alterDateTime)},
-            {Required, Text(), Z_FIELD(ZGiftLabelInfo, giftLabelName)},
-            {Required, Text(), Z_FIELD(ZGiftLabelInfo, startColor)},
-            {Required, Text(), Z_FIELD(ZGiftLabelInfo, endColor)},
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, giftLabelName), TextUse::Name},
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, startColor), TextUse::Colour},
+            {Required, Text(), Z_FIELD(ZGiftLabelInfo, endColor), TextUse::Colour},
         },
         KeyedBy {&ZGiftLabelInfo::id, &ZGiftLabelMgr::m_labels},
         Logs {"礼物标签表加载完毕"},

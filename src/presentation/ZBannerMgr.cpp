@@ -16,6 +16,9 @@
 
 namespace {
 
+// A page at the root of its site counts here: its path "/" is part of most addresses.
+constexpr char pathPattern[] = "^https?://[^/]+(/.*)";
+
 QString config(const QString& key)
 {
     return ZGlobalConfig::getInstance().getConfig(key);
@@ -36,10 +39,9 @@ QUrl largeBannerUrl()
     return url;
 }
 
-/** A page at the root of its site counts here: its path "/" is part of most addresses. */
-const QRegularExpression& pathPattern()
+const QRegularExpression& pagePattern()
 {
-    static const QRegularExpression pattern(QStringLiteral("^https?://[^/]+(/.*)"));
+    static const QRegularExpression pattern(QString::fromLatin1(pathPattern));
     return pattern;
 }
 
@@ -68,20 +70,24 @@ const TableDeclaration& ZBannerMgr::declarationOf()
         {
             {Required, Integer(), Z_FIELD(ZBannerInfo, id)},
             {Required, Integer(), Z_FIELD(ZBannerInfo, bannerType)},
-            {Required, Text(), Z_FIELD(ZBannerInfo, bannerContent), FileOn {"ImageResServer", ""}},
+            {Required, Text(), Z_FIELD(ZBannerInfo, bannerContent), FileOn {"ImageResServer", ""},
+             OnlyWhere {"bannerType", 1, 2}},
             {Required, Integer(), Z_FIELD(ZBannerInfo, lpType)},
-            {Required, Text(), Z_FIELD(ZBannerInfo, landingPage)},
-            {Required, Integer(), Z_FIELD(ZBannerInfo, weight)},
+            {Required, Text(), Z_FIELD(ZBannerInfo, landingPage), TextUse::Address},
+            {Required, Integer(), Z_FIELD(ZBannerInfo, weight), Between {0}},
             {Required, TruncatedNumber(), Z_FIELD(ZBannerInfo, startDate)},
-            {Required, TruncatedNumber(), Z_FIELD(ZBannerInfo, endDate)},
-            {Required, Integer(), Z_FIELD(ZBannerInfo, isLive)},
-            {Required, Integer(), Z_FIELD(ZBannerInfo, isHalf)},
+            {Required, TruncatedNumber(), Z_FIELD(ZBannerInfo, endDate), EndOf {"startDate"}},
+            {Required, Integer(), Z_FIELD(ZBannerInfo, isLive), Between {0, 1}},
+            {Required, Integer(), Z_FIELD(ZBannerInfo, isHalf), Between {0, 1}},
             {Optional, Integer(), Z_FIELD(ZBannerInfo, isCefOpen),
-             "above 0 the trimmed landingPage joins the pages for the embedded browser, for good"},
-            {Optional, Text(), Z_FIELD(ZBannerInfo, showPosition)},
-            {Optional, Text(), Z_FIELD(ZBannerInfo, name)},
-            {Optional, Integer(), Z_FIELD(ZBannerInfo, showByFunLevel), "-1 without the column"},
-            {Optional, Integer(), Z_FIELD(ZBannerInfo, tipsType), "-1 without the column"},
+             "above 0 the trimmed landingPage joins the pages for the embedded browser, for good",
+             Between {0, 1}, OpensEmbedded {"landingPage", pathPattern}},
+            {Optional, Text(), Z_FIELD(ZBannerInfo, showPosition), Wants {"pc_anchor"}},
+            {Optional, Text(), Z_FIELD(ZBannerInfo, name), TextUse::Name},
+            {Optional, Integer(), Z_FIELD(ZBannerInfo, showByFunLevel), "-1 without the column",
+             Between {-1}},
+            {Optional, Integer(), Z_FIELD(ZBannerInfo, tipsType), "-1 without the column",
+             Between {-1}},
         },
         EachRow {&ZBannerMgr::notePage},
         LeftOut {&ZBannerInfo::showPosition, "a row without \"pc_anchor\" in it is left out",
@@ -197,7 +203,7 @@ void ZBannerMgr::updateLargeBanner()
 void ZBannerMgr::notePage(const ZBannerInfo& info, const QJsonArray&)
 {
     if (info.isCefOpen > 0)
-        EmbeddedPages::add(info.landingPage.trimmed(), pathPattern(), m_tablePages);
+        EmbeddedPages::add(info.landingPage.trimmed(), pagePattern(), m_tablePages);
 }
 
 void ZBannerMgr::addServerPages(const QByteArray& answer)
@@ -207,6 +213,6 @@ void ZBannerMgr::addServerPages(const QByteArray& answer)
         const QJsonObject banner = element.toObject();
         const QString page = banner.value(QLatin1String("landingPage")).toString();
         if (banner.value(QLatin1String("isCefOpen")).toInt() == 1 && !page.isEmpty())
-            EmbeddedPages::add(page, pathPattern(), m_serverPages);
+            EmbeddedPages::add(page, pagePattern(), m_serverPages);
     }
 }

@@ -3,6 +3,12 @@
 #include "datatable/DeclaredTable.h"
 #include "presentation/EmbeddedPages.h"
 
+namespace {
+
+constexpr char pathPattern[] = "^https?://[^/]+(/.+)";
+
+} // namespace
+
 QSharedPointer<ZOtherBannerMgr> ZOtherBannerMgr::m_instance;
 
 ZOtherBannerMgr* ZOtherBannerMgr::getInstance()
@@ -19,9 +25,10 @@ const TableDeclaration& ZOtherBannerMgr::declaration()
     static const DeclaredTable<ZOtherBannerMgr, ZOtherBannerInfo> table {
         {
             {Required, Integer(), Z_FIELD(ZOtherBannerInfo, id)},
-            {Required, Text(), Z_FIELD(ZOtherBannerInfo, targetObject)},
+            {Required, Text(), Z_FIELD(ZOtherBannerInfo, targetObject), TextUse::Address},
             {Required, Integer(), Z_FIELD(ZOtherBannerInfo, isCefOpen),
-             "from 1 on the trimmed targetObject joins the pages for the embedded browser"},
+             "from 1 on the trimmed targetObject joins the pages for the embedded browser",
+             Between {0, 1}, OpensEmbedded {"targetObject", pathPattern}},
         },
         Emptied {&ZOtherBannerMgr::m_pages},
         EachRow {&ZOtherBannerMgr::notePage},
@@ -57,7 +64,7 @@ QString ZOtherBannerMgr::otherBannerCefPage(const QString& url)
 
 void ZOtherBannerMgr::notePage(const ZOtherBannerInfo& info, const QJsonArray&)
 {
-    static const QRegularExpression pathPattern(QStringLiteral("^https?://[^/]+(/.+)"));
+    static const QRegularExpression pattern(QString::fromLatin1(pathPattern));
     if (info.isCefOpen >= 1)
-        EmbeddedPages::add(info.targetObject.trimmed(), pathPattern, m_pages);
+        EmbeddedPages::add(info.targetObject.trimmed(), pattern, m_pages);
 }

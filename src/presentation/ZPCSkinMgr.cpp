@@ -43,7 +43,9 @@ const TableDeclaration& ZPCSkinMgr::declaration()
     using namespace TableParts;
     static const DeclaredTable<ZPCSkinMgr, ZPCSkinInfo> table {
         {
-            {Optional, Text(), Z_FIELD(ZPCSkinInfo, id)},
+            {Optional, Text(), Z_FIELD(ZPCSkinInfo, id),
+             FileOn {"ImageResServer", "/app/images/pcskin/", "{}_0_{version}"},
+             FileOn {"ImageResServer", "/app/images/pcskin/", "{}_1_{version}"}},
             {Optional, Text(), Z_FIELD(ZPCSkinInfo, version)},
             {Optional, Text(), Z_FIELD(ZPCSkinInfo, desc)},
         },

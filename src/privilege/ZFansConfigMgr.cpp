@@ -17,7 +17,7 @@ const TableDeclaration& ZFansConfigMgr::declaration()
     static const DeclaredTable<ZFansConfigMgr, zFansInfo> table {
         {
             {Required, Text(), Z_FIELD(zFansInfo, id)},
-            {Required, Text(), Z_FIELD(zFansInfo, name)},
+            {Required, Text(), Z_FIELD(zFansInfo, name), TextUse::Name},
             {Required, Text(), Z_FIELD(zFansInfo, diamond)},
             {Required, Text(), Z_FIELD(zFansInfo, addTime)},
             {Required, Text(), Z_FIELD(zFansInfo, rewardCarId),
@@ -28,7 +28,7 @@ const TableDeclaration& ZFansConfigMgr::declaration()
             {Required, Text(), Z_FIELD(zFansInfo, sortValue)},
             {Required, Text(), Z_FIELD(zFansInfo, guardVal)},
             {Required, Text(), Z_FIELD(zFansInfo, category)},
-            {Required, Text(), Z_FIELD(zFansInfo, categoryName)},
+            {Required, Text(), Z_FIELD(zFansInfo, categoryName), TextUse::Name},
             {Required, Text(), Z_FIELD(zFansInfo, cancelDiamond)},
         },
         KeyedBy {&zFansInfo::id, &ZFansConfigMgr::m_infos},

@@ -36,7 +36,8 @@ const TableDeclaration& ZNobilityListMgr::configDeclaration()
             {Required, Text(), Z_FIELD(stNobleConfig, chatSkinList)},
             {Required, Text(), Z_FIELD(stNobleConfig, headFrameId),
              RefersTo {EDataTable::CS_HeadframeList, "headFrameId"}},
-            {Required, Text(), Z_FIELD(stNobleConfig, exclusiveCar)},
+            {Required, Text(), Z_FIELD(stNobleConfig, exclusiveCar),
+             RefersTo {EDataTable::CS_CarList, "id", ReferenceForm::Beginning}},
             {Required, TextAsFlag(), Z_FIELD(stNobleConfig, customCar)},
         },
         KeyedBy {&stNobleConfig::nobleId, &ZNobilityListMgr::m_configs},
@@ -51,7 +52,7 @@ const TableDeclaration& ZNobilityListMgr::consumeDeclaration()
     static const DeclaredTable<ZNobilityListMgr, ZNobleConsumeInfo> table {
         {
             {Required, TextAsInteger(), Z_FIELD(ZNobleConsumeInfo, nobleId)},
-            {Required, Text(), Z_FIELD(ZNobleConsumeInfo, nobleName)},
+            {Required, Text(), Z_FIELD(ZNobleConsumeInfo, nobleName), TextUse::Name},
             {Required, Text(), Z_FIELD(ZNobleConsumeInfo, blackBean)},
             {Required, Text(), Z_FIELD(ZNobleConsumeInfo, returnDiamond)},
             {Required, TextList(), Z_FIELD(ZNobleConsumeInfo, upgradeReturnDiamond)},

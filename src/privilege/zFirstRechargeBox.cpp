@@ -24,13 +24,13 @@ const TableDeclaration& zFirstRechargeBox::declaration()
     static const DeclaredTable<zFirstRechargeBox, zFirstRechargeBoxInfo> table {
         {
             {Required, Text(), Z_FIELD(zFirstRechargeBoxInfo, id)},
-            {Required, Text(), Z_FIELD(zFirstRechargeBoxInfo, name)},
-            {Required, Number(), Z_FIELD(zFirstRechargeBoxInfo, amount)},
+            {Required, Text(), Z_FIELD(zFirstRechargeBoxInfo, name), TextUse::Name},
+            {Required, Number(), Z_FIELD(zFirstRechargeBoxInfo, amount), Between {0}},
             {Optional, TextList(), Z_FIELD(zFirstRechargeBoxInfo, rewards)},
             {Optional, Text(), Z_FIELD(zFirstRechargeBoxInfo, picture),
              FileOn {"ImageResServer", pictureFolder}},
             {Optional, Date(), Z_FIELD(zFirstRechargeBoxInfo, startTime)},
-            {Optional, Date(), Z_FIELD(zFirstRechargeBoxInfo, endTime)},
+            {Optional, Date(), Z_FIELD(zFirstRechargeBoxInfo, endTime), EndOf {"startTime"}},
         },
         KeyedBy {&zFirstRechargeBoxInfo::id, &zFirstRechargeBox::m_infos},
         Listed {&zFirstRechargeBox::m_list},
