@@ -29,6 +29,9 @@ public:
 
     const QStringList& words() const { return m_words; }
 
+    /** Whether there are words that have nothing to be found by. */
+    bool triesEveryLine() const { return !m_unanchored.empty(); }
+
     void mask(ChatLine& line);
 
     int keptEngines() const { return m_engines.size(); }

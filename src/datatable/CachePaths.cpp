@@ -39,9 +39,14 @@ bool CachePaths::mayBeUsed(const QString& path)
     return may;
 }
 
+QString CachePaths::nameFault(const QString& name)
+{
+    return FileNames::fault(name);
+}
+
 bool CachePaths::mayBeName(const QString& name)
 {
-    const QString fault = FileNames::fault(name);
+    const QString fault = nameFault(name);
     if (!fault.isEmpty())
         tellOnce(QStringLiteral("not used, it %1: %2").arg(fault, name));
     return fault.isEmpty();

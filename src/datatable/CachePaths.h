@@ -28,4 +28,7 @@ bool mayBeUsed(const QString& path);
  */
 bool mayBeName(const QString& name);
 
+/** Why it may not, as in "is empty"; an empty text when it may. */
+ZGLOBAL_EXPORT QString nameFault(const QString& name);
+
 } // namespace CachePaths

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ZGlobalExport.h"
 #include "datatable/EDataTable.h"
 #include "datatable/TableSchema.h"
 
@@ -35,7 +36,7 @@ struct TableEntry
  * Declared here, where tables are loaded, and defined above the managers, which all know
  * ZDataTableMgr: nothing down here may know them.
  */
-const QVector<TableEntry>& tableList();
+ZGLOBAL_EXPORT const QVector<TableEntry>& tableList();
 
 /** The entry of a table, or null when none is read. */
 inline const TableEntry* tableEntry(const QString& table)
