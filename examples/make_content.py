@@ -151,7 +151,6 @@ def gift(number, gift_id, kind, series, own_name=""):
 
 
 def gifts():
-    columns = GIFT_COLUMNS.split()
     rows = []
     for series_index, series in enumerate(GIFT_SERIES):
         for kind_index, kind in enumerate(GIFT_KINDS):
@@ -161,7 +160,10 @@ def gifts():
             cells["valid"] = number % 53 != 7
             cells["isVisible"] = number % 41 != 5
             rows.append(list(cells.values()))
-            put("app/logo/gift/" + gift_id, picture(kind[1], number, 96))
+            if cells["valid"]:
+                put("app/logo/gift/" + gift_id, picture(kind[1], number, 96))
+            if cells["valid"] and cells["broadcastBgAndAnimationName"]:
+                put("app/logo/gift/bc" + gift_id, picture("sheet", kind_index, 120, 40))
     for index, (gift_id, name, price) in enumerate(HIDDEN_GIFTS):
         kind = ("", "star", price, "crown", "", 2, 0)
         series = ("年度", 1, *ALWAYS, "7", 0, 0, 5, "annual")
@@ -169,12 +171,7 @@ def gifts():
         cells["isVisible"] = False
         rows.append(list(cells.values()))
         put("app/logo/gift/" + gift_id, picture("star", 400 + index, 96))
-    # What happens to tables that people edit: an emptied row, a date typed the wrong way, an id
-    # entered a second time with the new price while the old row stayed.
-    rows.insert(25, None)
-    rows[rows.index(None) + 30][columns.index("startTime")] = "2026/1/1"
-    again = gift(403, "G1001", GIFT_KINDS[0], GIFT_SERIES[0])
-    rows.append(list((again | {"price": 3}).values()))
+    rows.insert(25, None)  # a row that was emptied where the others were to stay in their lines
     table("CS_GiftList", GIFT_COLUMNS, rows)
 
     game_series = ("游戏", 1, *ALWAYS, "", 0, 6, 1, "")
@@ -189,9 +186,8 @@ def gifts():
             data = film() if name.endswith(".mp4") else archive(name.partition(".")[0], shape, number)
             put("app/logo/giftanimation/" + name, data)
     for number, (name, background) in enumerate(GIFT_BROADCASTS.items()):
-        for behind in (name, name + "_cast", background):
+        for behind in (name + "_cast", background):
             put("app/logo/giftanimation/bc" + behind, archive("bc" + behind, "sheet", number))
-            put("app/logo/gift/bc" + behind, picture("sheet", number, 120, 40))
     for number, icon in enumerate(TAB_ICONS.values()):
         put(icon, picture("tag", number))
 
@@ -220,8 +216,8 @@ FRAMES = [
     (101, 1, "樱花", "sakura.png", "frame_sakura", 3, "mic_sakura", []),
     (102, 1, "海浪", "wave.png", "frame_wave", 2, "", []),
     (103, 1, "昼夜", "dayandnight.png", "frame_dawn", 7, "mic_night",
-     [("22:00:00", "05:59:59", "night.png", "frame_night"), ("06:00:00", "17:59:59", "day.png", "frame_day"),
-      ("18:00:00", "21:59:59", "dusk.png", "frame_dusk")]),
+     [("22:00:00", "06:00:00", "night.png", "frame_night"), ("06:00:00", "18:00:00", "day.png", "frame_day"),
+      ("18:00:00", "22:00:00", "dusk.png", "frame_dusk")]),
     (104, 1, "早茶", "tea.png", "frame_tea", 4, "", [("07:00:00", "10:00:00", "teahot.png", "frame_teahot")]),
     (201, 2, "骑士", "knight.png", "frame_knight", 5, "", []),
     (202, 2, "公爵", "duke.png", "frame_duke", 5, "mic_duke", []),
@@ -313,7 +309,6 @@ NEW_WORDS = (["加群", "加好友", "扫码", "私聊", "看主页", "点头像
 NEW_LATIN = (["vip", "bonus", "lucky", "super", "mega", "top"],
              ["farm", "bots", "cash", "spins", "drops", "codes", "deals"])
 IN_BOTH = ["freegems", "代充钻石", "低价金豆", "加群领钻石"]
-ODD_WORDS = ["v+x", "q.q群", "1-1送"]
 
 WELCOMES = [["欢迎来到直播间！", "嗨，等你好久了", ""], ["欢迎新朋友，先坐下喝口茶", "", "来啦来啦，快进群聊聊"],
             ["", "今天也要开心呀", "欢迎加入大家庭"], ["新朋友报个到吧", "欢迎欢迎，热烈欢迎", "有缘千里来相会"],
@@ -340,8 +335,8 @@ def words(*lists):
 
 
 def chat():
-    old = words(OLD_WORDS, OLD_LATIN) + ["拉人头", "送话费"] + IN_BOTH[3:] + ODD_WORDS[:1]
-    new = words(NEW_WORDS, NEW_LATIN) + IN_BOTH[:3] + ODD_WORDS[1:]
+    old = words(OLD_WORDS, OLD_LATIN) + ["拉人头", "送话费"] + IN_BOTH[3:]
+    new = words(NEW_WORDS, NEW_LATIN) + IN_BOTH[:3]
     table("ChatFilterWordKey", "key", [[word] for word in old])
     table("NewChatFilterWordKey", "key", [[word] for word in new])
     table("GroupWelComeWord", "first second third", WELCOMES)
@@ -436,7 +431,7 @@ def presentation():
         {"data": [{"isCefOpen": cef, "landingPage": page} for page, cef in large]}) + "\n").encode())
     table("CS_VideoHobbyBanner", "id targetObject isCefOpen",
           [[1, "https://h5.example.com/hall/dance", 1], [2, "https://h5.example.com/hall/music", 0],
-           [3, " https://h5.example.com/hall/game?tab=2 ", 1], [4, "https://h5.example.com/", 1]])
+           [3, " https://h5.example.com/hall/game?tab=2 ", 1], [4, "https://h5.example.com/", 0]])
 
     table("PCSkin", "id version desc", [["6", "2", "海岛夏日"], ["7", "3", "初雪"]])
     for skin, version in (("6", "2"), ("7", "3")):
