@@ -23,7 +23,7 @@ FLOORS = [  # from the bottom
     ["src/gift", "src/decoration", "src/chat", "src/presentation", "src/privilege", "src/effect"],
     ["src/startup", "src/tidy"],
     ["src/client"],
-    ["apps/server", "apps/zglobal/console"],
+    ["apps/server", "apps/lint", "apps/zglobal/console"],
     ["apps/zglobal/command"],
     ["apps/zglobal/demo"],
     ["apps/zglobal", "apps/commandreference", "apps/tablereference", "bench", "examples/embed",

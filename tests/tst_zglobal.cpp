@@ -334,6 +334,25 @@ private Q_SLOTS:
         QCOMPARE(answer.mid(answer.indexOf("\r\n\r\n") + 4), body.toUtf8());
     }
 
+    /** The status is for a pipeline, the objects for a program. */
+    void lint()
+    {
+        const QString table = ZTestFolder::write(
+            u"Doutu.json"_s,
+            R"({"columns": ["name", "version", "group"], "rows": [["a", 3, "1"]]})");
+        const Result found = run({u"lint"_s, table, u"--json"_s});
+        QCOMPARE(found.status, 1);
+        QCOMPARE(found.json().array(),
+                 QJsonArray({QJsonObject {
+                     {u"rule"_s, u"wrong-type"_s},
+                     {u"severity"_s, u"error"_s},
+                     {u"table"_s, u"Doutu"_s},
+                     {u"row"_s, 1},
+                     {u"column"_s, u"version"_s},
+                     {u"message"_s, u"3 is no integer in quotes; a client reads 0"_s}}}));
+        QCOMPARE(run({u"lint"_s, table, u"--allow"_s, u"wrong-type"_s}).status, 0);
+    }
+
     void servesUntilTerminated()
     {
         ZTestFolder::write(u"site/f"_s, "x");

@@ -2,7 +2,7 @@
 
 QList<Command> allCommands()
 {
-    return {demoCommand(),    serveCommand(), updateCommand(), statusCommand(),
-            showCommand(),    giftCommand(),  maskCommand(),   flashCommand(),
-            bannersCommand(), openCommand(),  tidyCommand(),   reportCommand()};
+    return {demoCommand(), serveCommand(), updateCommand(), statusCommand(), showCommand(),
+            giftCommand(), lintCommand(),  maskCommand(),   flashCommand(),  bannersCommand(),
+            openCommand(), tidyCommand(),  reportCommand()};
 }

@@ -9,6 +9,7 @@ Command bannersCommand();
 Command demoCommand();
 Command flashCommand();
 Command giftCommand();
+Command lintCommand();
 Command maskCommand();
 Command openCommand();
 Command reportCommand();

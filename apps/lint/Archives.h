@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+/** What becomes of archives at a client. Remembers it, so that what has not changed is not unpacked
+ *  again. */
+class Archives
+{
+public:
+    struct Verdict
+    {
+        QString error;               ///< why a client refuses the archive; empty when it does not
+        bool hasDescription = false; ///< whether the file in question is in it
+    };
+
+    /** Unpacks the archive in a temporary folder, and looks there for the file described. */
+    Verdict verdictOn(const QString& path, const QString& description);
+
+private:
+    QHash<QByteArray, Verdict> m_known;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+/** What is to be published: tables, their versions, and the folder with all the rest. */
+struct Content
+{
+    QMap<QString, QByteArray> tables;   ///< by name
+    std::optional<QByteArray> versions; ///< the file of the versions, where it is at hand
+    QString folder;                     ///< empty when only tables are at hand
+
+    /**
+     * Reads a content folder, a folder of tables, or files: a table is called like its file, an
+     * extension apart. Answers why that cannot be done, or an empty text.
+     */
+    QString read(const QString& path);
+
+    /** The files in the folder, relative to it and sorted; hidden ones are none of them. */
+    QStringList files() const;
+
+    /** Whether any client may ask for a table of that name. */
+    static bool isTable(const QString& name);
+    static QStringList tableNames();
+};

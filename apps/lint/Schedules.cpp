@@ -1,0 +1,118 @@
+#include "lint/Schedules.h"
+
+#include "decoration/ZImageFrameInfoListMgr.h"
+#include "lint/Findings.h"
+#include "lint/Wording.h"
+
+#include <QTime>
+#include <QVector>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int day = 24 * 60 * 60 * 1000; // milliseconds
+
+/** A stretch of the day in milliseconds since midnight, both ends included. */
+struct Span
+{
+    int from;
+    int to;
+    int period; // from 1
+};
+
+QString clock(int milliseconds)
+{
+    return QTime::fromMSecsSinceStartOfDay(milliseconds % day)
+        .toString(QStringLiteral("HH:mm:ss.zzz"));
+}
+
+QVector<Span> spansOf(const QVector<stFramePeriod>& periods)
+{
+    QVector<Span> spans;
+    for (int i = 0; i < periods.size(); ++i) {
+        const int from = periods.at(i).start.msecsSinceStartOfDay();
+        const int to = periods.at(i).end.msecsSinceStartOfDay();
+        if (!periods.at(i).start.isValid() || !periods.at(i).end.isValid())
+            continue;
+        if (from <= to) {
+            spans.append({from, to, i + 1});
+            continue;
+        }
+        spans.append({from, day, i + 1});
+        spans.append({0, to, i + 1});
+    }
+    std::sort(spans.begin(), spans.end(),
+              [](const Span& left, const Span& right) { return left.from < right.from; });
+    return spans;
+}
+
+/** A moment that two periods share does no harm: the first has it. */
+void checkOverlaps(const QVector<Span>& spans, const Place& place, Findings& findings)
+{
+    for (int i = 0; i < spans.size(); ++i) {
+        for (int j = i + 1; j < spans.size(); ++j) {
+            const int from = std::max(spans.at(i).from, spans.at(j).from);
+            const int to = std::min(spans.at(i).to, spans.at(j).to);
+            if (from >= to)
+                continue;
+            const int first = std::min(spans.at(i).period, spans.at(j).period);
+            const int second = std::max(spans.at(i).period, spans.at(j).period);
+            findings.add(
+                Rule::ScheduleOverlap, place,
+                QStringLiteral("periods %1 and %2 both hold %3 to %4; a client takes "
+                               "period %1")
+                    .arg(QString::number(first), QString::number(second), clock(from), clock(to)));
+        }
+    }
+}
+
+/** Where half of the day and more is left to the frame's own picture, that is the plan. */
+void checkGaps(const QVector<Span>& spans, const Place& place, Findings& findings)
+{
+    QVector<Span> gaps;
+    int reached = 0;
+    int open = 0;
+    const auto gapTo = [&](int to) {
+        if (to <= reached)
+            return;
+        gaps.append({reached, to, 0});
+        open += to - reached;
+    };
+    for (const Span& span : spans) {
+        gapTo(span.from);
+        reached = std::max(reached, span.to);
+    }
+    gapTo(day);
+    if (open >= day / 2)
+        return;
+    for (const Span& gap : gaps)
+        findings.add(Rule::ScheduleGap, place,
+                     QStringLiteral("no period holds what lies between %1 and %2; a client shows "
+                                    "the default then")
+                         .arg(clock(gap.from), clock(gap.to)));
+}
+
+} // namespace
+
+void Schedules::check(const QString& schedule, const Place& place, Findings& findings)
+{
+    const QVector<stFramePeriod> periods = ZImageFrameInfoListMgr::periodsOf(schedule);
+    if (periods.isEmpty())
+        findings.add(Rule::BadSchedule, place,
+                     QStringLiteral("%1 lists no \"periodConfigs\"; a client always shows the "
+                                    "default")
+                         .arg(Wording::shown(schedule)));
+    for (int i = 0; i < periods.size(); ++i) {
+        if (!periods.at(i).start.isValid() || !periods.at(i).end.isValid())
+            findings.add(Rule::BadSchedule, place,
+                         QStringLiteral("period %1 lacks a time written as \"HH:mm:ss\"; a client "
+                                        "passes it over")
+                             .arg(i + 1));
+    }
+    const QVector<Span> spans = spansOf(periods);
+    if (spans.isEmpty())
+        return;
+    checkOverlaps(spans, place, findings);
+    checkGaps(spans, place, findings);
+}

@@ -1,0 +1,106 @@
+#include "datatable/TableList.h"
+#include "decoration/ZImageFrameInfoListMgr.h"
+#include "gift/ZGiftListMgr.h"
+#include "lint/Content.h"
+#include "lint/ContentChecks.h"
+#include "lint/Findings.h"
+#include "presentation/ZBannerMgr.h"
+
+#include <QFile>
+#include <QMap>
+#include <QPair>
+#include <QTemporaryDir>
+
+namespace {
+
+/** What is said of a thing, by its table and what it is called there. */
+using Things = QMap<QPair<QString, QString>, QString>;
+
+/** The reader's own operation; of a table that it refuses the manager holds what it held. */
+void load(const Content& content, const QString& table)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(table));
+    const QByteArray bytes = content.tables.value(table);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        return;
+    file.close();
+    if (const TableEntry* entry = tableEntry(table))
+        entry->reader.load(file.fileName());
+}
+
+void addGifts(const Content& content, const QDateTime& moment, Things& things)
+{
+    const QString table = QStringLiteral("CS_GiftList");
+    ZGiftListMgr* gifts = ZGiftListMgr::getInstance();
+    gifts->clear();
+    load(content, table);
+    for (const ZGiftInfo& gift : gifts->getGiftList()) {
+        if (gifts->checkGiftValid(gift.giftId, moment.toSecsSinceEpoch(), true, true))
+            things.insert({table, gift.giftId}, QStringLiteral("on sale"));
+    }
+}
+
+void addFrames(const Content& content, const QDateTime& moment, Things& things)
+{
+    const QString table = QStringLiteral("CS_HeadframeList");
+    ZImageFrameInfoListMgr* frames = ZImageFrameInfoListMgr::getInstance();
+    frames->clear();
+    load(content, table);
+    for (const ZImageFrameInfo& frame : frames->getImageFrameMap())
+        things.insert({table, QString::number(frame.headFrameId)},
+                      frames->getEffectiveIconAt(frame.headFrameId, moment.time()));
+}
+
+// Loading banners also asks the web service for pages; without a configured server that is in vain.
+void addBanners(const Content& content, Things& things)
+{
+    ZBannerMgr* banners = ZBannerMgr::getInstance();
+    banners->clear();
+    for (const bool isNew : {false, true}) {
+        const QString table =
+            isNew ? QStringLiteral("CS_BannerConfigNew") : QStringLiteral("CS_BannerConfig");
+        load(content, table);
+        QStringList ids;
+        for (const ZBannerInfo& banner : banners->getList(isNew))
+            ids.append(QString::number(banner.id));
+        things.insert({table, QString()}, ids.join(QStringLiteral(", ")));
+    }
+}
+
+Things shownAt(const QDateTime& moment, const Content& content)
+{
+    Things things;
+    addGifts(content, moment, things);
+    addFrames(content, moment, things);
+    addBanners(content, things);
+    return things;
+}
+
+} // namespace
+
+void ContentChecks::checkShown(const Content& content, const Content& published,
+                               const QDateTime& moment, Findings& findings)
+{
+    const Things before = shownAt(moment, published);
+    const Things after = shownAt(moment, content);
+    Things all = before;
+    for (auto thing = after.begin(); thing != after.end(); ++thing)
+        all.insert(thing.key(), *thing);
+    const QString time = moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    const auto said = [](const QString& text) {
+        return text.isEmpty() ? QStringLiteral("not shown") : text;
+    };
+    for (auto thing = all.begin(); thing != all.end(); ++thing) {
+        const QString& name = thing.key().second;
+        if (before.value(thing.key()) == after.value(thing.key()))
+            continue;
+        const QString subject =
+            name.isEmpty() ? QStringLiteral("the banners are ") : name + QStringLiteral(" is ");
+        findings.add(
+            Rule::ShownOtherwise, {thing.key().first, 0, QString()},
+            subject
+                + QStringLiteral("%1 at %2; by the published table %3")
+                      .arg(said(after.value(thing.key())), time, said(before.value(thing.key()))));
+    }
+}

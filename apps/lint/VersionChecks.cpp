@@ -1,0 +1,138 @@
+#include "datatable/TableCatalogue.h"
+#include "lint/Content.h"
+#include "lint/ContentChecks.h"
+#include "lint/Findings.h"
+#include "lint/Table.h"
+#include "lint/Wording.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+/** The versions by the tables' names; nothing when the file holds none. */
+std::optional<QJsonObject> versionsIn(const QByteArray& bytes, QString& error)
+{
+    QJsonParseError fault;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &fault);
+    const QJsonValue versions = document.object().value(QLatin1String("versions"));
+    if (versions.isObject())
+        return versions.toObject();
+    error = fault.error == QJsonParseError::NoError
+        ? QStringLiteral("the file has no object \"versions\"")
+        : QStringLiteral("not JSON at byte %1: %2")
+              .arg(QString::number(fault.offset), fault.errorString());
+    return std::nullopt;
+}
+
+QStringList versionedTables()
+{
+    QStringList names;
+    for (const EDataTable::EDataTableType type : TableCatalogue::types())
+        names.append(TableCatalogue::name(type));
+    return names;
+}
+
+QString insteadOf(const QString& name, const QStringList& names)
+{
+    const QString near = Wording::nearest(name, names);
+    return near.isEmpty() ? QString() : QStringLiteral("; there is %1").arg(near);
+}
+
+/** What a client takes: a whole number from 0 on. */
+int versionOf(const QJsonObject& versions, const QString& table)
+{
+    return versions.value(table).toInt(-1);
+}
+
+void checkNumbers(const QJsonObject& versions, Findings& findings)
+{
+    const QStringList names = versionedTables();
+    for (auto version = versions.begin(); version != versions.end(); ++version) {
+        const Place place {version.key(), 0, QString()};
+        if (!names.contains(version.key()))
+            findings.add(Rule::UnknownTable, place,
+                         QStringLiteral("versions.json names a table that no client asks for%1")
+                             .arg(insteadOf(version.key(), names)));
+        else if (versionOf(versions, version.key()) < 0)
+            findings.add(Rule::BadVersion, place,
+                         QStringLiteral("the version %1 is no whole number from 0 on; a client "
+                                        "stays with the version it has")
+                             .arg(Wording::shown(version.value())));
+    }
+}
+
+void checkTables(const Content& content, const QJsonObject& versions, Findings& findings)
+{
+    for (const QString& name : versionedTables()) {
+        const Place place {name, 0, QString()};
+        const bool isThere = content.tables.contains(name);
+        if (isThere && !versions.contains(name))
+            findings.add(Rule::MissingVersion, place,
+                         QStringLiteral("versions.json has no version of it; a client never "
+                                        "fetches the table"));
+        if (!isThere && versionOf(versions, name) >= 0 && !content.folder.isEmpty())
+            findings.add(Rule::MissingTable, place,
+                         QStringLiteral("app/resources/%1 is not there; a client has no such "
+                                        "table%2")
+                             .arg(name, Table::startUpNote(tableEntry(name))));
+    }
+}
+
+} // namespace
+
+void ContentChecks::checkVersions(const Content& content, const QVector<Table>& tables,
+                                  Findings& findings)
+{
+    const QStringList names = Content::tableNames();
+    for (const Table& table : tables) {
+        if (!names.contains(table.name()))
+            findings.add(Rule::UnknownTable, {table.name(), 0, QString()},
+                         QStringLiteral("no client asks for a table of this name%1")
+                             .arg(insteadOf(table.name(), names)));
+    }
+    if (!content.versions)
+        return;
+    QString error;
+    const auto versions = versionsIn(*content.versions, error);
+    if (!versions) {
+        findings.add(Rule::BadVersions, {QStringLiteral("versions.json"), 0, QString()},
+                     error + QStringLiteral("; no client learns of anything new"));
+        return;
+    }
+    checkNumbers(*versions, findings);
+    checkTables(content, *versions, findings);
+}
+
+void ContentChecks::checkChanges(const Content& content, const Content& published,
+                                 Findings& findings)
+{
+    QString error;
+    const auto now = versionsIn(content.versions.value_or(QByteArray()), error);
+    const auto before = versionsIn(published.versions.value_or(QByteArray()), error);
+    if (!now || !before)
+        return;
+    for (const QString& name : versionedTables()) {
+        const int version = versionOf(*now, name);
+        const int old = versionOf(*before, name);
+        if (version < 0 || old < 0 || !content.tables.contains(name))
+            continue;
+        const Place place {name, 0, QString()};
+        const bool changed = content.tables.value(name) != published.tables.value(name);
+        if (version < old)
+            findings.add(Rule::LoweredVersion, place,
+                         QStringLiteral("version %1 is published, %2 is lower; caches and clients "
+                                        "may still hold what was version %2 then")
+                             .arg(QString::number(old), QString::number(version)));
+        else if (version == old && changed)
+            findings.add(Rule::SameVersion, place,
+                         QStringLiteral("the table is not the published one, and its version is "
+                                        "still %1; clients that have it never ask again")
+                             .arg(version));
+        else if (version > old && !changed)
+            findings.add(Rule::NeedlessVersion, place,
+                         QStringLiteral("the table is the published one, and its version went from "
+                                        "%1 to %2; every client fetches it anew")
+                             .arg(QString::number(old), QString::number(version)));
+    }
+}

@@ -1,0 +1,210 @@
+#include "command/Commands.h"
+#include "console/Failure.h"
+#include "console/Json.h"
+#include "console/Literals.h"
+#include "console/Terminal.h"
+#include "console/TextTable.h"
+#include "lint/Lint.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int pageWidth = 80;
+
+QCommandLineOption allowOption()
+{
+    return {u"allow"_s, u"say nothing about this rule; may be given several times"_s, u"RULE"_s};
+}
+QCommandLineOption againstOption()
+{
+    return {u"against"_s, u"compare versions and tables with the published folder"_s, u"DIR"_s};
+}
+QCommandLineOption atOption()
+{
+    return {u"at"_s, u"with --against: tell what is shown otherwise at that time"_s, u"TIME"_s};
+}
+QCommandLineOption phrasesOption()
+{
+    return {u"phrases"_s, u"a text file with the phrases that no word may mask, one a line"_s,
+            u"FILE"_s};
+}
+QCommandLineOption rulesOption()
+{
+    return {u"rules"_s, u"list the rules and do nothing else"_s};
+}
+
+void printRules()
+{
+    TextTable table;
+    for (const RuleInfo& rule : Rules::all())
+        table.add({QString::fromLatin1(rule.name), Rules::word(rule.severity),
+                   QString::fromLatin1(rule.summary)});
+    table.print();
+}
+
+Content contentAt(const QStringList& paths)
+{
+    Content content;
+    for (const QString& path : paths) {
+        const QString fault = content.read(path);
+        if (!fault.isEmpty())
+            throw Failure {fault};
+    }
+    return content;
+}
+
+/** No valid one when none is asked for. */
+QDateTime momentFor(const QCommandLineParser& line)
+{
+    if (!line.isSet(atOption()))
+        return {};
+    if (!line.isSet(againstOption()))
+        throw UsageFailure(u"--at compares with published tables; name them with --against DIR"_s);
+    const QString text = line.value(atOption());
+    QDateTime moment = QDateTime::fromString(text, u"yyyy-MM-dd HH:mm:ss"_s);
+    if (!moment.isValid())
+        throw UsageFailure(u"\"%1\" is no time \"yyyy-MM-dd HH:mm:ss\""_s.arg(text));
+    return moment;
+}
+
+QStringList phrasesFor(const QCommandLineParser& line)
+{
+    if (!line.isSet(phrasesOption()))
+        return Lint::everydayPhrases();
+    QFile file(line.value(phrasesOption()));
+    if (!file.open(QIODevice::ReadOnly))
+        throw Failure {u"%1 cannot be read: %2"_s.arg(file.fileName(), file.errorString())};
+    QStringList phrases;
+    for (const QString& phrase : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n')))
+        phrases.append(phrase.trimmed());
+    phrases.removeAll(QString());
+    return phrases;
+}
+
+QStringList silencedBy(const QCommandLineParser& line)
+{
+    QStringList names = line.values(allowOption());
+    for (const QString& name : qAsConst(names)) {
+        if (!Rules::isName(name))
+            throw UsageFailure(
+                u"there is no rule \"%1\"; \"zglobal lint --rules\" lists them"_s.arg(name));
+    }
+    return names;
+}
+
+/** Lines of the page's width, the later ones indented further. */
+QStringList wrapped(const QString& text)
+{
+    QStringList lines {u" "_s};
+    for (const QString& word : text.split(QLatin1Char(' '))) {
+        if (Terminal::columns(lines.constLast()) + 1 + Terminal::columns(word) > pageWidth)
+            lines.append(u"     "_s);
+        lines.last() += QLatin1Char(' ') + word;
+    }
+    return lines;
+}
+
+QString textOf(const Finding& finding)
+{
+    QStringList place;
+    if (finding.place.row > 0)
+        place.append(u"row %1"_s.arg(finding.place.row));
+    if (!finding.place.column.isEmpty())
+        place.append(finding.place.column);
+    const QString where = place.isEmpty() ? QString() : place.join(u", "_s) + u": "_s;
+    return u"%1: %2%3 [%4]"_s.arg(Rules::word(finding.severity), where, finding.message,
+                                  finding.rule);
+}
+
+QJsonObject objectOf(const Finding& finding)
+{
+    return {{u"rule"_s, finding.rule},           {u"severity"_s, Rules::word(finding.severity)},
+            {u"table"_s, finding.place.table},   {u"row"_s, finding.place.row},
+            {u"column"_s, finding.place.column}, {u"message"_s, finding.message}};
+}
+
+void printText(const QVector<Finding>& findings)
+{
+    QString table;
+    bool isFirst = true;
+    for (const Finding& finding : findings) {
+        if (isFirst || finding.place.table != table) {
+            table = finding.place.table;
+            Terminal::print(Terminal::styled(Terminal::Bold, table.isEmpty() ? u"files"_s : table));
+        }
+        isFirst = false;
+        for (const QString& text : wrapped(textOf(finding)))
+            Terminal::print(text);
+    }
+}
+
+int countOf(const QVector<Finding>& findings, Severity severity)
+{
+    return static_cast<int>(
+        std::count_if(findings.begin(), findings.end(),
+                      [severity](const Finding& finding) { return finding.severity == severity; }));
+}
+
+int run(const QCommandLineParser& line)
+{
+    if (line.isSet(rulesOption())) {
+        printRules();
+        return 0;
+    }
+    if (line.positionalArguments().isEmpty())
+        throw UsageFailure(u"DIR or FILE is missing; see \"zglobal lint --help\""_s);
+    Lint lint(silencedBy(line), phrasesFor(line));
+    const QDateTime moment = momentFor(line);
+    const Content content = contentAt(line.positionalArguments());
+    std::optional<Content> published;
+    if (line.isSet(againstOption()))
+        published = contentAt({line.value(againstOption())});
+    const QVector<Finding> findings =
+        lint.findings(content, published ? &*published : nullptr, moment);
+    if (CommandLine::wantsJson(line)) {
+        QJsonArray list;
+        for (const Finding& finding : findings)
+            list.append(objectOf(finding));
+        Json::print(list);
+    } else {
+        printText(findings);
+    }
+    const int errors = countOf(findings, Severity::Error);
+    const int warnings = countOf(findings, Severity::Warning);
+    Terminal::tell(u"%1 tables: %2 errors, %3 warnings, %4 hints"_s.arg(
+        QString::number(content.tables.size()), QString::number(errors), QString::number(warnings),
+        QString::number(findings.size() - errors - warnings)));
+    return errors + warnings > 0 ? 1 : 0;
+}
+
+} // namespace
+
+Command lintCommand()
+{
+    Command command;
+    command.name = u"lint"_s;
+    command.arguments = u"DIR|FILE..."_s;
+    command.most = Command::anyNumber;
+    command.summary = u"Tell what clients would make of content before it is published."_s;
+    command.details =
+        u"DIR is a content folder, or a folder of tables; FILE is a table, or\n"
+        "versions.json. Reads them as a client does and names what it would refuse, lose\n"
+        "or show wrong: in the files, where the content folder is at hand, and between\n"
+        "tables, where both are. Ends with 1 when there is an error or a warning.\n"
+        "TIME is local, \"yyyy-MM-dd HH:mm:ss\"."_s;
+    command.examples =
+        QStringList {u"zglobal lint examples/content"_s,
+                     u"zglobal lint examples/content/app/resources/CS_GiftList --json"_s};
+    command.options = {CommandLine::jsonOption(),
+                       allowOption(),
+                       againstOption(),
+                       atOption(),
+                       phrasesOption(),
+                       rulesOption(),
+                       CommandLine::verboseOption()};
+    command.run = &run;
+    return command;
+}
