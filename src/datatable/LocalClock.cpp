@@ -3,6 +3,7 @@
 namespace {
 
 constexpr int daysOfStretch = 3;
+constexpr int firstHour = 17; // of a stretch: no clock is known to have been changed at this hour
 constexpr qint64 secondsOfDay = 86400;
 constexpr qint64 maxAge = 1000; // milliseconds
 
@@ -17,16 +18,16 @@ std::optional<qint64> askedOf(const QDate& date, const QTime& time)
     return asked.isValid() ? std::optional(asked.toSecsSinceEpoch()) : std::nullopt;
 }
 
-/** How far local time is ahead at noon, when clocks are not changed. */
+/** How far local time is ahead on a day at that hour. */
 std::optional<qint64> offsetAt(qint64 julianDay)
 {
     const QDate date = QDate::fromJulianDay(julianDay);
-    const QTime noon(12, 0);
-    const std::optional<qint64> seconds = askedOf(date, noon);
-    return seconds ? std::optional(localSeconds(date, noon) - *seconds) : std::nullopt;
+    const QTime time(firstHour, 0);
+    const std::optional<qint64> seconds = askedOf(date, time);
+    return seconds ? std::optional(localSeconds(date, time) - *seconds) : std::nullopt;
 }
 
-/** Of a stretch, which begins and ends at noon. */
+/** Of a stretch, where it is the same at both ends. */
 std::optional<qint64> offsetWithin(qint64 stretch)
 {
     const std::optional<qint64> first = offsetAt(stretch * daysOfStretch);
@@ -40,11 +41,16 @@ std::optional<qint64> LocalClock::secondsOf(const QDate& date, const QTime& time
     forgetWhenOld();
     const qint64 local = localSeconds(date, time);
     // Julian days are positive since long before the first date of a calendar.
-    const qint64 stretch = (local - secondsOfDay / 2) / (daysOfStretch * secondsOfDay);
-    auto offset = m_offsets.find(stretch);
-    if (offset == m_offsets.end())
-        offset = m_offsets.insert(stretch, offsetWithin(stretch));
-    return *offset ? std::optional(local - **offset) : askedOf(date, time);
+    const qint64 stretch = (local - firstHour * qint64(3600)) / (daysOfStretch * secondsOfDay);
+    const auto offset = m_offsets.constFind(stretch);
+    if (offset != m_offsets.constEnd() && *offset)
+        return local - **offset;
+    // First of all: of an hour that a change of clocks repeats, the answer hangs on what was asked
+    // before.
+    const std::optional<qint64> seconds = askedOf(date, time);
+    if (offset == m_offsets.constEnd())
+        m_offsets.insert(stretch, offsetWithin(stretch));
+    return seconds;
 }
 
 qint64 LocalClock::secondsOfNoDate()
