@@ -148,6 +148,11 @@ int countOf(const QVector<Finding>& findings, Severity severity)
                       [severity](const Finding& finding) { return finding.severity == severity; }));
 }
 
+QString counted(qint64 count, const QString& thing)
+{
+    return u"%1 %2%3"_s.arg(QString::number(count), thing, count == 1 ? QString() : u"s"_s);
+}
+
 int run(const QCommandLineParser& line)
 {
     if (line.isSet(rulesOption())) {
@@ -174,9 +179,9 @@ int run(const QCommandLineParser& line)
     }
     const int errors = countOf(findings, Severity::Error);
     const int warnings = countOf(findings, Severity::Warning);
-    Terminal::tell(u"%1 tables: %2 errors, %3 warnings, %4 hints"_s.arg(
-        QString::number(content.tables.size()), QString::number(errors), QString::number(warnings),
-        QString::number(findings.size() - errors - warnings)));
+    Terminal::tell(u"%1: %2, %3, %4"_s.arg(
+        counted(content.tables.size(), u"table"_s), counted(errors, u"error"_s),
+        counted(warnings, u"warning"_s), counted(findings.size() - errors - warnings, u"hint"_s)));
     return errors + warnings > 0 ? 1 : 0;
 }
 
