@@ -9,7 +9,7 @@ QString quoted(QString text)
     return QLatin1Char('\'') + text.replace(QLatin1Char('\''), u"'\\''"_s) + QLatin1Char('\'');
 }
 
-/** Text inside a specification, where colons and brackets part it. */
+/** Text inside of what zsh is told of an argument, where colons and brackets part it. */
 QString inside(const QString& text)
 {
     QString escaped;
@@ -33,7 +33,7 @@ QString offered(const QString& placeholder)
 }
 
 /** One argument for _arguments: an option under one of its names. */
-QString specification(const QString& spelling, const QCommandLineOption& option)
+QString toldOf(const QString& spelling, const QCommandLineOption& option)
 {
     QString text = u"%1[%2]"_s.arg(spelling, inside(option.description()));
     if (!option.valueName().isEmpty())
@@ -48,7 +48,7 @@ QString commandCase(const Command& command)
     for (const QCommandLineOption& option : options) {
         const QStringList spellings = CommandLine::spellings(option);
         for (const QString& spelling : spellings)
-            arguments.append(specification(spelling, option));
+            arguments.append(toldOf(spelling, option));
     }
     const QStringList placeholders = Values::placeholders(command.arguments);
     int place = 0;
