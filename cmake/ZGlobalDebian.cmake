@@ -15,7 +15,7 @@ endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT
-    "ZGlobal maintainers <maintainers@users.noreply.c-seed-d4da4eb1.example>")
+    "ZGlobal maintainers <maintainers@zglobal.example>")
 set(CPACK_OUTPUT_FILE_PREFIX "${PROJECT_BINARY_DIR}/packages")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
