@@ -13,11 +13,11 @@ struct Command
     static constexpr int anyNumber = -1;
 
     QString name;
-    QString arguments; ///< as the help shows them, such as "ID"
-    int fewest = 0;    ///< how many arguments there must be ...
-    int most = 0;      ///< ... and may be, or anyNumber
-    QString summary;   ///< one line
-    QString details;   ///< further lines, may be empty
+    QString arguments;    ///< as the help shows them, such as "ID"
+    int fewest = 0;       ///< how many arguments there must be ...
+    int most = 0;         ///< ... and may be, or anyNumber
+    QString summary;      ///< one line
+    QString details;      ///< further lines, may be empty
     QStringList examples; ///< whole lines for a shell
     QList<QCommandLineOption> options;
 

@@ -200,9 +200,8 @@ Command lintCommand()
         "or show wrong: in the files, where the content folder is at hand, and between\n"
         "tables, where both are. Ends with 1 when there is an error or a warning.\n"
         "TIME is local, \"yyyy-MM-dd HH:mm:ss\"."_s;
-    command.examples =
-        QStringList {u"zglobal lint site"_s,
-                     u"zglobal lint site/app/resources/CS_GiftList --json"_s};
+    command.examples = QStringList {u"zglobal lint site"_s,
+                                    u"zglobal lint site/app/resources/CS_GiftList --json"_s};
     command.options = {CommandLine::jsonOption(),
                        allowOption(),
                        againstOption(),
