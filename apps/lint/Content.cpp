@@ -34,16 +34,47 @@ QStringList plainFiles(const QDir& folder)
     return names;
 }
 
-QString readTables(const QDir& folder, const QStringList& names, Content& content)
+QString withoutExtension(const QString& name)
 {
-    for (const QString& name : names) {
-        QByteArray bytes;
-        QString fault = readFile(folder.filePath(name), bytes);
+    return name.section(QLatin1Char('.'), 0, 0);
+}
+
+QString readTable(const QString& path, const QString& name, Content& content)
+{
+    QByteArray bytes;
+    QString fault = readFile(path, bytes);
+    if (fault.isEmpty())
+        content.tables.insert(name, bytes);
+    return fault;
+}
+
+/** As clients ask for them: what is called otherwise is another table, or none. */
+QString readPublishedTables(const QDir& folder, Content& content)
+{
+    for (const QString& name : plainFiles(folder)) {
+        QString fault = readTable(folder.filePath(name), name, content);
         if (!fault.isEmpty())
             return fault;
-        content.tables.insert(name.section(QLatin1Char('.'), 0, 0), bytes);
     }
     return {};
+}
+
+/** Of two files for one table the first counts, which is the one without an extension. */
+QString readTableFolder(const QDir& folder, Content& content)
+{
+    QStringList names;
+    for (const QString& file : plainFiles(folder)) {
+        const QString name = withoutExtension(file);
+        if (!Content::isTable(name) || names.contains(name))
+            continue;
+        names.append(name);
+        QString fault = readTable(folder.filePath(file), name, content);
+        if (!fault.isEmpty())
+            return fault;
+    }
+    return names.isEmpty()
+        ? QStringLiteral("%1 holds no table").arg(QDir::toNativeSeparators(folder.path()))
+        : QString();
 }
 
 QString readVersions(const QString& path, Content& content)
@@ -59,7 +90,7 @@ QString readContentFolder(const QDir& folder, Content& content)
             .arg(QDir::toNativeSeparators(folder.path()));
     content.folder = folder.absolutePath();
     const QDir tables(folder.filePath(QStringLiteral("app/resources")));
-    QString fault = readTables(tables, plainFiles(tables), content);
+    QString fault = readPublishedTables(tables, content);
     const QString versions = folder.filePath(QStringLiteral("app/versions.json"));
     if (!fault.isEmpty() || !QFileInfo::exists(versions))
         return fault;
@@ -76,18 +107,11 @@ QString Content::read(const QString& path)
     if (info.isFile() && info.fileName() == QLatin1String("versions.json"))
         return readVersions(path, *this);
     if (info.isFile())
-        return readTables(info.dir(), {info.fileName()}, *this);
+        return readTable(path, withoutExtension(info.fileName()), *this);
     const QDir place(path);
     if (place.exists(QStringLiteral("app/resources")))
         return readContentFolder(place, *this);
-    QStringList names;
-    for (const QString& name : plainFiles(place)) {
-        if (isTable(name.section(QLatin1Char('.'), 0, 0)))
-            names.append(name);
-    }
-    if (names.isEmpty())
-        return QStringLiteral("%1 holds no table").arg(QDir::toNativeSeparators(path));
-    return readTables(place, names, *this);
+    return readTableFolder(place, *this);
 }
 
 QStringList Content::files() const

@@ -16,7 +16,8 @@ struct Content
 
     /**
      * Reads a content folder, a folder of tables, or files: a table is called like its file, an
-     * extension apart. Answers why that cannot be done, or an empty text.
+     * extension apart. In a content folder the extension counts, as it does for clients. Answers
+     * why that cannot be done, or an empty text.
      */
     QString read(const QString& path);
 

@@ -10,6 +10,8 @@
 #include <QMap>
 #include <QSet>
 
+#include <algorithm>
+
 namespace {
 
 /** A file that some cell has a client fetch, or would if its row became a record. */
@@ -124,13 +126,36 @@ QSet<QString> namesInUnread(const QVector<Table>& tables)
     return names;
 }
 
-void checkUnused(const WantedFiles& wanted, const QSet<QString>& named, const QStringList& files,
-                 Findings& findings)
+/** Whether rows are lost, with whatever they name, for a column that the table lacks. */
+bool lacksRows(const Table& table)
 {
-    // Where tables name nothing, others may: a content folder can be a part of a web site.
+    return std::any_of(table.rows().begin(), table.rows().end(), [&table](const Row& row) {
+        return !row.leftOutFor.isEmpty() && !table.header().contains(row.leftOutFor);
+    });
+}
+
+/** Where tables name nothing, others may: a content folder can be a part of a web site. */
+QSet<QString> foldersOf(const WantedFiles& wanted, const QVector<Table>& tables)
+{
     QSet<QString> folders;
     for (auto file = wanted.begin(); file != wanted.end(); ++file)
         folders.insert(folderOf(file.key()));
+    for (const Table& table : tables) {
+        if (!lacksRows(table))
+            continue;
+        for (const ColumnSchema& column : table.columns()) {
+            for (const FileSchema& file : column.files)
+                folders.remove(folderOf(FileUse::pathOf(file, table, {}, {})));
+        }
+    }
+    return folders;
+}
+
+void checkUnused(const WantedFiles& wanted, const QVector<Table>& tables, const QStringList& files,
+                 Findings& findings)
+{
+    const QSet<QString> folders = foldersOf(wanted, tables);
+    const QSet<QString> named = namesInUnread(tables);
     for (const QString& file : files) {
         const QString folder = folderOf(file);
         const QString name = file.mid(folder.size());
@@ -166,6 +191,6 @@ void ContentChecks::checkFiles(const Content& content, const QVector<Table>& tab
     const QStringList files = content.files();
     const WantedFiles wanted = wantedBy(tables);
     checkMissing(content, wanted, files, archives, findings);
-    checkUnused(wanted, namesInUnread(tables), files, findings);
+    checkUnused(wanted, tables, files, findings);
     checkLetterCase(files, findings);
 }

@@ -34,6 +34,8 @@ QVector<Finding> Lint::findings(const Content& content, const Content* published
     for (auto file = content.tables.begin(); file != content.tables.end(); ++file)
         tables.append(Table(file.key(), *file));
     for (const Table& table : tables) {
+        if (!Content::isTable(table.name()))
+            continue;
         Checks::checkTable(table, findings);
         if (table.isRefused())
             continue;

@@ -45,6 +45,7 @@ struct Cell
 void checkIds(const Table& table, Findings& findings)
 {
     const QString& key = table.schema().key;
+    const bool isList = table.columns().size() == 1; // nothing to look up by what is all there is
     if (key.isEmpty() || !table.header().contains(key))
         return;
     QHash<QString, int> seen;
@@ -54,6 +55,8 @@ void checkIds(const Table& table, Findings& findings)
             continue;
         const QString id = table.text(row, key);
         const Place place {table.name(), row.number, key};
+        if (id.isEmpty() && isList)
+            continue;
         if (id.isEmpty())
             findings.add(Rule::EmptyId, place,
                          QStringLiteral("the %1 is empty; a client keeps the record under no name")

@@ -8,7 +8,7 @@ const QVector<RuleInfo>& Rules::all()
     static const QVector<RuleInfo> rules {
         {"not-a-table", S::Error, "the file is no table"},
         {"column-twice", S::Error, "two columns have one name"},
-        {"missing-column", S::Error, "a column is missing without which the table is refused"},
+        {"missing-column", S::Error, "a column is missing without which nothing is read"},
         {"misspelt-column", S::Warning, "an unknown column is spelt nearly like a known one"},
         {"not-a-row", S::Error, "something between the rows is no row"},
         {"long-row", S::Warning, "a row has more cells than there are columns"},
@@ -47,7 +47,7 @@ const QVector<RuleInfo>& Rules::all()
         {"unused-file", S::Hint, "nothing names a file"},
         {"letter-case", S::Warning, "two files differ in letter case only"},
 
-        {"bad-versions", S::Error, "the file of the versions cannot be read"},
+        {"bad-versions", S::Error, "the file of the versions is missing or cannot be read"},
         {"unknown-table", S::Error, "there is no table of that name"},
         {"bad-version", S::Error, "a version is no number"},
         {"missing-version", S::Error, "a table has no version"},
@@ -56,6 +56,7 @@ const QVector<RuleInfo>& Rules::all()
         {"needless-version", S::Warning, "a version was raised, though its table did not change"},
         {"same-version", S::Error, "a table changed, though its version was not raised"},
 
+        {"empty-word", S::Error, "a forbidden word is empty, and masks everything"},
         {"word-without-effect", S::Error, "a forbidden word masks nothing"},
         {"everyday-word", S::Warning, "a forbidden word masks what people say every day"},
         {"metacharacter", S::Warning, "a character of a forbidden word means something else"},

@@ -62,6 +62,7 @@ enum class Rule {
     NeedlessVersion,
     SameVersion,
 
+    EmptyWord,
     WordWithoutEffect,
     EverydayWord,
     Metacharacter,

@@ -14,6 +14,13 @@ QString refusal(const Table& table)
     return QStringLiteral("; a client refuses it") + Table::startUpNote(table.reader());
 }
 
+/** How many rows are left out for a column that is not even there. */
+int dropsWithout(const Table& table, const QString& column)
+{
+    return std::count_if(table.rows().begin(), table.rows().end(),
+                         [&](const Row& row) { return row.leftOutFor == column; });
+}
+
 void checkColumns(const Table& table, Findings& findings)
 {
     QStringList unknown;
@@ -34,6 +41,12 @@ void checkColumns(const Table& table, Findings& findings)
             findings.add(Rule::MissingColumn, place,
                          QStringLiteral("the table has no column \"%1\"").arg(column.name) + meant
                              + refusal(table));
+        else if (const int dropped = dropsWithout(table, column.name))
+            findings.add(
+                Rule::MissingColumn, place,
+                QStringLiteral("the table has no column \"%1\"").arg(column.name) + meant
+                    + QStringLiteral("; a client drops %1 of its %2 rows for that")
+                          .arg(QString::number(dropped), QString::number(table.rows().size())));
         else if (!near.isEmpty())
             findings.add(Rule::MisspeltColumn, {table.name(), 0, near},
                          QStringLiteral("a client looks for \"%1\", and never at \"%2\"")

@@ -35,7 +35,8 @@ QStringList versionedTables()
 
 QString insteadOf(const QString& name, const QStringList& names)
 {
-    const QString near = Wording::nearest(name, names);
+    const QString bare = name.section(QLatin1Char('.'), 0, 0);
+    const QString near = names.contains(bare) ? bare : Wording::nearest(name, names);
     return near.isEmpty() ? QString() : QStringLiteral("; there is %1").arg(near);
 }
 
@@ -91,13 +92,18 @@ void ContentChecks::checkVersions(const Content& content, const QVector<Table>& 
                          QStringLiteral("no client asks for a table of this name%1")
                              .arg(insteadOf(table.name(), names)));
     }
-    if (!content.versions)
+    const Place file {QStringLiteral("versions.json"), 0, QString()};
+    const QString effect = QStringLiteral("; no client learns of anything new");
+    if (!content.versions) {
+        if (!content.folder.isEmpty())
+            findings.add(Rule::BadVersions, file,
+                         QStringLiteral("app/versions.json is not there") + effect);
         return;
+    }
     QString error;
     const auto versions = versionsIn(*content.versions, error);
     if (!versions) {
-        findings.add(Rule::BadVersions, {QStringLiteral("versions.json"), 0, QString()},
-                     error + QStringLiteral("; no client learns of anything new"));
+        findings.add(Rule::BadVersions, file, error + effect);
         return;
     }
     checkNumbers(*versions, findings);

@@ -46,7 +46,8 @@ struct Word
     Place place;
 };
 
-QVector<Word> wordsIn(const QVector<Table>& tables)
+/** The words that are ones; tells of the others. */
+QVector<Word> wordsIn(const QVector<Table>& tables, Findings& findings)
 {
     QVector<Word> words;
     QSet<QString> seen;
@@ -56,8 +57,13 @@ QVector<Word> wordsIn(const QVector<Table>& tables)
         const QString column = table.schema().key;
         for (const Row& row : table.rows()) {
             const QString word = table.text(row, column);
-            if (!word.isEmpty() && !seen.contains(word))
-                words.append({word, {table.name(), row.number, column}});
+            const Place place {table.name(), row.number, column};
+            if (word.isEmpty())
+                findings.add(Rule::EmptyWord, place,
+                             QStringLiteral("the word is empty; a client puts a star between all "
+                                            "characters of every line"));
+            else if (!seen.contains(word))
+                words.append({word, place});
             seen.insert(word);
         }
     }
@@ -142,7 +148,7 @@ void checkPhrases(const QVector<Word>& words, const QStringList& phrases, Findin
 void ContentChecks::checkWords(const QVector<Table>& tables, const QStringList& phrases,
                                Findings& findings)
 {
-    const QVector<Word> words = wordsIn(tables);
+    const QVector<Word> words = wordsIn(tables, findings);
     for (const Word& word : words)
         checkPattern(word, findings);
     checkContained(words, findings);
