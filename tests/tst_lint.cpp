@@ -56,6 +56,8 @@ private Q_SLOTS:
             ZTestFolder::write(file, ZTestFolder::read(file).replace(find, with));
         };
         edit(u"app/resources/CS_GiftList"_s, "18, false", "\"18\", false");
+        edit(u"app/resources/CS_MedalList"_s, "1, 2, \"\"", "1, 2, \"/app/resources/Doutu\"");
+        edit(u"app/resources/Message"_s, "h5.example.com/fans", "h5.example.com/[fans]?a b|c");
         edit(u"app/resources/GroupWelComeWord"_s, "\"\"]", "\"\", \"\"]");
         ZTestFolder::write(u"app/resources/Doutu.gz"_s, "x");
         m_published = content();

@@ -12,8 +12,7 @@ namespace {
 Archives::Verdict unpacked(const QByteArray& bytes, const QString& name, const QString& description)
 {
     const QTemporaryDir folder;
-    // As a client has it: under a name that cannot be that of anything in it.
-    const QString path = folder.filePath(name + QStringLiteral("_1"));
+    const QString path = folder.filePath(name);
     QFile copy(path);
     if (!copy.open(QIODevice::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.flush())
         return {copy.errorString(), false};
@@ -26,13 +25,15 @@ Archives::Verdict unpacked(const QByteArray& bytes, const QString& name, const Q
 
 } // namespace
 
-Archives::Verdict Archives::verdictOn(const QString& path, const QString& description)
+Archives::Verdict Archives::verdictOn(const QString& path, const QString& version,
+                                      const QString& description)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {file.errorString(), false};
     const QByteArray bytes = file.readAll();
-    const QString name = QFileInfo(path).fileName();
+    // As a client has it: nothing in it may have that name.
+    const QString name = QStringLiteral("%1_%2").arg(QFileInfo(path).fileName(), version);
     QCryptographicHash digest(QCryptographicHash::Sha1);
     digest.addData((name + QLatin1Char('/') + description + QLatin1Char('/')).toUtf8());
     digest.addData(bytes);

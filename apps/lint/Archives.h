@@ -15,8 +15,9 @@ public:
         bool hasDescription = false; ///< whether the file in question is in it
     };
 
-    /** Unpacks the archive in a temporary folder, and looks there for the file described. */
-    Verdict verdictOn(const QString& path, const QString& description);
+    /** Unpacks the archive in a temporary folder, and looks there for the file described. The
+     *  version is a part of the name that a client gives it. */
+    Verdict verdictOn(const QString& path, const QString& version, const QString& description);
 
 private:
     QHash<QByteArray, Verdict> m_known;

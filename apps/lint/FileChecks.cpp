@@ -20,8 +20,10 @@ struct WantedFile
     Place place; // of the first cell that does
     QString name;
     bool isArchive = false;
+    QString version;
     QString description;
     bool isFetched = false;
+    int others = 0; // further rows that have it fetched
 };
 
 /** By their paths in the content folder. */
@@ -32,18 +34,24 @@ void addWanted(const Table& table, const Row& row, const ColumnSchema& column, W
     if (!table.counts(row, column) || !column.fits(table.cell(row, column.name)))
         return;
     for (const QString& name : FileUse::namesIn(column, table.text(row, column.name))) {
-        if (!FileUse::nameFault(column, name).isEmpty())
-            continue;
+        // What a faulty name means is not unused for that.
+        const bool isFetched =
+            row.leftOutFor.isEmpty() && FileUse::nameFault(column, name).isEmpty();
         for (const FileSchema& file : column.files) {
             const QString path = FileUse::pathOf(file, table, row, name);
             const bool isFilm = path.endsWith(QLatin1String(".mp4"));
-            if (!wanted.value(path).isFetched)
+            const WantedFile known = wanted.value(path);
+            if (!known.isFetched)
                 wanted.insert(path,
                               {{table.name(), row.number, column.name},
                                name,
                                file.isArchive && !isFilm,
+                               FileUse::versionIn(table, row),
                                file.description,
-                               row.leftOutFor.isEmpty()});
+                               isFetched});
+            else if (isFetched
+                     && (known.place.table != table.name() || known.place.row != row.number))
+                ++wanted[path].others;
         }
     }
 }
@@ -69,7 +77,7 @@ void checkArchive(const QString& archive, const QString& path, const WantedFile&
 {
     QString description = wanted.description;
     description.replace(QLatin1String("{}"), wanted.name);
-    const Archives::Verdict verdict = archives.verdictOn(archive, description);
+    const Archives::Verdict verdict = archives.verdictOn(archive, wanted.version, description);
     if (!verdict.error.isEmpty())
         findings.add(Rule::RefusedArchive, wanted.place,
                      QStringLiteral("a client refuses %1: %2").arg(path, verdict.error));
@@ -100,9 +108,12 @@ void checkMissing(const Content& content, const WantedFiles& wanted, const QStri
         const QString other = byLowerCase.value(path.toLower());
         const QString but =
             other.isEmpty() ? QString() : QStringLiteral(", but there is %1").arg(other);
+        const QString others = file->others == 0
+            ? QString()
+            : QStringLiteral(", and nothing for %1 more rows").arg(file->others);
         findings.add(Rule::MissingFile, file->place,
-                     QStringLiteral("%1 is not there%2; a client shows nothing in its place")
-                         .arg(path, but));
+                     QStringLiteral("%1 is not there%2; a client shows nothing in its place%3")
+                         .arg(path, but, others));
     }
 }
 
@@ -160,7 +171,9 @@ void checkUnused(const WantedFiles& wanted, const QVector<Table>& tables, const 
         const QString folder = folderOf(file);
         const QString name = file.mid(folder.size());
         if (!folders.contains(folder) || wanted.contains(file) || named.contains(name)
-            || named.contains(QFileInfo(name).completeBaseName()))
+            || named.contains(QFileInfo(name).completeBaseName())
+            || folder == QLatin1String("app/resources/")
+            || file == QLatin1String("app/versions.json"))
             continue;
         findings.add(Rule::UnusedFile, {},
                      QStringLiteral("no table names %1; no client asks for it").arg(file));

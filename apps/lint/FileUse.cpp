@@ -5,6 +5,7 @@
 #include "lint/Table.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 namespace {
 
@@ -13,6 +14,47 @@ bool holdsPaths(const ColumnSchema& column)
 {
     const QString& address = column.files.constFirst().address;
     return address.isEmpty() || address == QLatin1String("/");
+}
+
+/** What the file or folder is called that the client makes for it. */
+QString storedName(const FileSchema& file, const QString& name)
+{
+    if (!file.isArchive)
+        return name;
+    // Of an animation with a description a file in the archive has to bear the name, too.
+    if (!file.description.isEmpty())
+        return QString(file.description).replace(QLatin1String("{}"), name);
+    const QString whole = QStringLiteral("%1_1");
+    return whole.arg(name.startsWith(QLatin1Char('.')) ? name
+                                                       : name.section(QLatin1Char('.'), 0, 0));
+}
+
+QString storageFault(const ColumnSchema& column, const QString& name)
+{
+    const QString stored = storedName(column.files.constFirst(), name);
+    const QStringList parts = holdsPaths(column)
+        ? stored.split(QLatin1Char('/'), Qt::SkipEmptyParts)
+        : QStringList {stored};
+    for (const QString& part : parts) {
+        QString fault = CachePaths::nameFault(part);
+        if (!fault.isEmpty())
+            return fault;
+    }
+    return {};
+}
+
+/** Names go into addresses as they stand. */
+QString addressFault(const ColumnSchema& column, const QString& name)
+{
+    static const QRegularExpression special(
+        QStringLiteral("#|%[0-9A-Fa-f]{2}|(?<![^/])\\.\\.?(?![^/])"));
+    const auto found = special.match(name);
+    if (found.hasMatch())
+        return QStringLiteral("has \"%1\", which means something else in an address")
+            .arg(found.captured());
+    if (column.files.constFirst().address.isEmpty() && !name.startsWith(QLatin1Char('/')))
+        return QStringLiteral("does not begin with \"/\" behind the server's name");
+    return {};
 }
 
 } // namespace
@@ -33,14 +75,22 @@ QStringList FileUse::namesIn(const ColumnSchema& column, const QString& text)
 
 QString FileUse::nameFault(const ColumnSchema& column, const QString& name)
 {
-    if (!holdsPaths(column))
-        return CachePaths::nameFault(name.trimmed());
-    for (const QString& part : name.trimmed().split(QLatin1Char('/'), Qt::SkipEmptyParts)) {
-        QString fault = CachePaths::nameFault(part);
-        if (!fault.isEmpty())
-            return fault;
+    const QString stored = storageFault(column, name);
+    if (!stored.isEmpty())
+        return stored + QStringLiteral(", so a client cannot keep its file");
+    const QString asked = addressFault(column, name);
+    return asked.isEmpty() ? QString()
+                           : asked + QStringLiteral(", so a client asks for something else");
+}
+
+QString FileUse::versionIn(const Table& table, const Row& row)
+{
+    for (const auto& column : {QStringLiteral("flashVersion"), QStringLiteral("version"),
+                               QStringLiteral("alterDateTime")}) {
+        if (table.header().contains(column))
+            return table.text(row, column);
     }
-    return {};
+    return QStringLiteral("0");
 }
 
 QString FileUse::pathOf(const FileSchema& file, const Table& table, const Row& row,

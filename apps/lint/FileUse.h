@@ -14,8 +14,12 @@ namespace FileUse {
 /** The names in a cell of a column with files: one, or those of a schedule's pictures. */
 QStringList namesIn(const ColumnSchema& column, const QString& text);
 
-/** Why a name may not be that of a file, as in "is empty"; an empty text when it may. */
+/** Why the file of that name does not come to be, as in "is empty, so ..."; an empty text when
+ *  nothing is in its way. */
 QString nameFault(const ColumnSchema& column, const QString& name);
+
+/** The version of a row's files, as it becomes a part of names. */
+QString versionIn(const Table& table, const Row& row);
 
 /** Where the content folder has the file, relative to it. */
 QString pathOf(const FileSchema& file, const Table& table, const Row& row, const QString& name);

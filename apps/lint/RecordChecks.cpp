@@ -151,15 +151,17 @@ void checkColour(const Cell& cell)
 
 void checkAddress(const Cell& cell)
 {
-    const QUrl address(cell.text().trimmed(), QUrl::StrictMode);
+    const QUrl address(cell.text().trimmed());
     const QString scheme = address.scheme();
     const QStringList webSchemes {QStringLiteral("http"), QStringLiteral("https")};
     const bool isWeb = webSchemes.contains(scheme);
     if (!address.isValid() || scheme.isEmpty() || (isWeb && address.host().isEmpty())
         || (!isWeb && !Wording::nearest(scheme, webSchemes).isEmpty()))
-        cell.add(Rule::BadAddress,
-                 QStringLiteral("%1 is no web address; a client keeps the text, and no page opens")
-                     .arg(cell.shown()));
+        cell.add(
+            Rule::BadAddress,
+            QStringLiteral("%1 is no web address; a client hands it on as it stands, and likely no "
+                           "page opens")
+                .arg(cell.shown()));
 }
 
 void checkObject(const Cell& cell)
@@ -191,12 +193,12 @@ void checkPage(const Cell& cell)
 
 void checkFileNames(const Cell& cell)
 {
+    if (!cell.table.counts(cell.row, cell.column))
+        return;
     for (const QString& name : FileUse::namesIn(cell.column, cell.text())) {
         const QString fault = FileUse::nameFault(cell.column, name);
         if (!fault.isEmpty())
-            cell.add(Rule::BadFileName,
-                     QStringLiteral("%1 %2, so a client cannot keep its file")
-                         .arg(Wording::shown(name), fault));
+            cell.add(Rule::BadFileName, Wording::shown(name) + QLatin1Char(' ') + fault);
     }
 }
 
