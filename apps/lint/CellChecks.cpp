@@ -133,7 +133,8 @@ void checkText(const Table& table, const Place& place, const ColumnSchema* colum
                          .arg(character, 4, 16, QLatin1Char('0')));
         break;
     }
-    if (column != nullptr && isNaming(table, *column) && text != text.trimmed())
+    if (column != nullptr && isNaming(table, *column)
+        && column->becomes(text) != column->becomes(text.trimmed()))
         findings.add(Rule::OuterBlanks, place,
                      QStringLiteral("%1 begins or ends with a blank, which a client takes as a "
                                     "part of it")

@@ -47,6 +47,26 @@ QVector<Span> spansOf(const QVector<stFramePeriod>& periods)
     return spans;
 }
 
+void checkPeriod(const stFramePeriod& period, int number, const Place& place, Findings& findings)
+{
+    const QString name = QStringLiteral("period %1 ").arg(number);
+    if (!period.start.isValid() || !period.end.isValid())
+        findings.add(
+            Rule::BadSchedule, place,
+            name
+                + QStringLiteral("lacks a time written as \"HH:mm:ss\"; a client passes it "
+                                 "over"));
+    else if (period.icon.isEmpty())
+        findings.add(Rule::BadSchedule, place,
+                     name + QStringLiteral("has no \"icon1\"; a client shows no picture then"));
+    else if (period.start == period.end)
+        findings.add(Rule::UselessPeriod, place,
+                     name
+                         + QStringLiteral("ends when it begins, at %1; a client shows it for that "
+                                          "moment only")
+                               .arg(clock(period.start.msecsSinceStartOfDay())));
+}
+
 /** A moment that two periods share does no harm: the first has it. */
 void checkOverlaps(const QVector<Span>& spans, const Place& place, Findings& findings)
 {
@@ -103,13 +123,8 @@ void Schedules::check(const QString& schedule, const Place& place, Findings& fin
                      QStringLiteral("%1 lists no \"periodConfigs\"; a client always shows the "
                                     "default")
                          .arg(Wording::shown(schedule)));
-    for (int i = 0; i < periods.size(); ++i) {
-        if (!periods.at(i).start.isValid() || !periods.at(i).end.isValid())
-            findings.add(Rule::BadSchedule, place,
-                         QStringLiteral("period %1 lacks a time written as \"HH:mm:ss\"; a client "
-                                        "passes it over")
-                             .arg(i + 1));
-    }
+    for (int i = 0; i < periods.size(); ++i)
+        checkPeriod(periods.at(i), i + 1, place, findings);
     const QVector<Span> spans = spansOf(periods);
     if (spans.isEmpty())
         return;

@@ -15,7 +15,9 @@ QString placeOfFault(const QByteArray& bytes)
     QJsonDocument::fromJson(bytes, &fault);
     if (fault.error == QJsonParseError::NoError)
         return {};
-    const QByteArray before = bytes.left(fault.offset);
+    // Of other faults the character is already read.
+    const int read = fault.error == QJsonParseError::IllegalNumber ? 1 : 0;
+    const QByteArray before = bytes.left(fault.offset + read);
     const QByteArray line = before.mid(before.lastIndexOf('\n') + 1);
     return QStringLiteral("line %1, column %2: ")
         .arg(QString::number(before.count('\n') + 1),

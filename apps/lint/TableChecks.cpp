@@ -54,6 +54,29 @@ void checkColumns(const Table& table, Findings& findings)
     }
 }
 
+QString dropNote(bool drops)
+{
+    return drops ? QStringLiteral(", and drops the row") : QString();
+}
+
+/** What is no row reads as one without cells. */
+void checkElements(const Table& table, Findings& findings)
+{
+    const QStringList leftOut = table.reader() == nullptr
+        ? QStringList()
+        : table.reader()->reader.declaration().leftOutFor(table.header(),
+                                                          QJsonArray {QJsonValue(QJsonArray())});
+    const bool drops = !leftOut.value(0).isEmpty();
+    for (int i = 0; i < table.elements().size(); ++i) {
+        const QJsonValue element = table.elements().at(i);
+        if (!element.isArray() && !element.isNull())
+            findings.add(Rule::NotARow, {table.name(), i + 1, QString()},
+                         QStringLiteral("%1 is no row; a client reads a row without cells")
+                                 .arg(Wording::shown(element))
+                             + dropNote(drops));
+    }
+}
+
 void checkLength(const Table& table, const Row& row, Findings& findings)
 {
     const int there = row.cells.size();
@@ -73,7 +96,8 @@ void checkLength(const Table& table, const Row& row, Findings& findings)
     findings.add(Rule::ShortRow, {table.name(), row.number, column},
                  counts
                      + QStringLiteral("from \"%1\" on a client reads %2")
-                           .arg(column, isRead ? schema->otherwise : QStringLiteral("nothing")));
+                           .arg(column, isRead ? schema->otherwise : QStringLiteral("nothing"))
+                     + dropNote(table.header().value(row.leftOutFor, -1) >= there));
 }
 
 } // namespace
@@ -90,13 +114,7 @@ void Checks::checkTable(const Table& table, Findings& findings)
     checkColumns(table, findings);
     if (table.isRefused())
         return;
-    for (int i = 0; i < table.elements().size(); ++i) {
-        const QJsonValue element = table.elements().at(i);
-        if (!element.isArray() && !element.isNull())
-            findings.add(Rule::NotARow, {table.name(), i + 1, QString()},
-                         QStringLiteral("%1 is no row; a client reads a row without cells")
-                             .arg(Wording::shown(element)));
-    }
+    checkElements(table, findings);
     // A table that is read without its columns may have rows of any length.
     if (table.reader() != nullptr && table.columns().isEmpty())
         return;

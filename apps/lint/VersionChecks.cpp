@@ -46,6 +46,10 @@ int versionOf(const QJsonObject& versions, const QString& table)
     return versions.value(table).toInt(-1);
 }
 
+/** What becomes of a table whose version nobody learns. */
+const QLatin1String unversioned("a client without the table fetches it as version 0, and no client "
+                                "ever asks again");
+
 void checkNumbers(const QJsonObject& versions, Findings& findings)
 {
     const QStringList names = versionedTables();
@@ -57,9 +61,9 @@ void checkNumbers(const QJsonObject& versions, Findings& findings)
                              .arg(insteadOf(version.key(), names)));
         else if (versionOf(versions, version.key()) < 0)
             findings.add(Rule::BadVersion, place,
-                         QStringLiteral("the version %1 is no whole number from 0 on; a client "
-                                        "stays with the version it has")
-                             .arg(Wording::shown(version.value())));
+                         QStringLiteral("the version %1 is no whole number from 0 on; ")
+                                 .arg(Wording::shown(version.value()))
+                             + unversioned);
     }
 }
 
@@ -70,8 +74,7 @@ void checkTables(const Content& content, const QJsonObject& versions, Findings& 
         const bool isThere = content.tables.contains(name);
         if (isThere && !versions.contains(name))
             findings.add(Rule::MissingVersion, place,
-                         QStringLiteral("versions.json has no version of it; a client never "
-                                        "fetches the table"));
+                         QStringLiteral("versions.json has no version of it; ") + unversioned);
         if (!isThere && versionOf(versions, name) >= 0 && !content.folder.isEmpty())
             findings.add(Rule::MissingTable, place,
                          QStringLiteral("app/resources/%1 is not there; a client has no such "

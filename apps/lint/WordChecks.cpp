@@ -5,6 +5,7 @@
 #include "lint/Wording.h"
 
 #include <QHash>
+#include <QMap>
 #include <QSet>
 
 #include <algorithm>
@@ -135,11 +136,19 @@ void checkPhrases(const QVector<Word>& words, const QStringList& phrases, Findin
     for (const Word& word : words)
         texts.append(word.text);
     WordCheck check(texts);
+    QMap<int, QStringList> masked; // phrases by the words' places in the list
     for (const QString& phrase : phrases) {
         for (const int place : check.masking(phrase))
-            findings.add(Rule::EverydayWord, words.at(place).place,
-                         QStringLiteral("a client masks %1 in %2")
-                             .arg(Wording::shown(texts.at(place)), Wording::shown(phrase)));
+            masked[place].append(phrase);
+    }
+    for (auto word = masked.begin(); word != masked.end(); ++word) {
+        const QString more = word->size() == 1
+            ? QString()
+            : QStringLiteral(" and in %1 more of such phrases").arg(word->size() - 1);
+        findings.add(Rule::EverydayWord, words.at(word.key()).place,
+                     QStringLiteral("a client masks %1 in %2%3")
+                         .arg(Wording::shown(texts.at(word.key())),
+                              Wording::shown(word->constFirst()), more));
     }
 }
 
