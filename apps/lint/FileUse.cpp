@@ -20,7 +20,7 @@ bool holdsPaths(const ColumnSchema& column)
 QString storedName(const FileSchema& file, const QString& name)
 {
     if (!file.isArchive)
-        return name;
+        return QString(file.name).replace(QLatin1String("{}"), name);
     // Of an animation with a description a file in the archive has to bear the name, too.
     if (!file.description.isEmpty())
         return QString(file.description).replace(QLatin1String("{}"), name);
@@ -77,7 +77,7 @@ QString FileUse::nameFault(const ColumnSchema& column, const QString& name)
 {
     const QString stored = storageFault(column, name);
     if (!stored.isEmpty())
-        return stored + QStringLiteral(", so a client cannot keep its file");
+        return stored + QStringLiteral(", so not every system can keep the file");
     const QString asked = addressFault(column, name);
     return asked.isEmpty() ? QString()
                            : asked + QStringLiteral(", so a client asks for something else");
