@@ -222,6 +222,7 @@ private:
     template <class Container, class Field>
     void add(const TableParts::Listed<Container, Field>& part)
     {
+        Q_ASSERT(!m_list); // a record is moved into one list only
         m_list = [part](Manager& manager, int rows) {
             auto& list = manager.*part.container;
             list.reserve(rows);
@@ -239,6 +240,7 @@ private:
     template <class Field, class Container>
     void add(const TableParts::GroupedBy<Field, Container>& part)
     {
+        Q_ASSERT(!m_list);
         m_list = [part](Manager& manager, int) {
             auto& groups = manager.*part.container;
             return [&groups, part](Record&& record) {
