@@ -1,9 +1,9 @@
+#include "content/Content.h"
+#include "content/FileUse.h"
+#include "content/Table.h"
 #include "lint/Archives.h"
-#include "lint/Content.h"
 #include "lint/ContentChecks.h"
-#include "lint/FileUse.h"
 #include "lint/Findings.h"
-#include "lint/Table.h"
 #include "lint/Wording.h"
 
 #include <QFileInfo>

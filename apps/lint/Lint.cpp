@@ -1,8 +1,8 @@
 #include "lint/Lint.h"
 
+#include "content/Table.h"
 #include "lint/Checks.h"
 #include "lint/ContentChecks.h"
-#include "lint/Table.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "content/Content.h"
 #include "lint/Archives.h"
-#include "lint/Content.h"
 #include "lint/Findings.h"
 
 #include <QDateTime>

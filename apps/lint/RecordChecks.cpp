@@ -1,8 +1,8 @@
+#include "content/FileUse.h"
+#include "content/Table.h"
 #include "lint/Checks.h"
-#include "lint/FileUse.h"
 #include "lint/Findings.h"
 #include "lint/Schedules.h"
-#include "lint/Table.h"
 #include "lint/Wording.h"
 
 #include <QHash>

@@ -1,7 +1,7 @@
+#include "content/Content.h"
 #include "datatable/TableList.h"
 #include "decoration/ZImageFrameInfoListMgr.h"
 #include "gift/ZGiftListMgr.h"
-#include "lint/Content.h"
 #include "lint/ContentChecks.h"
 #include "lint/Findings.h"
 #include "presentation/ZBannerMgr.h"

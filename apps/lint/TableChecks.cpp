@@ -1,6 +1,6 @@
+#include "content/Table.h"
 #include "lint/Checks.h"
 #include "lint/Findings.h"
-#include "lint/Table.h"
 #include "lint/Wording.h"
 
 #include <QStringList>

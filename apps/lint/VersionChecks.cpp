@@ -1,8 +1,8 @@
+#include "content/Content.h"
+#include "content/Table.h"
 #include "datatable/TableCatalogue.h"
-#include "lint/Content.h"
 #include "lint/ContentChecks.h"
 #include "lint/Findings.h"
-#include "lint/Table.h"
 #include "lint/Wording.h"
 
 #include <QJsonDocument>

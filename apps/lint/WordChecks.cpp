@@ -1,7 +1,7 @@
 #include "chat/WordCheck.h"
+#include "content/Table.h"
 #include "lint/ContentChecks.h"
 #include "lint/Findings.h"
-#include "lint/Table.h"
 #include "lint/Wording.h"
 
 #include <QHash>

@@ -1,4 +1,4 @@
-#include "lint/Content.h"
+#include "content/Content.h"
 
 #include "datatable/TableCatalogue.h"
 #include "datatable/TableList.h"

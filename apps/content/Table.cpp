@@ -1,4 +1,4 @@
-#include "lint/Table.h"
+#include "content/Table.h"
 
 #include "host/ZGlobalConfig.h"
 

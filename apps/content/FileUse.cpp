@@ -1,8 +1,8 @@
-#include "lint/FileUse.h"
+#include "content/FileUse.h"
 
+#include "content/Table.h"
 #include "datatable/CachePaths.h"
 #include "decoration/ZImageFrameInfoListMgr.h"
-#include "lint/Table.h"
 
 #include <QDir>
 #include <QRegularExpression>
