@@ -83,16 +83,6 @@ QString FileUse::nameFault(const ColumnSchema& column, const QString& name)
                            : asked + QStringLiteral(", so a client asks for something else");
 }
 
-QString FileUse::versionIn(const Table& table, const Row& row)
-{
-    for (const auto& column : {QStringLiteral("flashVersion"), QStringLiteral("version"),
-                               QStringLiteral("alterDateTime")}) {
-        if (table.header().contains(column))
-            return table.text(row, column);
-    }
-    return QStringLiteral("0");
-}
-
 QString FileUse::pathOf(const FileSchema& file, const Table& table, const Row& row,
                         const QString& name)
 {

@@ -18,9 +18,6 @@ QStringList namesIn(const ColumnSchema& column, const QString& text);
  *  nothing is in its way. */
 QString nameFault(const ColumnSchema& column, const QString& name);
 
-/** The version of a row's files, as it becomes a part of names. */
-QString versionIn(const Table& table, const Row& row);
-
 /** Where the content folder has the file, relative to it. */
 QString pathOf(const FileSchema& file, const Table& table, const Row& row, const QString& name);
 

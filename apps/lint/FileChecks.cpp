@@ -46,7 +46,7 @@ void addWanted(const Table& table, const Row& row, const ColumnSchema& column, W
                               {{table.name(), row.number, column.name},
                                name,
                                file.isArchive && !isFilm,
-                               FileUse::versionIn(table, row),
+                               table.text(row, file.version),
                                file.description,
                                isFetched});
             else if (isFetched

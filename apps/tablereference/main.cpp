@@ -23,6 +23,8 @@ QString sayFile(const FileSchema& file)
         text += QStringLiteral(", behind ") + code(file.address);
     if (file.name != QLatin1String("{}"))
         text += QStringLiteral(", called ") + code(file.name);
+    if (!file.version.isEmpty())
+        text += QStringLiteral(", in the version of ") + code(file.version);
     if (!file.description.isEmpty())
         text += QStringLiteral(", with %1 in it").arg(code(file.description));
     return text;

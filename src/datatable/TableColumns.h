@@ -39,11 +39,13 @@ struct FileOn
     const char* name = "{}"; ///< as in FileSchema
 };
 
-/** The same of an archive, and of the file in it without which it is of no use. */
+/** The same of an archive: the column of its version, and the file in it without which it is of no
+ *  use. */
 struct ArchiveOn
 {
     const char* server;
     const char* address;
+    const char* version;
     const char* description = "";
 };
 
@@ -174,12 +176,13 @@ private:
     void note(const FileOn& file)
     {
         schema.files.append({QString::fromUtf8(file.server), QString::fromUtf8(file.address),
-                             QString::fromUtf8(file.name), false, QString()});
+                             QString::fromUtf8(file.name), false, QString(), QString()});
     }
     void note(const ArchiveOn& file)
     {
         schema.files.append({QString::fromUtf8(file.server), QString::fromUtf8(file.address),
-                             QStringLiteral("{}"), true, QString::fromUtf8(file.description)});
+                             QStringLiteral("{}"), true, QString::fromUtf8(file.version),
+                             QString::fromUtf8(file.description)});
     }
     void note(const OnlyWhere& condition)
     {

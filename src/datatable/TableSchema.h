@@ -35,6 +35,7 @@ struct FileSchema
     QString address;        ///< what stands between the server and the name
     QString name;           ///< "{}" stands for the cell, "{column}" for that cell of the row
     bool isArchive = false; ///< unpacked by the client; a film (".mp4") in its place is not
+    QString version;        ///< the column of the archive's version; empty for other files
     QString description;    ///< the file in the archive without which it is of no use; may be empty
 };
 

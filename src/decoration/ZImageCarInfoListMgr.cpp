@@ -32,7 +32,7 @@ const TableDeclaration& ZImageCarInfoListMgr::declaration()
             {Optional, Text(), Z_FIELD(ZImageCarInfo, description), TextUse::Words},
             {Optional, Integer(), Z_FIELD(ZImageCarInfo, price), Between {0}},
             {Required, Text(), Z_FIELD(ZImageCarInfo, animation),
-             ArchiveOn {"ImageResServer", animationFolder}},
+             ArchiveOn {"ImageResServer", animationFolder, "version"}},
             {Optional, Text(), Z_FIELD(ZImageCarInfo, picture),
              FileOn {"ImageResServer", pictureFolder}},
             {Required, Integer(), Z_FIELD(ZImageCarInfo, version)},

@@ -86,7 +86,7 @@ const TableDeclaration& ZFlashConfigMgr::declaration()
     static const DeclaredTable<ZFlashConfigMgr, ZFlashConfigInfo> table {
         {
             {Required, Text(), Z_FIELD(ZFlashConfigInfo, flashName),
-             ArchiveOn {"ZZResServer", archiveFolder, "{}.flajson"}},
+             ArchiveOn {"ZZResServer", archiveFolder, "flashVersion", "{}.flajson"}},
             {Required, TextAsInteger(), Z_FIELD(ZFlashConfigInfo, flashVersion)},
             {Required, TextAsInteger(), Z_FIELD(ZFlashConfigInfo, flashPrevDownload),
              Between {0, 1}},

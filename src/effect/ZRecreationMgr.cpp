@@ -41,7 +41,7 @@ const TableDeclaration& ZRecreationMgr::declaration()
             {Optional, Text(), Z_FIELD(recreationInfo, num)},
             {Optional, Text(), Z_FIELD(recreationInfo, range)},
             {Optional, Text(), Z_FIELD(recreationInfo, flashName),
-             ArchiveOn {"ImageResServer", magicFolder}},
+             ArchiveOn {"ImageResServer", magicFolder, "flashVersion"}},
             {Optional, Text(), Z_FIELD(recreationInfo, flashVersion)},
         },
         Emptied {&ZRecreationMgr::m_idsByType},
