@@ -41,6 +41,9 @@ QString withoutExtension(const QString& name)
 
 QString readTable(const QString& path, const QString& name, Content& content)
 {
+    if (content.tables.contains(name))
+        return QStringLiteral("%1 is a second file of the table %2")
+            .arg(QDir::toNativeSeparators(path), name);
     QByteArray bytes;
     QString fault = readFile(path, bytes);
     if (fault.isEmpty())
@@ -59,22 +62,21 @@ QString readPublishedTables(const QDir& folder, Content& content)
     return {};
 }
 
-/** Of two files for one table the first counts, which is the one without an extension. */
 QString readTableFolder(const QDir& folder, Content& content)
 {
-    QStringList names;
+    bool holdsTable = false;
     for (const QString& file : plainFiles(folder)) {
         const QString name = withoutExtension(file);
-        if (!Content::isTable(name) || names.contains(name))
+        if (!Content::isTable(name))
             continue;
-        names.append(name);
+        holdsTable = true;
         QString fault = readTable(folder.filePath(file), name, content);
         if (!fault.isEmpty())
             return fault;
     }
-    return names.isEmpty()
-        ? QStringLiteral("%1 holds no table").arg(QDir::toNativeSeparators(folder.path()))
-        : QString();
+    return holdsTable
+        ? QString()
+        : QStringLiteral("%1 holds no table").arg(QDir::toNativeSeparators(folder.path()));
 }
 
 QString readVersions(const QString& path, Content& content)

@@ -99,8 +99,14 @@ bool isNaming(const Table& table, const ColumnSchema& column)
         || column.use == TextUse::Name;
 }
 
+/** Whether the cell is there for other cells, or for a server, and not for people to read. */
+bool isForPrograms(const Table& table, const ColumnSchema& column)
+{
+    return column.use == TextUse::Any && isNaming(table, column);
+}
+
 /** Characters that are not assigned do not count: the newest pictures are among them here. */
-bool isInvisible(uint character)
+bool isInvisible(uint character, bool isForPeople)
 {
     constexpr uint nonJoiner = 0x200C;
     constexpr uint joiner = 0x200D; // makes one picture of several, as tags do
@@ -110,7 +116,8 @@ bool isInvisible(uint character)
     case QChar::Other_Control:
         return character != '\n' && character != '\t';
     case QChar::Other_Format:
-        return character != nonJoiner && character != joiner && character < firstTag;
+        return !isForPeople
+            || (character != nonJoiner && character != joiner && character < firstTag);
     case QChar::Other_Surrogate:
     case QChar::Other_PrivateUse:
     case QChar::Separator_Line:
@@ -124,8 +131,9 @@ bool isInvisible(uint character)
 void checkText(const Table& table, const Place& place, const ColumnSchema* column,
                const QString& text, Findings& findings)
 {
+    const bool isForPeople = column == nullptr || !isForPrograms(table, *column);
     for (const uint character : text.toUcs4()) {
-        if (!isInvisible(character))
+        if (!isInvisible(character, isForPeople))
             continue;
         findings.add(Rule::InvisibleCharacter, place,
                      QStringLiteral("%1 holds U+%2, which no font shows; a client keeps it")
@@ -144,15 +152,16 @@ void checkText(const Table& table, const Place& place, const ColumnSchema* colum
 void checkPeriod(const Table& table, const Row& row, const ColumnSchema& column, Findings& findings)
 {
     const ColumnSchema* start = table.column(column.startColumn);
+    const QJsonValue end = table.cell(row, column.name);
     if (start == nullptr || !start->fits(table.cell(row, start->name))
-        || !column.fits(table.cell(row, column.name)))
+        || !(column.fits(end) || isLeftOpen(column, wantedOf(column), end)))
         return;
     const qint64 from = table.value(row, start->name).toVariant().toLongLong();
     const qint64 to = table.value(row, column.name).toVariant().toLongLong();
     if (to < from)
         findings.add(Rule::ReversedPeriod, {table.name(), row.number, column.name},
                      QStringLiteral("%1 is before \"%2\", which is %3; a client takes it for never")
-                         .arg(Wording::shown(table.cell(row, column.name)), start->name,
+                         .arg(Wording::shown(end), start->name,
                               Wording::shown(table.cell(row, start->name))));
 }
 

@@ -96,14 +96,14 @@ void checkNumber(const Cell& cell)
 {
     if (!cell.column.least)
         return;
-    const qint64 number = cell.number();
+    const double number = cell.table.value(cell.row, cell.column.name).toVariant().toDouble();
     if (number >= *cell.column.least && number <= *cell.column.most)
         return;
     const QString most = *cell.column.most == std::numeric_limits<int>::max()
         ? QStringLiteral("or more")
         : QStringLiteral("to %1").arg(*cell.column.most);
     cell.add(Rule::UnknownValue,
-             QStringLiteral("%1 is not %2 %3; a client keeps it, and knows nothing to do with it")
+             QStringLiteral("%1 is not %2 %3; a client has no use for it")
                  .arg(cell.shown(), QString::number(*cell.column.least), most));
 }
 
