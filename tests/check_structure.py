@@ -24,7 +24,7 @@ FLOORS = [  # from the bottom
     ["src/startup", "src/tidy"],
     ["src/client"],
     ["apps/server", "apps/content", "apps/zglobal/console"],
-    ["apps/lint"],
+    ["apps/lint", "apps/diff"],
     ["apps/zglobal/command"],
     ["apps/zglobal/demo"],
     ["apps/zglobal", "apps/commandreference", "apps/tablereference", "bench", "examples/embed",

@@ -7,6 +7,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -114,6 +115,23 @@ QString Content::read(const QString& path)
     if (place.exists(QStringLiteral("app/resources")))
         return readContentFolder(place, *this);
     return readTableFolder(place, *this);
+}
+
+std::optional<QJsonObject> Content::versionNumbers(QString* error) const
+{
+    if (!versions)
+        return std::nullopt;
+    QJsonParseError fault;
+    const QJsonDocument document = QJsonDocument::fromJson(*versions, &fault);
+    const QJsonValue numbers = document.object().value(QLatin1String("versions"));
+    if (numbers.isObject())
+        return numbers.toObject();
+    if (error != nullptr)
+        *error = fault.error == QJsonParseError::NoError
+            ? QStringLiteral("the file has no object \"versions\"")
+            : QStringLiteral("not JSON at byte %1: %2")
+                  .arg(QString::number(fault.offset), fault.errorString());
+    return std::nullopt;
 }
 
 QStringList Content::files() const

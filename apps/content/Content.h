@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -20,6 +21,10 @@ struct Content
      * why that cannot be done, or an empty text.
      */
     QString read(const QString& path);
+
+    /** The versions by the tables' names, as their file has them; nothing, and why, where it is at
+     *  hand and holds none. */
+    std::optional<QJsonObject> versionNumbers(QString* error = nullptr) const;
 
     /** The files in the folder, relative to it and sorted; hidden ones are none of them. */
     QStringList files() const;

@@ -5,25 +5,9 @@
 #include "lint/Findings.h"
 #include "lint/Wording.h"
 
-#include <QJsonDocument>
 #include <QJsonObject>
 
 namespace {
-
-/** The versions by the tables' names; nothing when the file holds none. */
-std::optional<QJsonObject> versionsIn(const QByteArray& bytes, QString& error)
-{
-    QJsonParseError fault;
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &fault);
-    const QJsonValue versions = document.object().value(QLatin1String("versions"));
-    if (versions.isObject())
-        return versions.toObject();
-    error = fault.error == QJsonParseError::NoError
-        ? QStringLiteral("the file has no object \"versions\"")
-        : QStringLiteral("not JSON at byte %1: %2")
-              .arg(QString::number(fault.offset), fault.errorString());
-    return std::nullopt;
-}
 
 QStringList versionedTables()
 {
@@ -104,7 +88,7 @@ void ContentChecks::checkVersions(const Content& content, const QVector<Table>& 
         return;
     }
     QString error;
-    const auto versions = versionsIn(*content.versions, error);
+    const auto versions = content.versionNumbers(&error);
     if (!versions) {
         findings.add(Rule::BadVersions, file, error + effect);
         return;
@@ -116,9 +100,8 @@ void ContentChecks::checkVersions(const Content& content, const QVector<Table>& 
 void ContentChecks::checkChanges(const Content& content, const Content& published,
                                  Findings& findings)
 {
-    QString error;
-    const auto now = versionsIn(content.versions.value_or(QByteArray()), error);
-    const auto before = versionsIn(published.versions.value_or(QByteArray()), error);
+    const auto now = content.versionNumbers();
+    const auto before = published.versionNumbers();
     if (!now || !before)
         return;
     for (const QString& name : versionedTables()) {
