@@ -324,6 +324,11 @@ Promise<ZFlashResult> ZGlobalClient::fetchFlashes()
     });
 }
 
+QString ZGlobalClient::tableFile(const TableStatus& table)
+{
+    return table.kind < 0 ? ClientFiles::unversionedPath(table.table) : table.path;
+}
+
 bool ZGlobalClient::hasFlash(const QString& flashName)
 {
     return ZFlashConfigMgr::getInstance().isPresent(flashName);

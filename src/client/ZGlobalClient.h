@@ -103,6 +103,9 @@ public:
     /** Downloads and unpacks the flash animations that are missing; begins a second later. */
     QtPromise::QPromise<ZFlashResult> fetchFlashes();
 
+    /** Where the file of a table lies, in the catalogue or outside. */
+    static QString tableFile(const TableStatus& table);
+
     /** Whether an animation of the flash table is on disk and unpacked. */
     static bool hasFlash(const QString& flashName);
 

@@ -62,6 +62,8 @@ public:
         m_schema.columns = m_columns.schemas();
         (add(parts), ...);
         m_schema.duplicates = duplicates();
+        m_schema.laterRowAnswers = m_inMap;
+        m_schema.isEveryRowKept = m_inList || m_inGroups;
     }
 
     bool load(const QString& path) const override

@@ -79,8 +79,10 @@ struct ColumnSchema
 struct TableSchema
 {
     QVector<ColumnSchema> columns;
-    QString key;        ///< the column that names a record; empty when none does
-    QString duplicates; ///< what happens to two rows of one key
+    QString key;                  ///< the column that names a record; empty when none does
+    QString duplicates;           ///< what happens to two rows of one key
+    bool laterRowAnswers = false; ///< of two rows of one key, only the later is found by it ...
+    bool isEveryRowKept = false;  ///< ... though the earlier one may still be in a list
 };
 
 /**

@@ -7,6 +7,8 @@
 
 #include <QJsonDocument>
 
+#include <algorithm>
+#include <array>
 #include <limits>
 
 using CacheNames::VersionedName;
@@ -84,11 +86,6 @@ QString broadcastUrl(const QString& fileName, const QString& version)
     return ResourceServer::versionedImage(broadcastFolder, fileName, version);
 }
 
-bool isOnSale(const ZGiftInfo& gift, qint64 time)
-{
-    return gift.startTime <= time && time <= gift.endTime;
-}
-
 bool countsAsVisible(const ZGiftInfo& gift)
 {
     static const QSet<QString> alwaysVisible {QStringLiteral("Annual2024G19"),
@@ -96,6 +93,19 @@ bool countsAsVisible(const ZGiftInfo& gift)
                                               QStringLiteral("Anniversary2025G18")};
     return gift.isVisible || alwaysVisible.contains(gift.giftId);
 }
+
+constexpr int panelOnly = 2;
+
+constexpr std::array<stGiftRule, 4> rules {{
+    {stGiftRule::Always, "its sale has begun", "startTime",
+     [](const ZGiftInfo& gift, qint64 time) { return gift.startTime <= time; }},
+    {stGiftRule::Always, "its sale is not over", "endTime",
+     [](const ZGiftInfo& gift, qint64 time) { return time <= gift.endTime; }},
+    {stGiftRule::CheckVisible, "it is visible, or one of three that always are", "isVisible",
+     [](const ZGiftInfo& gift, qint64) { return countsAsVisible(gift); }},
+    {stGiftRule::CheckDisplayLocation, "it is shown in the gift panel", "giftDisplayLocation",
+     [](const ZGiftInfo& gift, qint64) { return (gift.giftDisplayLocation & ~panelOnly) == 0; }},
+}};
 
 } // namespace
 
@@ -319,12 +329,17 @@ bool ZGiftListMgr::checkGiftValid(const QString& id, qint64 time, const bool& ch
                                   bool checkVisible)
 {
     const auto gift = m_giftMap.constFind(id);
-    if (id.isEmpty() || gift == m_giftMap.constEnd() || !isOnSale(*gift, time))
+    if (id.isEmpty() || gift == m_giftMap.constEnd())
         return false;
-    if (checkVisible && !countsAsVisible(*gift))
-        return false;
-    constexpr int panelOnly = 2;
-    return !checkDisplayLocation || (gift->giftDisplayLocation & ~panelOnly) == 0;
+    const std::array<bool, 3> asked {true, checkVisible, checkDisplayLocation}; // by EWhen
+    return std::all_of(rules.begin(), rules.end(), [&](const stGiftRule& rule) {
+        return !asked[rule.when] || rule.holds(*gift, time);
+    });
+}
+
+QVector<stGiftRule> ZGiftListMgr::validityRules()
+{
+    return QVector<stGiftRule>(rules.begin(), rules.end());
 }
 
 bool ZGiftListMgr::checkGiftFamilyEq(const QString& id, int family)

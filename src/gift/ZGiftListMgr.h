@@ -52,6 +52,21 @@ struct ZGiftInfo
     QString assignId;
 };
 
+/** One of the conditions that ZGiftListMgr::checkGiftValid() puts to a gift that it knows. */
+struct stGiftRule
+{
+    enum EWhen {
+        Always,
+        CheckVisible,         ///< where the caller asks for visible gifts
+        CheckDisplayLocation, ///< where the caller asks for those of the gift panel
+    };
+
+    EWhen when;
+    const char* words;  ///< what holds then, as in "its sale has begun"
+    const char* column; ///< the one that it looks at
+    bool (*holds)(const ZGiftInfo& gift, qint64 time);
+};
+
 /**
  * The gift catalogue of table CS_GiftList, by gift id and in table order.
  *
@@ -129,6 +144,8 @@ public:
      */
     bool checkGiftValid(const QString& id, qint64 time, const bool& checkDisplayLocation,
                         bool checkVisible);
+    /** Its conditions, in the order in which it asks. */
+    static QVector<stGiftRule> validityRules();
 
     /** Whether the gift is known and of this family, or on this tab. */
     bool checkGiftFamilyEq(const QString& id, int family);

@@ -181,6 +181,16 @@ QString ZBannerMgr::bannerCefPage(const QString& url)
     return page.isEmpty() ? EmbeddedPages::pageFor(url, m_serverPages) : page;
 }
 
+const QHash<QString, QString>& ZBannerMgr::getTablePages()
+{
+    return m_tablePages;
+}
+
+const QHash<QString, QString>& ZBannerMgr::getServerPages()
+{
+    return m_serverPages;
+}
+
 void ZBannerMgr::sortListByWeight(bool isNew)
 {
     if (isNew)

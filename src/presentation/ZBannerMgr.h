@@ -79,6 +79,10 @@ public:
     bool bannerIsByCef(const QString& url);
     /** A page that makes bannerIsByCef() true for url; empty when there is none. */
     QString bannerCefPage(const QString& url);
+    /** The pages for the embedded browser, of the tables and of the service: the path of each that
+     *  an address has to hold, by page. */
+    const QHash<QString, QString>& getTablePages();
+    const QHash<QString, QString>& getServerPages();
 
     /** Puts smaller weights first, equal ones in their order; does nothing with isNew. */
     void sortListByWeight(bool isNew);

@@ -62,6 +62,11 @@ QString ZOtherBannerMgr::otherBannerCefPage(const QString& url)
     return EmbeddedPages::pageFor(url, m_pages);
 }
 
+const QHash<QString, QString>& ZOtherBannerMgr::getPages()
+{
+    return m_pages;
+}
+
 void ZOtherBannerMgr::notePage(const ZOtherBannerInfo& info, const QJsonArray&)
 {
     static const QRegularExpression pattern(QString::fromLatin1(pathPattern));

@@ -40,6 +40,9 @@ public:
     bool otherBannerIsByCef(const QString& url);
     /** A page that makes otherBannerIsByCef() true for url; empty when there is none. */
     QString otherBannerCefPage(const QString& url);
+    /** The pages for the embedded browser: the path of each that an address has to hold, by page.
+     */
+    const QHash<QString, QString>& getPages();
 
 private:
     ZOtherBannerMgr() = default;
