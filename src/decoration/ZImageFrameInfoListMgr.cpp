@@ -153,13 +153,23 @@ QString ZImageFrameInfoListMgr::getFrameUrlById(int id)
 
 QString ZImageFrameInfoListMgr::getEffectiveFramePathById(int id)
 {
-    const QString icon = getEffectiveIconById(id);
+    return getEffectiveFramePathAt(id, QTime::currentTime());
+}
+
+QString ZImageFrameInfoListMgr::getEffectiveFramePathAt(int id, const QTime& at)
+{
+    const QString icon = getEffectiveIconAt(id, at);
     return icon.isEmpty() ? QString() : pathOf(getInfoById(id).version, icon);
 }
 
 QString ZImageFrameInfoListMgr::getEffectiveFrameUrlById(int id)
 {
-    const QString icon = getEffectiveIconById(id);
+    return getEffectiveFrameUrlAt(id, QTime::currentTime());
+}
+
+QString ZImageFrameInfoListMgr::getEffectiveFrameUrlAt(int id, const QTime& at)
+{
+    const QString icon = getEffectiveIconAt(id, at);
     return icon.isEmpty() ? QString() : urlOf(icon);
 }
 

@@ -86,9 +86,11 @@ public:
     QString getFramePathById(int id);
     QString getFrameUrlById(int id);
 
-    /** The picture in force now; empty where that is. */
+    /** The picture in force; empty where that is. */
     QString getEffectiveFramePathById(int id);
+    QString getEffectiveFramePathAt(int id, const QTime& at);
     QString getEffectiveFrameUrlById(int id);
+    QString getEffectiveFrameUrlAt(int id, const QTime& at);
 
 protected:
     ZImageFrameInfoListMgr() = default;

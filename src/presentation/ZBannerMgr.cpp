@@ -147,12 +147,16 @@ QString ZBannerMgr::getBannerImagePathById(const int& id)
     return CacheNames::imagePath(getBannerImageUrlById(id));
 }
 
+bool ZBannerMgr::hasPicture(const ZBannerInfo& banner)
+{
+    return banner.bannerType == 1 || banner.bannerType == 2;
+}
+
 QStringList ZBannerMgr::getMissingImageUrls()
 {
     QStringList missing;
     for (const ZBannerInfo& info : qAsConst(m_banners)) {
-        const bool hasPicture = info.bannerType == 1 || info.bannerType == 2;
-        if (hasPicture && !QFileInfo(getBannerImagePathById(info.id)).isFile())
+        if (hasPicture(info) && !QFileInfo(getBannerImagePathById(info.id)).isFile())
             missing.append(getBannerImageUrlById(info.id));
     }
     return missing;

@@ -70,6 +70,8 @@ public:
     /** The picture's file in "res/images/", named after its address. */
     QString getBannerImagePathById(const int& id);
 
+    /** Whether a banner is of a kind that carries a picture. */
+    static bool hasPicture(const ZBannerInfo& banner);
     /** The addresses of the pictures that have no file yet. */
     QStringList getMissingImageUrls();
     /** Fetches the pictures that have no file yet; sigDownloadImages follows in every case. */
