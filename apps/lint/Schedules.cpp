@@ -8,6 +8,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -87,23 +88,29 @@ void checkOverlaps(const QVector<Span>& spans, const Place& place, Findings& fin
     }
 }
 
-/** Where half of the day and more is left to the frame's own picture, that is the plan. */
-void checkGaps(const QVector<Span>& spans, const Place& place, Findings& findings)
+QVector<Span> gapsOf(const QVector<Span>& spans)
 {
     QVector<Span> gaps;
     int reached = 0;
-    int open = 0;
     const auto gapTo = [&](int to) {
-        if (to <= reached)
-            return;
-        gaps.append({reached, to, 0});
-        open += to - reached;
+        if (to > reached)
+            gaps.append({reached, to, 0});
     };
     for (const Span& span : spans) {
         gapTo(span.from);
         reached = std::max(reached, span.to);
     }
     gapTo(day);
+    return gaps;
+}
+
+/** Where half of the day and more is left to the frame's own picture, that is the plan. */
+void checkGaps(const QVector<Span>& spans, const Place& place, Findings& findings)
+{
+    const QVector<Span> gaps = gapsOf(spans);
+    const int open = std::accumulate(gaps.begin(), gaps.end(), 0, [](int sum, const Span& gap) {
+        return sum + gap.to - gap.from;
+    });
     if (open >= day / 2)
         return;
     for (const Span& gap : gaps)
@@ -114,6 +121,14 @@ void checkGaps(const QVector<Span>& spans, const Place& place, Findings& finding
 }
 
 } // namespace
+
+QStringList Schedules::gaps(const QVector<stFramePeriod>& periods)
+{
+    QStringList gaps;
+    for (const Span& gap : gapsOf(spansOf(periods)))
+        gaps.append(QStringLiteral("%1 to %2").arg(clock(gap.from), clock(gap.to)));
+    return gaps;
+}
 
 void Schedules::check(const QString& schedule, const Place& place, Findings& findings)
 {
