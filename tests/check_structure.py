@@ -25,6 +25,7 @@ FLOORS = [  # from the bottom
     ["src/client"],
     ["apps/server", "apps/content", "apps/zglobal/console"],
     ["apps/lint", "apps/diff"],
+    ["apps/why"],
     ["apps/zglobal/command"],
     ["apps/zglobal/demo"],
     ["apps/zglobal", "apps/commandreference", "apps/tablereference", "bench", "examples/embed",
