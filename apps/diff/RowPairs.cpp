@@ -1,6 +1,7 @@
 #include "diff/RowPairs.h"
 
 #include "content/Table.h"
+#include "diff/CellText.h"
 
 #include <QHash>
 #include <QJsonDocument>
@@ -13,12 +14,6 @@ namespace {
 constexpr qint64 mostPairs = 250'000;
 /** From here on two rows are one that was edited. */
 constexpr double alike = 0.5;
-
-bool isSomething(const QJsonValue& cell)
-{
-    return !cell.isNull() && !cell.isUndefined() && cell != QJsonValue(QString())
-        && cell != QJsonValue(0) && cell != QJsonValue(false);
-}
 
 /** How much of the longer text is at both ends of both. */
 double likeness(const QString& left, const QString& right)
@@ -59,7 +54,7 @@ public:
         for (const QString& column : m_columns) {
             const QJsonValue left = m_before.cell(m_before.rows().at(before), column);
             const QJsonValue right = m_after.cell(m_after.rows().at(after), column);
-            if (!isSomething(left) && !isSomething(right))
+            if (CellText::isEmpty(left) && CellText::isEmpty(right))
                 continue;
             ++count;
             if (left == right)

@@ -2,9 +2,8 @@
 
 #include "content/FileUse.h"
 #include "content/Table.h"
+#include "diff/CellText.h"
 #include "diff/RowPairs.h"
-
-#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -60,12 +59,6 @@ QStringList filesOf(const Table& table, const Row& row)
     return paths;
 }
 
-QString shown(const QJsonValue& value)
-{
-    const QByteArray list = QJsonDocument(QJsonArray {value}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(list.mid(1, list.size() - 2));
-}
-
 /** What a client makes of a cell that is not what it seems. */
 QString remarkOn(const Table& table, const QString& name, const QJsonValue& cell)
 {
@@ -74,15 +67,9 @@ QString remarkOn(const Table& table, const QString& name, const QJsonValue& cell
         return {};
     if (column == nullptr || column->becomes == nullptr)
         return QStringLiteral("no client reads it");
-    return column->fits(cell) ? QString()
-                              : QStringLiteral("a client reads ") + shown(column->becomes(cell));
-}
-
-/** A cell that only one side has a column for says something only where it is filled in. */
-bool isEmpty(const QJsonValue& cell)
-{
-    return cell.isNull() || cell.isUndefined() || cell == QJsonValue(QString())
-        || cell == QJsonValue(0) || cell == QJsonValue(false);
+    return column->fits(cell)
+        ? QString()
+        : QStringLiteral("a client reads ") + CellText::of(column->becomes(cell));
 }
 
 bool isInBoth(const TableChange& change, const QString& column)
@@ -133,7 +120,10 @@ void addChanged(const Sides& sides, const Row& before, const Row& after, TableCh
     for (const QString& column : sides.columns) {
         const QJsonValue old = sides.before.cell(before, column);
         const QJsonValue now = sides.after.cell(after, column);
-        if (old == now || (!isInBoth(change, column) && isEmpty(old) && isEmpty(now)))
+        // What only one side has a column for says something only where it is filled in.
+        const bool isSaid =
+            isInBoth(change, column) || !CellText::isEmpty(old) || !CellText::isEmpty(now);
+        if (old == now || !isSaid)
             continue;
         const bool readsAlike =
             sides.before.value(before, column) == sides.after.value(after, column);

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QString>
+
+/** How the page of changes looks. */
+QString pageStyle();
