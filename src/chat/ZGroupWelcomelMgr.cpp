@@ -43,6 +43,23 @@ public:
         return records;
     }
 
+    TableSnapshot snapshot() const override
+    {
+        const auto held = std::make_shared<const QVector<QString>>(phrases());
+        TableSnapshot snapshot {{}, held};
+        for (const QString& phrase : *held)
+            snapshot.records.append(&phrase);
+        return snapshot;
+    }
+    QVariant value(const void* record, int /*column*/) const override
+    {
+        return *static_cast<const QString*>(record);
+    }
+    int compare(const void* left, const void* right, int /*column*/) const override
+    {
+        return static_cast<const QString*>(left)->compare(*static_cast<const QString*>(right));
+    }
+
 private:
     static const QVector<QString>& phrases()
     {

@@ -127,6 +127,29 @@ public:
         return records;
     }
 
+    TableSnapshot snapshot() const override
+    {
+        TableSnapshot snapshot = m_snapshot(managerAt(Manager::getInstance()));
+        if (!m_inList && !m_inGroups) { // an unordered map changes its order with every load
+            std::sort(snapshot.records.begin(), snapshot.records.end(),
+                      [this](const void* left, const void* right) {
+                          return compare(left, right, m_keyColumn) < 0;
+                      });
+        }
+        return snapshot;
+    }
+
+    QVariant value(const void* record, int column) const override
+    {
+        return m_columns.value(*static_cast<const Record*>(record), column);
+    }
+
+    int compare(const void* left, const void* right, int column) const override
+    {
+        return m_columns.compare(*static_cast<const Record*>(left),
+                                 *static_cast<const Record*>(right), column);
+    }
+
 private:
     using Steps = QVector<std::function<void(Manager&)>>;
     using Use = std::function<void(const Record&)>;
@@ -252,12 +275,12 @@ private:
         };
         add(TableParts::Emptied {part.container});
         m_inGroups = true;
-        m_forEach = [part](const Manager& manager, const Use& use) {
-            for (const auto& group : manager.*part.container) {
+        hold(part.container, [](const auto& groups, const auto& use) {
+            for (const auto& group : groups) {
                 for (const Record& record : group)
                     use(record);
             }
-        };
+        });
     }
 
     template <class Field, class Condition>
@@ -320,15 +343,30 @@ private:
     template <class Field>
     void nameBy(Field field)
     {
-        m_schema.key = m_schema.columns.at(m_columns.indexOf(field)).name;
+        m_keyColumn = m_columns.indexOf(field);
+        m_schema.key = m_schema.columns.at(m_keyColumn).name;
     }
 
     template <class Container>
     void showFrom(Container container)
     {
-        m_forEach = [container](const Manager& manager, const Use& use) {
-            for (const Record& record : manager.*container)
+        hold(container, [](const auto& records, const auto& use) {
+            for (const Record& record : records)
                 use(record);
+        });
+    }
+
+    /** Where the records are to be looked for; walk(container, use) calls use for each. */
+    template <class Container, class Walk>
+    void hold(Container container, Walk walk)
+    {
+        m_forEach = [=](const Manager& manager, const Use& use) { walk(manager.*container, use); };
+        m_snapshot = [=](const Manager& manager) {
+            using Held = std::decay_t<decltype(manager.*container)>;
+            const auto held = std::make_shared<const Held>(manager.*container);
+            TableSnapshot snapshot {{}, held};
+            walk(*held, [&](const Record& record) { snapshot.records.append(&record); });
+            return snapshot;
         };
     }
 
@@ -356,6 +394,8 @@ private:
     Steps m_squeeze;
     Steps m_afterwards;
     std::function<void(const Manager&, const Use&)> m_forEach;
+    std::function<TableSnapshot(const Manager&)> m_snapshot;
+    int m_keyColumn = -1;
     bool m_inMap = false;
     bool m_inList = false;
     bool m_inGroups = false;

@@ -8,6 +8,7 @@
 #include "datatable/TableSchema.h"
 
 #include <QJsonObject>
+#include <QVariant>
 
 #include <functional>
 #include <initializer_list>
@@ -96,6 +97,16 @@ struct Wants
     const char* text;
 };
 
+template <class Value>
+int ordered(const Value& left, const Value& right)
+{
+    return left < right ? -1 : static_cast<int>(right < left);
+}
+inline int ordered(const QString& left, const QString& right)
+{
+    return left.compare(right);
+}
+
 inline QJsonValue jsonOf(qint64 value)
 {
     return {value};
@@ -140,7 +151,10 @@ public:
         schema.becomes = [](const QJsonValue& cell) { return jsonOf(Conversion::read(cell)); };
         if constexpr (std::is_base_of_v<Owner, Record>) {
             schema.field = QString::fromUtf8(fieldName);
-            show = [field](const Record& record) { return jsonOf(record.*field); };
+            value = [field](const Record& record) { return QVariant(record.*field); };
+            compare = [field](const Record& left, const Record& right) {
+                return ordered(left.*field, right.*field);
+            };
         }
         (note(notes), ...);
     }
@@ -162,7 +176,8 @@ public:
 
     ColumnSchema schema;
     std::function<void(const QJsonValue&, Row&, SharedTexts&)> read;
-    std::function<QJsonValue(const Record&)> show;
+    std::function<QVariant(const Record&)> value; ///< null where no field is filled
+    std::function<int(const Record&, const Record&)> compare;
     std::function<const void*(const Row&)> place; ///< the field inside a row, to know it again
 
 private:
@@ -293,10 +308,22 @@ public:
     {
         QJsonObject object;
         for (const auto& column : m_columns) {
-            if (column.show)
-                object.insert(column.schema.name, column.show(record));
+            if (column.value)
+                object.insert(column.schema.name, QJsonValue::fromVariant(column.value(record)));
         }
         return object;
+    }
+
+    QVariant value(const Record& record, int column) const
+    {
+        const auto& read = m_columns.at(column).value;
+        return read ? read(record) : QVariant();
+    }
+
+    int compare(const Record& left, const Record& right, int column) const
+    {
+        const auto& compared = m_columns.at(column).compare;
+        return compared ? compared(left, right) : 0;
     }
 
 private:

@@ -7,8 +7,10 @@
 #include <QJsonValue>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <QVector>
 
+#include <memory>
 #include <optional>
 
 /** What the texts of a column are, beyond being texts. */
@@ -86,6 +88,16 @@ struct TableSchema
 };
 
 /**
+ * The records that a manager held of a table at one moment. They stay as they are, whatever is
+ * loaded meanwhile; nothing is copied before the next load.
+ */
+struct TableSnapshot
+{
+    QVector<const void*> records;       ///< to be read by TableDeclaration::value() and compare()
+    std::shared_ptr<const void> keeper; ///< they live as long as it does
+};
+
+/**
  * A table as its manager declares it: the columns in words, the loading, the records held.
  *
  * What holds for every manager and every loading operation unless its own words say otherwise:
@@ -122,6 +134,17 @@ public:
 
     /** The same records as objects whose members are the columns, or as texts. */
     virtual QJsonArray records() const = 0;
+
+    /** The same records as they are, in the same order; out of an unordered map by their key. */
+    virtual TableSnapshot snapshot() const = 0;
+
+    /** What a record of a snapshot holds of a column, by its place in the schema: in the type of
+     *  the record's field, and invalid where none is filled. Column 0 of a table without columns is
+     *  the text itself. */
+    virtual QVariant value(const void* record, int column) const = 0;
+
+    /** The order of two such values: below 0, 0 when they are equal, above 0. */
+    virtual int compare(const void* left, const void* right, int column) const = 0;
 
 protected:
     TableDeclaration() = default;
