@@ -1,5 +1,6 @@
 # The installed package. find_package(ZGlobal) gives ZGlobal::ZGlobal, the host and promise libraries,
-# and of the components what is installed: Client is ZGlobal::ZGlobalClient, Testing ZGlobal::Testing.
+# and of the components what is installed: Client is ZGlobal::ZGlobalClient, Models
+# ZGlobal::ZGlobalModels, Testing ZGlobal::Testing.
 # For everything but CMake there is a pkg-config file each.
 include(CMakePackageConfigHelpers)
 
@@ -47,6 +48,12 @@ if(ZGLOBAL_CLIENT)
     COMPONENT development)
     zglobal_pkg_config(zglobalclient "ZGlobal with start-up, updates and tidying for a program"
         REQUIRES "zglobal = ${PROJECT_VERSION}" LIBS ZGlobalClient)
+endif()
+if(ZGLOBAL_MODELS)
+    install(EXPORT ZGlobalModelsTargets NAMESPACE ZGlobal:: DESTINATION "${package_folder}"
+    COMPONENT development)
+    zglobal_pkg_config(zglobalmodels "Item models over ZGlobal's tables for Qt's views"
+        REQUIRES "zglobal = ${PROJECT_VERSION}" LIBS ZGlobalModels)
 endif()
 if(ZGLOBAL_TESTING)
     install(EXPORT ZGlobalTestingTargets NAMESPACE ZGlobal:: DESTINATION "${package_folder}"
