@@ -5,6 +5,7 @@
 #include "gift/ZGiftListMgr.h"
 #include "host/ZImageCacheUtil.h"
 #include "host/zErrorInfo.h"
+#include "models/ZGiftModel.h"
 #include "presentation/ZBannerMgr.h"
 
 #include <QCoreApplication>
@@ -12,6 +13,7 @@
 #include <QDebug>
 #include <QFile>
 #include <QJsonDocument>
+#include <QSortFilterProxyModel>
 #include <QThread>
 //! [includes]
 
@@ -108,6 +110,20 @@ QString maskedInAnyThread(const QString& line)
 }
 //! [thread]
 
+//! [views]
+QAbstractItemModel* giftsToSend(QObject* view)
+{
+    auto* gifts = new ZGiftModel(view);
+    auto* shown = new QSortFilterProxyModel(view);
+    shown->setSourceModel(gifts);
+    shown->setFilterRole(gifts->sendableRole());
+    shown->setFilterFixedString("true");
+    shown->setSortRole(ZRecordModel::ValueRole);
+    shown->sort(gifts->columnOf("price"));
+    return shown; // and follows every load by itself
+}
+//! [views]
+
 //! [report]
 bool writeReport(const ZGlobalClient& client)
 {
@@ -125,6 +141,8 @@ QtPromise::QPromise<void> tryTheRest(const ZGlobalClient& client)
 {
     if (!opensEmbedded("https://m.example.com/activity/annual?from=banner&room=1"))
         throw zErrorInfo("the banner's page is not known");
+    if (giftsToSend(qApp)->rowCount() == 0)
+        throw zErrorInfo("no gift may be sent");
     if (!writeReport(client))
         throw zErrorInfo("report.json could not be written");
     QThread* worker = QThread::create([] { qInfo() << maskedInAnyThread("代充金豆找我"); });
