@@ -29,19 +29,24 @@ Manager& managerAt(Manager& manager)
 
 /** Puts records into a map by a field, a later one replacing an earlier one of its key. */
 template <class Record, class Field, class Key>
-auto inserterInto(QHash<Key, Record>& map, Field field, int rows)
+auto inserterInto(QHash<Key, Record>& map, Field field, const TableRows& rows)
 {
-    map.reserve(map.size() + rows);
-    return [&map, field](const Record& record) { map.insert(record.*field, record); };
+    map.reserve(map.size() + rows.count());
+    return [&map, field](Record&& record) {
+        Record& place = map[record.*field];
+        place = std::move(record);
+    };
 }
 
 /** The same; mostly the rows are in the order of their keys, so each is tried behind the last. */
 template <class Record, class Field, class Key>
-auto inserterInto(QMap<Key, Record>& map, Field field, int)
+auto inserterInto(QMap<Key, Record>& map, Field field, const TableRows&)
 {
     using Place = typename QMap<Key, Record>::const_iterator;
-    return [&map, field, place = map.constEnd()](const Record& record) mutable {
-        place = std::next(Place(map.insert(place, record.*field, record)));
+    return [&map, field, place = map.constEnd()](Record&& record) mutable {
+        const auto inserted = map.insert(place, record.*field, Record());
+        *inserted = std::move(record);
+        place = std::next(Place(inserted));
     };
 }
 
@@ -79,7 +84,7 @@ public:
         if (!table)
             return false;
         run(m_empty, manager);
-        const Stores stores = storesFor(manager, rows.count());
+        const QVector<Store> stores = storesFor(manager, rows);
         const Conditions leftOut = conditionsFor(rows);
         table->forEach([&](Row&& row, const QJsonArray& cells) {
             if (m_eachRow)
@@ -154,15 +159,7 @@ private:
     using Steps = QVector<std::function<void(Manager&)>>;
     using Use = std::function<void(const Record&)>;
     using Conditions = QVector<std::function<bool(const Row&)>>;
-    using Insert = std::function<void(const Record&)>;
-    using Append = std::function<void(Record&&)>;
-
-    /** Where the records of one load go. */
-    struct Stores
-    {
-        QVector<Insert> insert;
-        Append append;
-    };
+    using Store = std::function<void(Record&&)>;
 
     struct LeavingOut
     {
@@ -198,17 +195,16 @@ private:
                            [&row](const auto& condition) { return condition(row); });
     }
 
-    Stores storesFor(Manager& manager, int rows) const
+    /** Where the records of one load go. */
+    QVector<Store> storesFor(Manager& manager, const TableRows& rows) const
     {
-        Stores stores;
-        for (const auto& map : m_maps)
-            stores.insert.append(map(manager, rows));
-        if (m_list)
-            stores.append = m_list(manager, rows);
+        QVector<Store> stores;
+        for (const auto& store : m_stores)
+            stores.append(store(manager, rows));
         return stores;
     }
 
-    void take(const Stores& stores, Row&& row) const
+    void take(const QVector<Store>& stores, Row&& row) const
     {
         if (m_make)
             keep(stores, m_make(std::move(row)));
@@ -216,13 +212,13 @@ private:
             keep(stores, std::move(row));
     }
 
-    /** Maps copy what they take; a list may have the record itself. */
-    static void keep(const Stores& stores, Record&& record)
+    /** The last one has the record itself, the others have copies. */
+    static void keep(const QVector<Store>& stores, Record&& record)
     {
-        for (const auto& insert : stores.insert)
-            insert(record);
-        if (stores.append)
-            stores.append(std::move(record));
+        for (int i = 0; i + 1 < stores.size(); ++i)
+            stores.at(i)(Record(record));
+        if (!stores.isEmpty())
+            stores.last()(std::move(record));
     }
 
     template <class Field, class Container>
@@ -235,7 +231,7 @@ private:
     template <class Field, class Container>
     void add(const TableParts::JoinedBy<Field, Container>& part)
     {
-        m_maps.append([part](Manager& manager, int rows) {
+        m_stores.append([part](Manager& manager, const TableRows& rows) {
             return inserterInto<Record>(manager.*part.container, part.field, rows);
         });
         nameBy(part.field);
@@ -247,12 +243,11 @@ private:
     template <class Container, class Field>
     void add(const TableParts::Listed<Container, Field>& part)
     {
-        Q_ASSERT(!m_list); // a record is moved into one list only
-        m_list = [part](Manager& manager, int rows) {
+        m_stores.append([part](Manager& manager, const TableRows& rows) {
             auto& list = manager.*part.container;
-            list.reserve(rows);
+            list.reserve(rows.count());
             return [&list](Record&& record) { list.append(std::move(record)); };
-        };
+        });
         // For the rows that are left out there was room too.
         m_squeeze.append([part](Manager& manager) { (manager.*part.container).squeeze(); });
         add(TableParts::Emptied {part.container});
@@ -265,14 +260,13 @@ private:
     template <class Field, class Container>
     void add(const TableParts::GroupedBy<Field, Container>& part)
     {
-        Q_ASSERT(!m_list);
-        m_list = [part](Manager& manager, int) {
+        m_stores.append([part](Manager& manager, const TableRows&) {
             auto& groups = manager.*part.container;
             return [&groups, part](Record&& record) {
                 auto& group = groups[record.*part.field];
                 group.append(std::move(record));
             };
-        };
+        });
         add(TableParts::Emptied {part.container});
         m_inGroups = true;
         hold(part.container, [](const auto& groups, const auto& use) {
@@ -389,8 +383,7 @@ private:
     std::function<void(Manager&, const Row&, const QJsonArray&)> m_eachRow;
     QVector<LeavingOut> m_leftOut;
     std::function<Record(Row&&)> m_make;
-    QVector<std::function<Insert(Manager&, int rows)>> m_maps;
-    std::function<Append(Manager&, int rows)> m_list;
+    QVector<std::function<Store(Manager&, const TableRows&)>> m_stores;
     Steps m_squeeze;
     Steps m_afterwards;
     std::function<void(const Manager&, const Use&)> m_forEach;
