@@ -177,6 +177,14 @@ private Q_SLOTS:
         }
     }
 
+    void textIntegers()
+    {
+        for (const QString& text :
+             {u""_s, u"007"_s, u"+7"_s, u" 7"_s, u"1 "_s, u"1,000"_s, u"7x"_s, u"\uFF17"_s,
+              u"999999999"_s, u"1000000000"_s, u"2147483648"_s, u"-2147483648"_s})
+            QCOMPARE(Cells::TextAsInteger::read(text), text.toInt());
+    }
+
     void clockChanges()
     {
         const Zone newYork("America/New_York");

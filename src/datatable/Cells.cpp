@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int dateLength = 19; // yyyy-MM-dd HH:mm:ss
+constexpr int plainDigits = std::numeric_limits<int>::digits10;
 
 /** The number that the ASCII digits of [first, first + count) write, or -1. */
 int digits(const QChar* first, int count)
@@ -100,4 +101,13 @@ Cells::TruncatedNumber::Value Cells::TruncatedNumber::read(const QJsonValue& cel
 bool Cells::TruncatedNumber::fits(const QJsonValue& cell)
 {
     return cell.isDouble() && static_cast<double>(read(cell)) == cell.toDouble();
+}
+
+int Cells::TextAsInteger::read(const QJsonValue& cell)
+{
+    const QString text = cell.toString();
+    // Mostly a few digits, for which QString's own way, through a locale, is a long one.
+    const int plain =
+        text.size() <= plainDigits ? digits(text.constData(), static_cast<int>(text.size())) : -1;
+    return plain >= 0 ? plain : text.toInt();
 }

@@ -126,7 +126,7 @@ struct TextAsInteger
     using Value = int;
     static constexpr const char* name = "text parsed as integer";
     static constexpr const char* otherwise = "0";
-    static Value read(const QJsonValue& cell) { return cell.toString().toInt(); }
+    ZGLOBAL_EXPORT static Value read(const QJsonValue& cell);
     static bool fits(const QJsonValue& cell) { return isIntegerText(cell); }
 };
 
