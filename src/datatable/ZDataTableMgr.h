@@ -77,6 +77,12 @@ public:
     bool loadAllTables();
 
     /**
+     * Whether an essential table that fails loses its file, as it does unless told otherwise: a
+     * program that only looks at a client's folder leaves it there.
+     */
+    void setRemovesRefused(bool removes) { m_removesRefused = removes; }
+
+    /**
      * Hands one table's file to its manager, as loadAllTables() does, and remembers the outcome. It
      * stays with the one table: the banner map, which two of them share, is not emptied.
      *
@@ -192,6 +198,7 @@ private:
     QMap<int, int> m_versions;
     QTimer m_saveTimer;
     QByteArray m_lastGiftTable;
+    bool m_removesRefused = true;
     // By the tables' names:
     QMap<QString, QString> m_updateErrors; // of those whose last update failed
     QMap<QString, TableFailure> m_failures;

@@ -77,7 +77,7 @@ bool ZDataTableMgr::load(const TableEntry& entry, const QString& path)
     const QString table = QString::fromUtf8(entry.reader.table);
     const QString error = loaded ? QString() : faultOf(path, entry.reader.declaration());
     m_loadErrors.insert(table, error);
-    if (!loaded && entry.essential)
+    if (!loaded && entry.essential && m_removesRefused)
         QFile::remove(path);
     if (entry.title != nullptr) {
         const QString outcome = loaded ? QStringLiteral("加载成功") : QStringLiteral("加载失败");
