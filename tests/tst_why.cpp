@@ -63,12 +63,13 @@ class tst_why : public QObject
 
     static Why::Reply ask(const QString& kind, const QString& text, const QDateTime& moment)
     {
+        const Why::Failures failures {{u"CS_GiftList"_s, u"refused; back to version 3"_s}};
         if (kind == u"gift"_s)
-            return Why::gift(text, moment);
+            return Why::gift(text, moment, failures);
         if (kind == u"banner"_s)
-            return Why::banner(text);
+            return Why::banner(text, {});
         if (kind == u"frame"_s)
-            return Why::frame(text, moment);
+            return Why::frame(text, moment, {});
         if (kind == u"table"_s)
             return Why::table(text, {});
         return {{kind == u"page"_s ? Why::page(text) : Why::masked(text)}, {}, {}};
@@ -77,17 +78,18 @@ class tst_why : public QObject
     /** All that is said, line by line. */
     static QString told(const Why::Reply& reply)
     {
+        const QStringList answers {u"yes"_s, u"no"_s, u"-"_s};
+        const QStringList states {u"none: "_s, u"not fetched"_s, u"there"_s};
         QStringList lines {reply.fault};
         for (const Why::Subject& candidate : reply.candidates)
             lines.append(u"candidate: %1 %2"_s.arg(candidate.id, candidate.name));
         for (const Why::Explanation& explanation : reply.explanations) {
             lines.append(explanation.verdict);
             for (const Why::Step& step : explanation.steps)
-                lines.append(
-                    u"%1 %2: %3"_s.arg(QString::number(step.answer), step.rule, step.value));
+                lines.append(u"%1 %2: %3"_s.arg(answers.at(step.answer), step.rule, step.value));
             for (const Why::Resource& resource : explanation.resources)
-                lines.append(u"%1 %2: %3"_s.arg(QString::number(resource.state), resource.what,
-                                                resource.cause));
+                lines.append(
+                    u"%1: %2%3"_s.arg(resource.what, states.at(resource.state), resource.cause));
             for (const Why::Remark& remark : explanation.remarks)
                 lines.append(u"%1: %2"_s.arg(remark.what, remark.value));
         }
@@ -133,7 +135,7 @@ private Q_SLOTS:
             for (const qint64 time : {begin - 1, begin, begin + 1, end, end + 1, end + 2}) {
                 if (id.isEmpty())
                     continue;
-                const Why::Reply reply = Why::gift(id, at(time));
+                const Why::Reply reply = Why::gift(id, at(time), {});
                 QCOMPARE(reply.explanations.size(), 1);
                 const Why::Explanation& why = reply.explanations.first();
                 const bool valid = gifts->checkGiftValid(id, time, true, true);
@@ -160,7 +162,7 @@ private Q_SLOTS:
         for (const int id : ids) {
             for (int minute = 0; minute < 24 * 60; minute += 90) {
                 const QDateTime moment(QDate(2026, 5, 20), QTime(minute / 60, minute % 60));
-                const Why::Reply reply = Why::frame(QString::number(id), moment);
+                const Why::Reply reply = Why::frame(QString::number(id), moment, {});
                 const QString icon = frames->getEffectiveIconAt(id, moment.time());
                 QVERIFY2(
                     reply.explanations.first().verdict.contains(u" shows "_s + icon + u" at "_s),

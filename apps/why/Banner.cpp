@@ -2,8 +2,6 @@
 #include "why/Subjects.h"
 #include "why/Why.h"
 
-#include <QObject>
-
 #include <algorithm>
 
 namespace {
@@ -83,7 +81,8 @@ Why::Explanation explain(const Why::Subject& subject, const Why::RawTable& table
 
 } // namespace
 
-Why::Reply Why::banner(const QString& idOrName)
+Why::Reply Why::banner(const QString& idOrName, const Failures& failures)
 {
-    return replyTo(QStringLiteral("banner"), {tableOf(false), tableOf(true)}, idOrName, &explain);
+    return replyTo(QStringLiteral("banner"), {tableOf(false), tableOf(true)}, idOrName, failures,
+                   &explain);
 }

@@ -89,10 +89,10 @@ Why::Explanation explain(const Why::Subject& subject, const Why::RawTable& table
 
 } // namespace
 
-Why::Reply Why::frame(const QString& idOrName, const QDateTime& moment)
+Why::Reply Why::frame(const QString& idOrName, const QDateTime& moment, const Failures& failures)
 {
     return replyTo(QStringLiteral("frame"), {QStringLiteral("CS_HeadframeList")}, idOrName,
-                   [&moment](const Subject& subject, const RawTable& table) {
+                   failures, [&moment](const Subject& subject, const RawTable& table) {
                        return explain(subject, table, moment);
                    });
 }

@@ -97,9 +97,9 @@ Why::Explanation explain(const Why::Subject& subject, const Why::RawTable& table
 
 } // namespace
 
-Why::Reply Why::gift(const QString& idOrName, const QDateTime& moment)
+Why::Reply Why::gift(const QString& idOrName, const QDateTime& moment, const Failures& failures)
 {
-    return replyTo(QStringLiteral("gift"), {QStringLiteral("CS_GiftList")}, idOrName,
+    return replyTo(QStringLiteral("gift"), {QStringLiteral("CS_GiftList")}, idOrName, failures,
                    [&moment](const Subject& subject, const RawTable& table) {
                        return explain(subject, table, moment);
                    });

@@ -26,13 +26,16 @@ QVector<List> lists()
 void addList(const List& list, const Why::RawTable& table, Why::Explanation& explanation)
 {
     const QString fault = Why::loadFault(table.status());
-    explanation.steps.append({QStringLiteral("the %1 list is loaded").arg(list.name),
-                              fault.isEmpty() ? Why::Step::Yes : Why::Step::No,
-                              fault.isEmpty()
-                                  ? QStringLiteral("%1, version %2, %3 words")
-                                        .arg(list.table, QString::number(table.status().version),
-                                             QString::number(list.words))
-                                  : fault});
+    const QString words = QStringLiteral("%1 words").arg(list.words);
+    Why::Step step {QStringLiteral("the %1 list is loaded").arg(list.name), Why::Step::Yes,
+                    QStringLiteral("%1, version %2, %3")
+                        .arg(list.table, QString::number(table.status().version), words)};
+    if (!fault.isEmpty()) {
+        step.answer = Why::Step::No;
+        step.value =
+            list.words == 0 ? fault : QStringLiteral("%1; %2 of an earlier load").arg(fault, words);
+    }
+    explanation.steps.append(step);
     explanation.origins.append(table.origin());
 }
 

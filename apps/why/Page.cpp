@@ -177,7 +177,7 @@ Why::Explanation Why::page(const QString& address)
     explanation.holds = explanation.isDecided();
     explanation.verdict = explanation.holds
         ? QStringLiteral("%1 opens embedded: %2")
-              .arg(address, explanation.steps.at(explanation.deciding).value)
+              .arg(address, explanation.steps.at(explanation.deciding).rule)
         : QStringLiteral("%1 opens outside: no listed page has its path in this address")
               .arg(address);
     return explanation;

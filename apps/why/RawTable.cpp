@@ -122,6 +122,8 @@ void Why::RawTable::leaveOut(QStringList columns)
             row.fate = RawRow::Record;
             row.words = recordWords();
         }
+        if (!m_table.elements().at(row.row.number - 1).isArray())
+            row.words.prepend(QStringLiteral("no row, and read as one without cells: "));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "why/Subjects.h"
 
+#include "datatable/TableList.h"
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -70,32 +72,51 @@ QVector<Subject> held(const QString& kind, const TableStatus& status)
 
 QVector<Subject> find(const QString& kind, const QVector<RawTable>& tables, const QString& text)
 {
-    QVector<QVector<Subject>> sources;
+    QVector<Subject> all;
     for (const RawTable& table : tables)
-        sources.append(inFile(kind, table));
+        all += inFile(kind, table);
     QVector<Subject> found;
-    for (const QVector<Subject>& source : sources)
-        addFitting(source, fits.front(), text, found);
+    addFitting(all, fits.front(), text, found);
     if (!found.isEmpty())
         return found;
     for (const RawTable& table : tables)
-        sources.append(held(kind, table.status()));
-    for (const Fit fit : fits) {
-        for (const QVector<Subject>& source : sources)
-            addFitting(source, fit, text, found);
-        if (!found.isEmpty())
-            break;
-    }
-    return found;
+        all += held(kind, table.status());
+    return answering(all, text);
 }
 
-QString nothingFound(const QString& kind, const QVector<RawTable>& tables, const QString& text)
+/** The essential table that failed, and why; empty when none has. */
+QString startUpFault()
+{
+    for (const TableEntry& entry : tableList()) {
+        const TableStatus status = statusOf(QString::fromLatin1(entry.reader.table));
+        if (entry.essential && status.state == TableStatus::Failed)
+            return QStringLiteral("%1: %2").arg(status.table, status.error);
+    }
+    return {};
+}
+
+/** What the client knows of a table that loaded in an earlier version only. */
+QString failureOf(const TableStatus& status, const Failures& failures)
+{
+    const auto found =
+        std::find_if(failures.begin(), failures.end(), [&status](const ZClientFailure& failure) {
+            return failure.what == status.table;
+        });
+    const bool isLoaded = status.state == TableStatus::Loaded;
+    return isLoaded && found != failures.end() ? found->why : QString();
+}
+
+QString nothingFound(const QString& kind, const QVector<RawTable>& tables, const QString& text,
+                     const Failures& failures)
 {
     QStringList faults;
     for (const RawTable& table : tables) {
         const QString fault = loadFault(table.status());
         if (!fault.isEmpty())
             faults.append(QStringLiteral("%1 is not loaded: %2").arg(table.status().table, fault));
+        const QString failure = failureOf(table.status(), failures);
+        if (!failure.isEmpty())
+            faults.append(QStringLiteral("%1: %2").arg(table.status().table, failure));
     }
     const QString nothing =
         QStringLiteral("no %1 has the id \"%2\", or a name with that in it").arg(kind, text);
@@ -127,8 +148,19 @@ void askForRow(Explanation& explanation, const RawTable& table)
 
 } // namespace
 
+QVector<Subject> answering(const QVector<Subject>& all, const QString& text)
+{
+    QVector<Subject> found;
+    for (const Fit fit : fits) {
+        addFitting(all, fit, text, found);
+        if (!found.isEmpty())
+            break;
+    }
+    return found;
+}
+
 Reply replyTo(const QString& kind, const QStringList& tables, const QString& text,
-              const Explain& explain)
+              const Failures& failures, const Explain& explain)
 {
     QVector<RawTable> files;
     for (const QString& table : tables)
@@ -139,7 +171,7 @@ Reply replyTo(const QString& kind, const QStringList& tables, const QString& tex
     });
     Reply reply;
     if (found.isEmpty()) {
-        reply.fault = nothingFound(kind, files, text);
+        reply.fault = nothingFound(kind, files, text, failures);
         return reply;
     }
     if (!isOne) {
@@ -151,6 +183,9 @@ Reply replyTo(const QString& kind, const QStringList& tables, const QString& tex
             return table.status().table == subject.table;
         });
         reply.explanations.append(explain(subject, *file));
+        const QString failure = failureOf(file->status(), failures);
+        if (!failure.isEmpty())
+            reply.explanations.last().remarks.append({subject.table, failure});
     }
     return reply;
 }
@@ -178,15 +213,19 @@ void askForRecord(Explanation& explanation, const RawTable& table, bool isHeld)
     explanation.ask(QStringLiteral("a row has this %1").arg(key), true,
                     row == nullptr ? QStringLiteral("the file on disk has it no more")
                                    : QStringLiteral("row %1").arg(row->row.number));
-    explanation.ask(QStringLiteral("the row became a record"), true,
-                    row == nullptr ? QString() : row->words);
+    explanation.ask(QStringLiteral("the row became a record"), true, QString());
 }
 
 Explanation explanationOf(const Subject& subject, const RawTable& table)
 {
     Explanation explanation;
     explanation.subject = subject;
-    explanation.origins = {table.origin(table.find(subject.id))};
+    const RawRow* answering = table.find(subject.id);
+    explanation.origins = {table.origin(answering)};
+    for (const RawRow& row : table.rows()) {
+        if (&row != answering && row.id == subject.id && row.fate != RawRow::NoRow)
+            explanation.remarks.append({QStringLiteral("row %1").arg(row.row.number), row.words});
+    }
     return explanation;
 }
 
@@ -194,6 +233,9 @@ QString loadFault(const TableStatus& status)
 {
     if (status.state == TableStatus::Loaded)
         return {};
+    const QString ended = status.loadedAtStart ? startUpFault() : QString();
+    if (status.state == TableStatus::NotLoaded && !ended.isEmpty())
+        return QStringLiteral("the start-up ended before it, with %1").arg(ended);
     if (status.state == TableStatus::NotLoaded && status.error.isEmpty())
         return QStringLiteral("nobody has loaded it yet");
     return status.error;

@@ -2,6 +2,7 @@
 
 #include "why/Explanation.h"
 #include "why/RawTable.h"
+#include "why/Why.h"
 
 #include <functional>
 
@@ -10,13 +11,16 @@ namespace Why {
 /** How one of a kind of things is explained. */
 using Explain = std::function<Explanation(const Subject& subject, const RawTable& table)>;
 
+/** Those of the things that a text means: by the whole id, then by the id in another letter case,
+ * by the name, by a part of one of them. Each id of a table once. */
+QVector<Subject> answering(const QVector<Subject>& all, const QString& text);
+
 /**
  * The answer to a question about a thing of these tables by its id or name: records and rows that
- * became none. An id is taken before a name, the whole before a part, and letter case counts only
- * where it tells two ids apart.
+ * became none, as answering() finds them.
  */
 Reply replyTo(const QString& kind, const QStringList& tables, const QString& text,
-              const Explain& explain);
+              const Failures& failures, const Explain& explain);
 
 /** Asks the first rules of every record: the table was loaded, a row has the id, it became a record
  *  and did not go. isHeld tells whether the manager has it. */

@@ -93,7 +93,7 @@ void ask(const Why::RawTable& raw, Why::Explanation& explanation)
             : Why::loadFault(status));
 }
 
-Why::Explanation explain(const TableStatus& status, const QVector<ZClientFailure>& failures)
+Why::Explanation explain(const TableStatus& status, const Why::Failures& failures)
 {
     const Why::RawTable raw(status);
     Why::Explanation explanation;
@@ -129,7 +129,7 @@ Why::Explanation explain(const TableStatus& status, const QVector<ZClientFailure
 
 } // namespace
 
-Why::Reply Why::table(const QString& name, const QVector<ZClientFailure>& failures)
+Why::Reply Why::table(const QString& name, const Failures& failures)
 {
     const QVector<TableStatus> found = tablesCalled(name);
     Reply reply;

@@ -10,19 +10,22 @@
 /**
  * Questions about what the client of this process shows, answered from what its managers hold and
  * from the files of their tables. A thing is named by its id, or by its name or a part of that,
- * whatever the letter case. Nothing is loaded, fetched or changed. GUI thread only.
+ * whatever the letter case. Nothing is loaded, fetched or changed. The failures are those that the
+ * client knows of: a table that was put back to an earlier version is told of. GUI thread only.
  */
 namespace Why {
 
+using Failures = QVector<ZClientFailure>;
+
 /** Whether a gift can be sent from the gift panel at a moment, as checkGiftValid() answers; its
  *  label, picture and animations. */
-Reply gift(const QString& idOrName, const QDateTime& moment);
+Reply gift(const QString& idOrName, const QDateTime& moment, const Failures& failures);
 
 /** Whether a banner is in one of the two lists, and at which place; its picture and its page. */
-Reply banner(const QString& idOrName);
+Reply banner(const QString& idOrName, const Failures& failures);
 
 /** Which picture a head frame has at a moment, and which period decides. */
-Reply frame(const QString& idOrName, const QDateTime& moment);
+Reply frame(const QString& idOrName, const QDateTime& moment, const Failures& failures);
 
 /** Which stretches of a chat line are masked and by which words, or what comes near to it. */
 Explanation masked(const QString& text);
@@ -30,8 +33,7 @@ Explanation masked(const QString& text);
 /** Whether an address opens in the embedded browser, and whose page decides. */
 Explanation page(const QString& address);
 
-/** What became of a table: version, file, load, rows and records. The failures are those that the
- *  client knows of. */
-Reply table(const QString& name, const QVector<ZClientFailure>& failures);
+/** What became of a table: version, file, load, rows and records. */
+Reply table(const QString& name, const Failures& failures);
 
 } // namespace Why

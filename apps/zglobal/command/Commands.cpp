@@ -4,5 +4,5 @@ QList<Command> allCommands()
 {
     return {demoCommand(), serveCommand(), updateCommand(), statusCommand(), showCommand(),
             giftCommand(), lintCommand(),  maskCommand(),   flashCommand(),  bannersCommand(),
-            openCommand(), tidyCommand(),  reportCommand()};
+            openCommand(), tidyCommand(),  reportCommand(), whyCommand()};
 }

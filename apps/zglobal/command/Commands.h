@@ -18,3 +18,4 @@ Command showCommand();
 Command statusCommand();
 Command tidyCommand();
 Command updateCommand();
+Command whyCommand();

@@ -1,4 +1,5 @@
 #include "command/Commands.h"
+#include "command/RawRows.h"
 #include "command/Session.h"
 #include "console/Failure.h"
 #include "console/Json.h"
@@ -13,6 +14,11 @@
 #include <algorithm>
 
 namespace {
+
+QCommandLineOption rawOption()
+{
+    return {u"raw"_s, u"the rows as the file has them, and what became of each"_s};
+}
 
 /** Records and what their columns are called. */
 struct Records
@@ -174,6 +180,10 @@ int run(const QCommandLineParser& line)
     Session session(line);
     session->load();
     const TableStatus table = tableOf(arguments.constFirst());
+    if (line.isSet(rawOption())) {
+        RawRows::print(table, arguments.value(1), CommandLine::wantsJson(line));
+        return 0;
+    }
     Records records = table.declaration == nullptr ? inFile(table) : held(table);
     putInTableOrder(records, table);
     const bool one = arguments.size() > 1;
@@ -203,7 +213,7 @@ Command showCommand()
                       "server."_s;
     command.examples =
         QStringList {u"zglobal show CS_MedalList"_s, u"zglobal show CS_MedalList 14"_s};
-    command.options = Session::options() + QList {CommandLine::jsonOption()};
+    command.options = Session::options() + QList {rawOption(), CommandLine::jsonOption()};
     command.run = &run;
     return command;
 }
