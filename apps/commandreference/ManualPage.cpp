@@ -47,7 +47,7 @@ QStringList commandLines(const Command& command)
     QStringList lines {u".SS "_s + escaped(command.name), usage, u".PP"_s,
                        escaped(command.summary)};
     if (!command.details.isEmpty())
-        lines << escaped(command.details);
+        lines << escaped(command.details).replace(u"\n\n"_s, u"\n.PP\n"_s);
     const QList<QCommandLineOption> options = CommandLine::optionsOf(command);
     for (const QCommandLineOption& option : options)
         lines << optionLines(option);
@@ -68,9 +68,13 @@ QString Pages::manual(QString pattern, const QList<Command>& commands)
         for (const QString& example : command.examples)
             examples += escaped(example) + QLatin1Char('\n');
     }
+    QString statuses;
+    for (const CommandLine::ExitStatus& status : CommandLine::exitStatuses())
+        statuses += u".TP\n%1\n%2\n"_s.arg(bold(status.number), escaped(status.meaning));
     return pattern.replace(u"@version@"_s, QCoreApplication::applicationVersion())
         .replace(u"@purpose@"_s, escaped(purpose))
-        .replace(u"@conventions@"_s, escaped(CommandLine::conventions().join(QLatin1Char('\n'))))
+        .replace(u"@conventions@"_s, escaped(CommandLine::conventions()))
+        .replace(u"@statuses@"_s, statuses)
         .replace(u"@commands@"_s, texts)
         .replace(u"@examples@"_s, examples);
 }

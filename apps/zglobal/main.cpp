@@ -41,9 +41,12 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(ZGLOBAL_VERSION_STR));
     Interrupt::watch();
     try {
-        return runProgram(QCoreApplication::arguments().mid(1));
+        const int status = runProgram(QCoreApplication::arguments().mid(1));
+        if (!Terminal::isPrinted())
+            throw Failure {u"standard output takes no more"_s};
+        return status;
     } catch (const Failure& failure) {
-        Terminal::tell(u"zglobal: "_s + failure.message);
+        Terminal::complain(u"zglobal: "_s + failure.message);
         return failure.status;
     } catch (const Interrupted& interrupted) {
         return interrupted.status;

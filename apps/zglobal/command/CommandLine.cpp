@@ -6,11 +6,44 @@
 #include "console/Terminal.h"
 #include "console/TextTable.h"
 
+#include <algorithm>
+
 namespace {
 
 QCommandLineOption helpOption()
 {
     return {{u"h"_s, u"help"_s}, u"print this help"_s};
+}
+QCommandLineOption quietOption()
+{
+    return {{u"q"_s, u"quiet"_s}, u"tell errors only; data is printed all the same"_s};
+}
+QCommandLineOption plainOption()
+{
+    return {u"plain"_s, u"as into a pipe: no colour, no progress, nothing cut"_s};
+}
+
+/** What every command has. */
+QList<QCommandLineOption> generalOptions()
+{
+    return {quietOption(), plainOption(), helpOption()};
+}
+
+/** Help is no data: it is as wide as a page where no terminal says otherwise. */
+int helpWidth()
+{
+    constexpr int page = 80;
+    constexpr int widest = 100;
+    return Terminal::width() > 0 ? std::min(Terminal::width(), widest) : page;
+}
+
+QStringList paragraphs(const QString& text)
+{
+    QStringList lines;
+    const QStringList parts = text.split(u"\n\n"_s);
+    for (const QString& part : parts)
+        lines << QString() << Terminal::wrapped(part.simplified(), helpWidth());
+    return lines;
 }
 
 QString spelled(const QCommandLineOption& option)
@@ -26,11 +59,11 @@ QStringList helpOf(const Command& command)
     for (const QCommandLineOption& option : all)
         options.add({u"  "_s + spelled(option), option.description()});
     QStringList lines {
-        u"Usage: zglobal %1 [options] %2"_s.arg(command.name, command.arguments).trimmed(),
-        QString(), command.summary};
+        u"Usage: zglobal %1 [options] %2"_s.arg(command.name, command.arguments).trimmed()};
+    lines << paragraphs(command.summary);
     if (!command.details.isEmpty())
-        lines << QString() << command.details;
-    lines << QString() << u"Options:"_s << options.lines();
+        lines << paragraphs(command.details);
+    lines << QString() << u"Options:"_s << options.lines(helpWidth());
     if (!command.examples.isEmpty())
         lines << QString() << u"Examples:"_s;
     for (const QString& example : command.examples)
@@ -54,8 +87,7 @@ void checkCount(const Command& command, int count)
 int CommandLine::run(const Command& command, const QStringList& arguments)
 {
     QCommandLineParser line;
-    line.addOption(helpOption());
-    line.addOptions(command.options);
+    line.addOptions(CommandLine::optionsOf(command));
     if (!line.parse(QStringList(command.name) + arguments))
         throw UsageFailure(line.errorText() + u" See \"zglobal %1 --help\"."_s.arg(command.name));
     if (line.isSet(helpOption())) {
@@ -65,8 +97,11 @@ int CommandLine::run(const Command& command, const QStringList& arguments)
         return 0;
     }
     checkCount(command, line.positionalArguments().size());
-    const QString verbose = verboseOption().names().constLast();
-    Log::install(line.optionNames().contains(verbose));
+    const bool verbose = line.optionNames().contains(verboseOption().names().constLast());
+    if (verbose && line.isSet(quietOption()))
+        throw UsageFailure(u"--verbose and --quiet exclude each other"_s);
+    Terminal::setManner({line.isSet(quietOption()), line.isSet(plainOption())});
+    Log::install(verbose);
     return command.run(line);
 }
 
@@ -76,9 +111,13 @@ QStringList CommandLine::overview(const QList<Command>& commands)
     for (const Command& command : commands)
         table.add({u"  %1 %2"_s.arg(command.name, command.arguments).trimmed().prepend(u"  "_s),
                    command.summary});
-    return QStringList {u"Usage: zglobal COMMAND [options] [arguments]"_s, QString(), purpose(),
-                        QString(), u"Commands:"_s}
-    << table.lines() << QString() << conventions();
+    QStringList lines {u"Usage: zglobal COMMAND [options] [arguments]"_s};
+    lines << paragraphs(purpose()) << QString() << u"Commands:"_s << table.lines(helpWidth());
+    lines << paragraphs(conventions()) << QString() << u"Exit status:"_s;
+    TextTable statuses;
+    for (const ExitStatus& status : exitStatuses())
+        statuses.add({u"  "_s + status.number, status.meaning});
+    return lines << statuses.lines(helpWidth());
 }
 
 QString CommandLine::purpose()
@@ -86,16 +125,27 @@ QString CommandLine::purpose()
     return u"Keeps, updates and shows the tables of a live-streaming client."_s;
 }
 
-QStringList CommandLine::conventions()
+QString CommandLine::conventions()
 {
-    return {
-        u"\"zglobal COMMAND --help\" tells more. Data is printed on standard output, messages"_s,
-        u"and progress on the error stream. Exit status: 0 done, 1 failed, 2 called wrongly."_s};
+    return u"\"zglobal COMMAND --help\" tells more. Data is printed on standard output, messages "
+           "and progress on the error stream. On a terminal tables fit its width, or COLUMNS; into "
+           "a pipe nothing is cut. NO_COLOR in the environment takes the colours away."_s;
+}
+
+QVector<CommandLine::ExitStatus> CommandLine::exitStatuses()
+{
+    return {{u"0"_s, u"done"_s},
+            {u"1"_s,
+             u"failed, or something was found that should not be; the error stream says "
+             "what"_s},
+            {u"2"_s, u"called wrongly; nothing was done"_s},
+            {u"130"_s, u"ended by Ctrl-C (SIGINT)"_s},
+            {u"143"_s, u"ended by SIGTERM"_s}};
 }
 
 QList<QCommandLineOption> CommandLine::optionsOf(const Command& command)
 {
-    return command.options + QList {helpOption()};
+    return command.options + generalOptions();
 }
 
 QStringList CommandLine::spellings(const QCommandLineOption& option)

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 /** What the program can be told to do, as data: parsing, help, manual page and completion run off
  *  it. */
@@ -17,7 +18,7 @@ struct Command
     int fewest = 0;       ///< how many arguments there must be ...
     int most = 0;         ///< ... and may be, or anyNumber
     QString summary;      ///< one line
-    QString details;      ///< further lines, may be empty
+    QString details;      ///< running text, an empty line between paragraphs; may be empty
     QStringList examples; ///< whole lines for a shell
     QList<QCommandLineOption> options;
 
@@ -34,10 +35,18 @@ int run(const Command& command, const QStringList& arguments);
 QStringList overview(const QList<Command>& commands);
 /** What the program is for, a sentence. */
 QString purpose();
-/** What holds for every command: its streams and its exit status. */
-QStringList conventions();
+/** What holds for every command: its streams, and what they look like. */
+QString conventions();
 
-/** The command's own and --help. */
+/** What the program ends with, and what that says. */
+struct ExitStatus
+{
+    QString number;
+    QString meaning;
+};
+QVector<ExitStatus> exitStatuses();
+
+/** The command's own, and those that every command has. */
 QList<QCommandLineOption> optionsOf(const Command& command);
 /** Every name of an option with its dashes. */
 QStringList spellings(const QCommandLineOption& option);

@@ -1,7 +1,9 @@
 #include "command/Commands.h"
 #include "console/Failure.h"
+#include "console/Interrupt.h"
 #include "console/Json.h"
 #include "console/Literals.h"
+#include "console/Readable.h"
 #include "console/Terminal.h"
 #include "console/TextTable.h"
 #include "lint/Lint.h"
@@ -12,7 +14,7 @@
 
 namespace {
 
-constexpr int pageWidth = 80;
+constexpr int indent = 6; // of a finding's further lines
 
 QCommandLineOption allowOption()
 {
@@ -64,7 +66,7 @@ QDateTime momentFor(const QCommandLineParser& line)
     if (!line.isSet(againstOption()))
         throw UsageFailure(u"--at compares with published tables; name them with --against DIR"_s);
     const QString text = line.value(atOption());
-    QDateTime moment = QDateTime::fromString(text, u"yyyy-MM-dd HH:mm:ss"_s);
+    QDateTime moment = Readable::moment(text);
     if (!moment.isValid())
         throw UsageFailure(u"\"%1\" is no time \"yyyy-MM-dd HH:mm:ss\""_s.arg(text));
     return moment;
@@ -93,18 +95,6 @@ QStringList silencedBy(const QCommandLineParser& line)
                 u"there is no rule \"%1\"; \"zglobal lint --rules\" lists them"_s.arg(name));
     }
     return names;
-}
-
-/** Lines of the page's width, the later ones indented further. */
-QStringList wrapped(const QString& text)
-{
-    QStringList lines {u" "_s};
-    for (const QString& word : text.split(QLatin1Char(' '))) {
-        if (Terminal::columns(lines.constLast()) + 1 + Terminal::columns(word) > pageWidth)
-            lines.append(u"     "_s);
-        lines.last() += QLatin1Char(' ') + word;
-    }
-    return lines;
 }
 
 QString textOf(const Finding& finding)
@@ -136,8 +126,11 @@ void printText(const QVector<Finding>& findings)
             Terminal::print(Terminal::styled(Terminal::Bold, table.isEmpty() ? u"files"_s : table));
         }
         isFirst = false;
-        for (const QString& text : wrapped(textOf(finding)))
-            Terminal::print(text);
+        const QStringList lines =
+            Terminal::wrapped(textOf(finding), std::max(0, Terminal::width() - indent));
+        for (const QString& line : lines)
+            Terminal::print(QString(&line == &lines.constFirst() ? 2 : indent, QLatin1Char(' '))
+                            + line);
     }
 }
 
@@ -146,11 +139,6 @@ int countOf(const QVector<Finding>& findings, Severity severity)
     return static_cast<int>(
         std::count_if(findings.begin(), findings.end(),
                       [severity](const Finding& finding) { return finding.severity == severity; }));
-}
-
-QString counted(qint64 count, const QString& thing)
-{
-    return u"%1 %2%3"_s.arg(QString::number(count), thing, count == 1 ? QString() : u"s"_s);
 }
 
 int run(const QCommandLineParser& line)
@@ -163,6 +151,7 @@ int run(const QCommandLineParser& line)
         throw UsageFailure(u"DIR or FILE is missing; see \"zglobal lint --help\""_s);
     Lint lint(silencedBy(line), phrasesFor(line));
     const QDateTime moment = momentFor(line);
+    Interrupt::release(); // nothing is left behind
     const Content content = contentAt(line.positionalArguments());
     std::optional<Content> published;
     if (line.isSet(againstOption()))
@@ -180,8 +169,9 @@ int run(const QCommandLineParser& line)
     const int errors = countOf(findings, Severity::Error);
     const int warnings = countOf(findings, Severity::Warning);
     Terminal::tell(u"%1: %2, %3, %4"_s.arg(
-        counted(content.tables.size(), u"table"_s), counted(errors, u"error"_s),
-        counted(warnings, u"warning"_s), counted(findings.size() - errors - warnings, u"hint"_s)));
+        Readable::counted(content.tables.size(), u"table"_s), Readable::counted(errors, u"error"_s),
+        Readable::counted(warnings, u"warning"_s),
+        Readable::counted(findings.size() - errors - warnings, u"hint"_s)));
     return errors + warnings > 0 ? 1 : 0;
 }
 

@@ -31,6 +31,13 @@ void Interrupt::watch()
     timer->start(interval);
 }
 
+void Interrupt::release()
+{
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
+    check();
+}
+
 void Interrupt::check()
 {
     constexpr int bySignal = 128;

@@ -15,6 +15,10 @@ namespace Interrupt {
 /** From now on; needs the application. */
 void watch();
 
+/** From now on such a signal ends the program where it stands: for what reads, or thinks, for long
+ *  without turning the event loop, and leaves nothing behind. */
+void release();
+
 /** Throws Interrupted when the program has been told to end. */
 void check();
 

@@ -2,7 +2,37 @@
 
 #include "console/Literals.h"
 
-#include <QDateTime>
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace {
+
+QString timeFormat()
+{
+    return u"yyyy-MM-dd HH:mm:ss"_s;
+}
+
+struct Unit
+{
+    qint64 from; // seconds; from two on, as 13 days would be "1 week" otherwise
+    qint64 seconds;
+    const char* name;
+};
+
+constexpr qint64 minute = 60;
+constexpr qint64 hour = 60 * minute;
+constexpr qint64 day = 24 * hour;
+constexpr qint64 year = 365 * day;
+constexpr std::array<Unit, 7> units {{{2 * year, year, "year"},
+                                      {60 * day, 30 * day, "month"},
+                                      {14 * day, 7 * day, "week"},
+                                      {2 * day, day, "day"},
+                                      {2 * hour, hour, "hour"},
+                                      {minute, minute, "minute"},
+                                      {0, 0, ""}}};
+
+} // namespace
 
 QString Readable::size(qint64 bytes)
 {
@@ -17,7 +47,44 @@ QString Readable::size(qint64 bytes)
 
 QString Readable::time(qint64 seconds)
 {
-    return QDateTime::fromSecsSinceEpoch(seconds).toString(u"yyyy-MM-dd HH:mm:ss"_s);
+    return time(QDateTime::fromSecsSinceEpoch(seconds));
+}
+
+QString Readable::time(const QDateTime& moment)
+{
+    return moment.toLocalTime().toString(timeFormat());
+}
+
+QDateTime Readable::moment(const QString& text)
+{
+    return QDateTime::fromString(text, timeFormat());
+}
+
+QString Readable::age(qint64 seconds, qint64 now)
+{
+    const qint64 span = std::abs(now - seconds);
+    const auto* unit = std::find_if(units.begin(), units.end() - 1,
+                                    [span](const Unit& one) { return span >= one.from; });
+    if (unit->seconds == 0)
+        return seconds > now ? u"in a moment"_s : u"just now"_s;
+    const QString count = counted(span / unit->seconds, QLatin1String(unit->name));
+    return seconds > now ? u"in "_s + count : count + u" ago"_s;
+}
+
+QString Readable::duration(qint64 seconds)
+{
+    constexpr int sixty = 60;
+    if (seconds < sixty)
+        return u"%1 s"_s.arg(seconds);
+    const qint64 minutes = seconds / sixty;
+    if (minutes < sixty)
+        return u"%1 min %2 s"_s.arg(minutes).arg(seconds % sixty);
+    return u"%1 h %2 min"_s.arg(minutes / sixty).arg(minutes % sixty);
+}
+
+QString Readable::counted(qint64 count, const QString& thing)
+{
+    return u"%1 %2%3"_s.arg(QString::number(count), thing, count == 1 ? QString() : u"s"_s);
 }
 
 QString Readable::yesNo(bool value)

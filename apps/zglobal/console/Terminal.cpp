@@ -13,6 +13,7 @@
 #include <io.h>
 #include <qt_windows.h>
 #else
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
 
@@ -49,13 +50,35 @@ int columnsOf(uint character)
     return wide ? 2 : 1;
 }
 
+Terminal::Manner wanted;
+
 bool isTerminal(FILE* stream)
 {
 #ifdef Q_OS_WIN
-    return _isatty(_fileno(stream)) != 0;
+    const bool is = _isatty(_fileno(stream)) != 0;
 #else
-    return isatty(fileno(stream)) != 0;
+    const bool is = isatty(fileno(stream)) != 0;
 #endif
+    return is && qgetenv("TERM") != "dumb";
+}
+
+int widthOf(FILE* stream)
+{
+    constexpr int usual = 80;
+    const int asked = qEnvironmentVariableIntValue("COLUMNS");
+    if (asked > 0)
+        return asked;
+#ifdef Q_OS_WIN
+    CONSOLE_SCREEN_BUFFER_INFO info;
+    auto* console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+    const int columns = GetConsoleScreenBufferInfo(console, &info) != 0
+        ? info.srWindow.Right - info.srWindow.Left + 1
+        : 0;
+#else
+    winsize size {};
+    const int columns = ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+#endif
+    return columns > 0 ? columns : usual;
 }
 
 void write(FILE* stream, const QString& text)
@@ -73,12 +96,33 @@ void write(FILE* stream, const QString& text)
 
 } // namespace
 
+void Terminal::setManner(Manner manner)
+{
+    wanted = manner;
+}
+
+bool Terminal::isQuiet()
+{
+    return wanted.quiet;
+}
+
 void Terminal::print(const QString& line)
 {
     write(stdout, line + QLatin1Char('\n'));
 }
 
+bool Terminal::isPrinted()
+{
+    return ferror(stdout) == 0;
+}
+
 void Terminal::tell(const QString& line)
+{
+    if (!wanted.quiet)
+        complain(line);
+}
+
+void Terminal::complain(const QString& line)
 {
     const QString wipe = isErrorTerminal() ? u"\r\x1b[K"_s : QString();
     write(stderr, wipe + line + QLatin1Char('\n'));
@@ -92,14 +136,25 @@ void Terminal::draw(const QString& text)
 bool Terminal::isErrorTerminal()
 {
     static const bool answer = isTerminal(stderr);
-    return answer;
+    return answer && !wanted.plain;
+}
+
+int Terminal::width()
+{
+    static const int answer = isTerminal(stdout) ? widthOf(stdout) : 0;
+    return wanted.plain ? 0 : answer;
+}
+
+int Terminal::errorWidth()
+{
+    return widthOf(stderr); // asked anew: a window changes while progress is shown
 }
 
 QString Terminal::styled(Style style, const QString& text)
 {
-    static const bool plain = !isTerminal(stdout) || qEnvironmentVariableIsSet("NO_COLOR");
+    static const bool bare = !isTerminal(stdout) || !qEnvironmentVariableIsEmpty("NO_COLOR");
     static const QVector<QString> codes {u"0"_s, u"1"_s, u"2"_s, u"32"_s, u"31"_s};
-    if (plain || style == Plain)
+    if (bare || wanted.plain || style == Plain)
         return text;
     return u"\x1b[%1m%2\x1b[0m"_s.arg(codes.at(style), text);
 }
@@ -130,4 +185,27 @@ QString Terminal::cut(const QString& text, int width)
         kept.append(character);
     }
     return QString::fromUcs4(kept.constData(), kept.size()) + QChar(0x2026);
+}
+
+QStringList Terminal::wrapped(const QString& text, int width)
+{
+    if (width <= 0 || columns(text) <= width)
+        return {text};
+    QStringList lines {QString()};
+    const QStringList words = text.split(QLatin1Char(' '));
+    for (const QString& word : words) {
+        QString& line = lines.last();
+        if (columns(line) + 1 + columns(word) <= width) {
+            line += line.isEmpty() ? word : QLatin1Char(' ') + word;
+            continue;
+        }
+        if (!line.isEmpty())
+            lines.append(QString());
+        for (const uint character : word.toUcs4()) {
+            if (columns(lines.constLast()) + columnsOf(character) > width)
+                lines.append(QString());
+            lines.last() += QString::fromUcs4(&character, 1);
+        }
+    }
+    return lines;
 }

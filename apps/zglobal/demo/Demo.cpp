@@ -67,7 +67,10 @@ void Demo::step(const QString& title, const std::function<void(Demo&)>& body)
 
 void Demo::say(const QString& line) const
 {
-    Terminal::print(u"    "_s + line);
+    constexpr int widest = 96;
+    const QStringList parts = Terminal::wrapped(line, widest);
+    for (const QString& part : parts)
+        Terminal::print(u"    "_s + part);
 }
 
 void Demo::say(const QStringList& lines) const
