@@ -144,8 +144,8 @@ private Q_SLOTS:
                  u"failed Message 22 3 1 404 %1|%1: HTTP status 404"_s.arg(address));
         QCOMPARE(
             update("<html>\n"),
-            u"failed Message 22 3 2 0 %1|%1: 7 bytes that are no table, the first \"<html>.\""_s
-                .arg(address));
+            u"failed Message 22 3 2 0 %1|%1: 7 bytes that are no table, the first \"<html>.\": "
+            "not JSON at byte 1: illegal value"_s.arg(address));
         QDir(u"res/dataTable"_s).removeRecursively();
         const QString path = pathOf(Table::Message);
         QVERIFY2(

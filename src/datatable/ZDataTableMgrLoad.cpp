@@ -25,8 +25,9 @@ QString faultOf(const QString& path, const TableDeclaration& declaration)
     if (!QFileInfo::exists(path))
         return QStringLiteral("%1 is not there").arg(path);
     TableRows table;
-    if (!table.read(path))
-        return QStringLiteral("%1 is no table").arg(path);
+    QString cause;
+    if (!table.read(path, &cause))
+        return cause.isEmpty() ? QStringLiteral("%1 is no table").arg(path) : cause;
     return QStringLiteral("%1 has no column \"%2\"")
         .arg(path, declaration.missingColumn(table.header));
 }

@@ -7,7 +7,6 @@
 #include "datatable/TableRows.h"
 #include "datatable/ZDataTableMgr.h"
 #include "file/WholeFile.h"
-#include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 #include "host/zErrorInfo.h"
 
@@ -115,8 +114,11 @@ struct ZDataTableMgr::TableDownload
     QString faultOf(const QByteArray& body) const
     {
         TableRows rows;
-        if (!ZGlobalConfig::readTableFile(body, rows.header, rows.rows))
-            return named(shownAddress(), beginningOf(body));
+        QString cause;
+        if (!rows.read(body, &cause)) {
+            const QString fault = named(shownAddress(), beginningOf(body));
+            return cause.isEmpty() ? fault : named(fault, cause);
+        }
         const QString column =
             declaration == nullptr ? QString() : declaration->missingColumn(rows.header);
         return column.isEmpty()
