@@ -237,7 +237,7 @@ private Q_SLOTS:
         QVERIFY(QDir().rename(folder + u"_aside"_s, folder));
         QCOMPARE(failed.status, 1);
         QVERIFY(failed.errors.contains(u"\nbox_open: http://127.0.0.1:"_s));
-        QVERIFY(failed.errors.endsWith(u"zglobal: 1 animations are missing still\n"_s));
+        QVERIFY(failed.errors.endsWith(u"zglobal: 1 animation missing still\n"_s));
         QVERIFY(failed.output.contains(u"box_open           4  no "_s));
     }
 

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QJsonDocument>
+#include <QTemporaryFile>
 
 #include <memory>
 
@@ -16,6 +17,18 @@ namespace {
 QString configurationFile()
 {
     return QStringLiteral("zglobal.json");
+}
+
+/** Hosts take values from files only. */
+QString putIntoForce(const QJsonObject& values)
+{
+    QTemporaryFile file;
+    const QByteArray text = QJsonDocument(values).toJson();
+    if (!file.open() || file.write(text) != text.size() || !file.flush())
+        return QStringLiteral("no temporary file can be written: %1").arg(file.errorString());
+    QString error;
+    ZGlobalConfig::getInstance().loadConfig(file.fileName(), &error);
+    return error;
 }
 
 } // namespace
@@ -29,7 +42,7 @@ QJsonObject ClientFiles::objectOf(const QByteArray& text, const QString& source,
     return object;
 }
 
-QString ClientFiles::remember(const QJsonObject& values)
+QString ClientFiles::configure(const QJsonObject& values, bool remember)
 {
     QString error;
     QJsonObject all;
@@ -42,10 +55,13 @@ QString ClientFiles::remember(const QJsonObject& values)
     }
     for (auto value = values.begin(); value != values.end(); ++value)
         all.insert(value.key(), value.value());
-    if (error.isEmpty() && !values.isEmpty())
+    if (error.isEmpty() && !values.isEmpty() && remember)
         error = WholeFile::write(configurationFile(), QJsonDocument(all).toJson());
-    if (error.isEmpty() && !all.isEmpty())
-        ZGlobalConfig::getInstance().loadConfig(configurationFile(), &error);
+    if (!error.isEmpty() || all.isEmpty())
+        return error;
+    if (!remember && !values.isEmpty())
+        return putIntoForce(all);
+    ZGlobalConfig::getInstance().loadConfig(configurationFile(), &error);
     return error;
 }
 

@@ -15,10 +15,10 @@ namespace ClientFiles {
 QJsonObject objectOf(const QByteArray& text, const QString& source, QString* error);
 
 /**
- * Joins the values to those in "zglobal.json" and puts all of them into force. Why that cannot be
- * done, or an empty text.
+ * Puts the values of "zglobal.json" into force, joined by these, and remembers them there if told
+ * to. Why that cannot be done, or an empty text.
  */
-QString remember(const QJsonObject& values);
+QString configure(const QJsonObject& values, bool remember);
 
 /** Where the file of a table outside the catalogue lies: not beside the others, where tidying
  *  removes what it does not know. */

@@ -35,6 +35,31 @@ QJsonObject objectOf(const QMap<int, int>& versions)
     return object;
 }
 
+/** A refusal has a cause since there is somebody to tell it to; before it was the version alone. */
+QMap<int, GoodVersions::Refusal> refusalsOf(const QJsonValue& value)
+{
+    const QJsonObject object = value.toObject();
+    QMap<int, GoodVersions::Refusal> refusals;
+    for (const EDataTable::EDataTableType type : TableCatalogue::types()) {
+        const QJsonValue one = object.value(TableCatalogue::name(type));
+        const int version =
+            one.isObject() ? one[QLatin1String("version")].toInt(-1) : one.toInt(-1);
+        if (version >= 0)
+            refusals.insert(type, {version, one[QLatin1String("cause")].toString()});
+    }
+    return refusals;
+}
+
+QJsonObject objectOf(const QMap<int, GoodVersions::Refusal>& refusals)
+{
+    QJsonObject object;
+    for (auto one = refusals.begin(); one != refusals.end(); ++one)
+        object.insert(TableCatalogue::name(static_cast<EDataTable::EDataTableType>(one.key())),
+                      QJsonObject {{QStringLiteral("version"), one->version},
+                                   {QStringLiteral("cause"), one->cause}});
+    return object;
+}
+
 } // namespace
 
 void GoodVersions::read(const QString& server)
@@ -48,12 +73,12 @@ void GoodVersions::read(const QString& server)
     if (known.value(QLatin1String("server")).toString() != server)
         return;
     m_good = versionsOf(known.value(QLatin1String("loaded")));
-    m_bad = versionsOf(known.value(QLatin1String("refused")));
+    m_bad = refusalsOf(known.value(QLatin1String("refused")));
 }
 
 bool GoodVersions::isBad(EDataTable::EDataTableType type, int version) const
 {
-    return m_bad.value(type, -1) == version;
+    return version >= 0 && m_bad.value(type).version == version;
 }
 
 void GoodVersions::noteGood(EDataTable::EDataTableType type, int version)
@@ -64,10 +89,10 @@ void GoodVersions::noteGood(EDataTable::EDataTableType type, int version)
         m_bad.remove(type);
 }
 
-void GoodVersions::noteBad(EDataTable::EDataTableType type, int version)
+void GoodVersions::noteBad(EDataTable::EDataTableType type, int version, const QString& cause)
 {
     m_changed = m_changed || !isBad(type, version);
-    m_bad.insert(type, version);
+    m_bad.insert(type, {version, cause});
 }
 
 QString GoodVersions::save()

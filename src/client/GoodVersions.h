@@ -20,11 +20,19 @@ public:
     /** The version that last loaded; -1 when none is known. */
     int good(EDataTable::EDataTableType type) const { return m_good.value(type, -1); }
 
+    /** A version that was read and would not do. */
+    struct Refusal
+    {
+        int version = -1; ///< -1 when none is known
+        QString cause;
+    };
+    Refusal refused(EDataTable::EDataTableType type) const { return m_bad.value(type); }
+
     /** Whether this version has been refused. */
     bool isBad(EDataTable::EDataTableType type, int version) const;
 
     void noteGood(EDataTable::EDataTableType type, int version);
-    void noteBad(EDataTable::EDataTableType type, int version);
+    void noteBad(EDataTable::EDataTableType type, int version, const QString& cause);
 
     /** Writes the file if anything is new; why that failed, or an empty text. */
     QString save();
@@ -32,6 +40,6 @@ public:
 private:
     QString m_server;
     QMap<int, int> m_good;
-    QMap<int, int> m_bad;
+    QMap<int, Refusal> m_bad;
     bool m_changed = false;
 };

@@ -4,6 +4,7 @@
 
 #include <QTimer>
 
+#include <algorithm>
 #include <numeric>
 
 namespace {
@@ -25,16 +26,20 @@ Traffic::Traffic(QObject* parent)
         tell(url);
     });
     connect(http, &ZHttpComm::sigRequestProgress, this,
-            [this](int id, const QUrl& url, qint64 received) {
+            [this](int id, const QUrl& url, qint64 received, qint64 total) {
                 if (!m_open.contains(id))
                     return;
                 m_received.insert(id, received);
+                if (total >= 0)
+                    m_sizes.insert(id, total);
                 tell(url);
             });
     connect(http, &ZHttpComm::sigRequestFinished, this, [this](int id, const QUrl& url) {
         m_running.remove(id);
-        if (m_open.remove(id))
-            tell(url);
+        if (!m_open.remove(id))
+            return;
+        m_sizes.insert(id, m_received.value(id));
+        tell(url);
     });
 }
 
@@ -43,11 +48,20 @@ qint64 Traffic::received() const
     return std::accumulate(m_received.cbegin(), m_received.cend(), qint64(0));
 }
 
+qint64 Traffic::expected() const
+{
+    if (m_sizes.isEmpty())
+        return -1;
+    const qint64 known = std::accumulate(m_sizes.cbegin(), m_sizes.cend(), qint64(0));
+    return std::max(received(), known * m_started / m_sizes.size());
+}
+
 void Traffic::restart()
 {
     m_started = 0;
     m_open.clear();
     m_received.clear();
+    m_sizes.clear();
 }
 
 QtPromise::QPromise<void> Traffic::quiet()
@@ -68,5 +82,5 @@ QtPromise::QPromise<void> Traffic::quiet()
 
 void Traffic::tell(const QUrl& url)
 {
-    Q_EMIT sigProgress(m_started - m_open.size(), m_started, received(), url);
+    Q_EMIT sigProgress(m_started - m_open.size(), m_started, received(), url, expected());
 }

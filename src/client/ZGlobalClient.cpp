@@ -15,9 +15,11 @@
 #include "tidy/zTidyMgr.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QPointer>
 #include <QUrl>
 
+#include <algorithm>
 #include <memory>
 
 template <typename T>
@@ -77,6 +79,18 @@ QString causeOf(const TableStatus& status)
     return status.size > 0 || cause.isEmpty() ? status.error : cause;
 }
 
+/** Of a table whose newest version was refused before this run. */
+QString refusalOf(const TableStatus& status, const GoodVersions& known)
+{
+    const auto type = static_cast<EDataTable::EDataTableType>(status.kind);
+    const GoodVersions::Refusal refusal = known.refused(type);
+    if (refusal.version <= status.version)
+        return {};
+    return QStringLiteral("version %1 was refused: %2; version %3 serves until a newer one is "
+                          "published")
+        .arg(QString::number(refusal.version), refusal.cause, QString::number(status.version));
+}
+
 ZUpdateResult resultOf(const QVector<TableStatus>& before)
 {
     ZUpdateResult result;
@@ -130,11 +144,28 @@ QJsonObject ZGlobalClient::configurationFor(const QString& address)
 
 bool ZGlobalClient::open(const QString& folder, const QJsonObject& configuration, QString* error)
 {
+    m_remembers = true;
+    QDir().mkpath(folder); // where that fails, entering it does too
+    return enter(folder, configuration, error);
+}
+
+bool ZGlobalClient::openToLook(const QString& folder, const QJsonObject& configuration,
+                               QString* error)
+{
+    m_remembers = false;
+    return enter(folder, configuration, error);
+}
+
+bool ZGlobalClient::enter(const QString& folder, const QJsonObject& configuration, QString* error)
+{
     QString cause;
-    if (!QDir().mkpath(folder) || !QDir::setCurrent(folder))
-        cause = QStringLiteral("the folder %1 cannot be made or entered").arg(folder);
+    if (!QFileInfo::exists(folder))
+        cause = m_remembers ? QStringLiteral("the folder %1 cannot be made").arg(folder)
+                            : QStringLiteral("there is no folder %1").arg(folder);
+    else if (!QDir::setCurrent(folder))
+        cause = QStringLiteral("the folder %1 cannot be entered").arg(folder);
     if (cause.isEmpty())
-        cause = ClientFiles::remember(configuration);
+        cause = ClientFiles::configure(configuration, m_remembers);
     if (cause.isEmpty() && ZGlobalClient::configuration(QStringLiteral("cmsServer")).isEmpty())
         cause = QStringLiteral("no content server is known in %1").arg(folder);
     if (error != nullptr && !cause.isEmpty())
@@ -163,7 +194,8 @@ bool ZGlobalClient::load()
         if (status.state == TableStatus::Loaded)
             m_good->noteGood(static_cast<EDataTable::EDataTableType>(status.kind), status.version);
     }
-    m_good->save(); // what cannot be remembered is found out again
+    if (m_remembers)
+        m_good->save(); // what cannot be remembered is found out again
     return loaded;
 }
 
@@ -176,16 +208,17 @@ bool ZGlobalClient::returnToGood(const QVector<TableStatus>& before)
         const int good = m_good->good(type);
         if (now.state != TableStatus::Failed || good < 0 || good == status.version)
             continue;
-        tables()->setTableVersion(type, good, true);
+        tables()->setTableVersion(type, good, m_remembers);
         if (tables()->getTableStatus(type).size == 0) {
-            tables()->setTableVersion(type, status.version, true);
+            tables()->setTableVersion(type, status.version, m_remembers);
             continue;
         }
         // One that is only missing may still come in; one that was read and refused will not do.
         if (status.size > 0)
-            m_good->noteBad(type, status.version);
+            m_good->noteBad(type, status.version, now.error);
         any = true;
-        m_save = Save::Due;
+        if (m_remembers)
+            m_save = Save::Due;
         m_returned.append(
             {status.table,
              QStringLiteral("%1; back to version %2").arg(now.error, QString::number(good))});
@@ -214,8 +247,14 @@ QVector<ZClientFailure> ZGlobalClient::failures() const
     QVector<ZClientFailure> failures = m_returned;
     const QVector<TableStatus> statuses = tables()->getTableStatuses();
     for (const TableStatus& status : statuses) {
+        const QString refusal = refusalOf(status, *m_good);
+        const bool isTold =
+            std::any_of(m_returned.begin(), m_returned.end(),
+                        [&status](const ZClientFailure& one) { return one.what == status.table; });
         if (status.state == TableStatus::Failed)
             failures.append({status.table, causeOf(status)});
+        else if (!refusal.isEmpty() && !isTold)
+            failures.append({status.table, refusal});
     }
     return failures;
 }

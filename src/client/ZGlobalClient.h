@@ -49,6 +49,13 @@ public:
      */
     bool open(const QString& folder, const QJsonObject& configuration, QString* error = nullptr);
 
+    /**
+     * The same for who only looks: the folder has to be there, and nothing of this object is
+     * remembered in it, neither the values nor what load() finds out. What is downloaded is stored.
+     */
+    bool openToLook(const QString& folder, const QJsonObject& configuration,
+                    QString* error = nullptr);
+
     /** A value of the configuration in force. */
     static QString configuration(const QString& key);
 
@@ -65,8 +72,8 @@ public:
     /** The same without the tables of the start-up. */
     bool loadOthers();
 
-    /** The tables whose last load failed, or that load() put back to an earlier version, and why.
-     */
+    /** The tables whose last load failed, whose newest version was refused before, or that load()
+     *  put back to an earlier version, and why. */
     QVector<ZClientFailure> failures() const;
 
     /**
@@ -116,16 +123,21 @@ public:
     QtPromise::QPromise<void> quiet();
 
 Q_SIGNALS:
-    /** A request began, received something or ended; counted since the last time that all was
-     * quiet. */
-    void sigProgress(int finished, int started, qint64 received, const QUrl& url);
+    /**
+     * A request began, received something or ended; counted since the beginning of the last update.
+     * Received are bytes as they came over the line, expected is an estimate of what they will be:
+     * the sizes that servers told, on average for all that have begun; -1 while none is known.
+     */
+    void sigProgress(int finished, int started, qint64 received, const QUrl& url, qint64 expected);
 
 private:
+    bool enter(const QString& folder, const QJsonObject& configuration, QString* error);
     bool returnToGood(const QVector<TableStatus>& before);
 
     Traffic* m_traffic;
     std::shared_ptr<GoodVersions> m_good;
     QVector<ZClientFailure> m_returned; // tables that the last load put back
+    bool m_remembers = true;
     enum class Save { Done, Due, Failed };
     Save m_save = Save::Done;  // of the versions learnt to "common.ini"
     QString m_versionsFailure; // why the last try to learn them failed

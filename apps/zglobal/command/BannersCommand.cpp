@@ -13,8 +13,10 @@ int runBanners(const QCommandLineParser& line)
 {
     Session session(line);
     session.load();
+    auto bar = session.progress();
     const auto pictures = settled(session->fetchPictures());
     settled(session->quiet()); // the pages of the web service
+    bar.reset();
     if (CommandLine::wantsJson(line)) {
         Json::print(QJsonObject {{u"banners"_s, Banners::asJson(false)},
                                  {u"newBanners"_s, Banners::asJson(true)}});

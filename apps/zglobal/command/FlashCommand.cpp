@@ -4,6 +4,7 @@
 #include "console/Failure.h"
 #include "console/Json.h"
 #include "console/Literals.h"
+#include "console/Readable.h"
 #include "console/Terminal.h"
 #include "console/Wait.h"
 
@@ -13,18 +14,20 @@ int run(const QCommandLineParser& line)
 {
     Session session(line);
     session.load();
+    auto bar = session.progress();
     const auto fetched = settled(session->fetchFlashes());
+    bar.reset();
     const QVector<ZClientFailure>& failures = fetched.value.failures;
     if (CommandLine::wantsJson(line)) {
         Json::print(Flashes::asJson());
-    } else {
+    } else if (!Terminal::isQuiet()) {
         Flashes::asTable().print();
         Terminal::tell(u"%1 downloaded"_s.arg(fetched.value.downloads - failures.size()));
     }
-    for (const ZClientFailure& failure : failures)
-        Terminal::tell(u"%1: %2"_s.arg(failure.what, failure.why));
+    Session::complain(failures);
     if (!failures.isEmpty())
-        throw Failure {u"%1 animations are missing still"_s.arg(failures.size())};
+        throw Failure {
+            u"%1 missing still"_s.arg(Readable::counted(failures.size(), u"animation"_s))};
     return 0;
 }
 

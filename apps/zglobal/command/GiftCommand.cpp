@@ -18,7 +18,13 @@ struct Fact
     QString label;
     QString key;
     QJsonValue value;
+    QString more {}; ///< only for people
 };
+
+Fact moment(const QString& label, const QString& key, qint64 seconds)
+{
+    return {label, key, Readable::time(seconds), u" (%1)"_s.arg(Readable::age(seconds))};
+}
 
 QVector<Fact> recordFacts(const ZGiftInfo& gift)
 {
@@ -27,9 +33,9 @@ QVector<Fact> recordFacts(const ZGiftInfo& gift)
         {u"name"_s, u"giftName"_s, gift.giftName},
         {u"description"_s, u"descs"_s, gift.descs},
         {u"price"_s, u"price"_s, gift.price},
-        {u"on sale from"_s, u"startTime"_s, Readable::time(gift.startTime)},
-        {u"on sale until"_s, u"endTime"_s, Readable::time(gift.endTime)},
-        {u"changed"_s, u"alterDateTime"_s, Readable::time(gift.alterDateTime.toLongLong())},
+        moment(u"on sale from"_s, u"startTime"_s, gift.startTime),
+        moment(u"on sale until"_s, u"endTime"_s, gift.endTime),
+        moment(u"changed"_s, u"alterDateTime"_s, gift.alterDateTime.toLongLong()),
         {u"type"_s, u"giftType"_s, gift.giftType},
         {u"label"_s, u"giftLabelId"_s, gift.giftLabelId},
         {u"visible"_s, u"isVisible"_s, gift.isVisible},
@@ -94,7 +100,7 @@ int run(const QCommandLineParser& line)
         object.insert(fact.key, fact.value);
         const QString text = textOf(fact.value);
         if (!text.isEmpty())
-            table.add({fact.label, text});
+            table.add({fact.label, text + fact.more});
     }
     if (CommandLine::wantsJson(line)) {
         Json::print(object);

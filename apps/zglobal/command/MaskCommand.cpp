@@ -3,6 +3,7 @@
 #include "command/Session.h"
 #include "command/WordMasks.h"
 #include "console/Failure.h"
+#include "console/Interrupt.h"
 #include "console/Json.h"
 #include "console/Literals.h"
 #include "console/Terminal.h"
@@ -44,13 +45,15 @@ int run(const QCommandLineParser& line)
     tables->loadLocalVersion();
     for (const auto list : {EDataTable::ChatFilterWordKey, EDataTable::NewChatFilterWordKey}) {
         if (!tables->loadTable(list))
-            throw Failure {u"a word list is missing; \"zglobal update\" fetches it"_s};
+            throw Failure {u"a word list cannot be loaded: %1; %2"_s.arg(
+                tables->getTableStatus(list).error, Session::advice())};
     }
     const QStringList texts = line.positionalArguments();
     for (const QString& text : texts)
         mask(text, line);
     if (!texts.isEmpty())
         return 0;
+    Interrupt::release(); // nothing is left behind
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly))
         throw Failure {u"standard input cannot be read"_s};

@@ -4,10 +4,14 @@
 #include "console/Failure.h"
 #include "console/Json.h"
 #include "console/Literals.h"
+#include "console/Terminal.h"
+#include "datatable/ZDataTableMgr.h"
 #include "host/ZGlobalConfig.h"
 
 #include <QDir>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace {
 
@@ -22,7 +26,7 @@ QString checkedServer(const QString& server)
 
 } // namespace
 
-Session::Session(const QCommandLineParser& line)
+Session::Session(const QCommandLineParser& line, Purpose purpose)
 {
     QJsonObject values;
     if (line.isSet(u"server"_s))
@@ -37,21 +41,29 @@ Session::Session(const QCommandLineParser& line)
         for (auto value = more.begin(); value != more.end(); ++value)
             values.insert(value.key(), value.value());
     }
-    open(line.value(u"data"_s), values);
-}
-
-Session::Session(const QString& folder, const QJsonObject& configuration)
-{
-    open(folder, configuration);
+    const QString folder = line.value(u"data"_s);
+    QString error;
+    const bool opened = purpose == Updates ? m_client.open(folder, values, &error)
+                                           : m_client.openToLook(folder, values, &error);
+    if (opened)
+        return;
+    if (error.startsWith(u"no content server"_s))
+        error += purpose == Updates ? u": name one with --server URL"_s
+                                    : u"; \"zglobal update --server URL\" names one"_s;
+    else if (error.startsWith(u"there is no folder"_s))
+        error += u": \"zglobal update --server URL\" makes it, --data DIR names another"_s;
+    throw Failure {error};
 }
 
 QList<QCommandLineOption> Session::options()
 {
-    return {{u"data"_s, u"the working folder, made when missing (default: zglobal-data)"_s,
-             u"DIR"_s, u"zglobal-data"_s},
-            {u"server"_s, u"base address of the content server; remembered"_s, u"URL"_s},
-            {u"config"_s, u"a JSON file with configuration values; remembered"_s, u"FILE"_s},
-            CommandLine::verboseOption()};
+    return {
+        {u"data"_s, u"the client's folder (default: zglobal-data)"_s, u"DIR"_s, u"zglobal-data"_s},
+        {u"server"_s,
+         u"base address of the content server; an update remembers it, all else uses it once"_s,
+         u"URL"_s},
+        {u"config"_s, u"a JSON file with configuration values, kept likewise"_s, u"FILE"_s},
+        CommandLine::verboseOption()};
 }
 
 QJsonObject Session::configurationFor(const QString& address)
@@ -64,21 +76,36 @@ QJsonObject Session::configurationFor(const QString& address)
 
 void Session::load()
 {
-    if (!m_client.load())
-        throw Failure {u"the tables cannot be loaded; \"zglobal update\" fetches them"_s};
+    if (m_client.load())
+        return;
+    const QVector<TableStatus> tables = ZDataTableMgr::getInstance()->getTableStatuses();
+    if (std::none_of(tables.begin(), tables.end(),
+                     [](const TableStatus& table) { return table.size > 0; }))
+        throw Failure {u"nothing has been downloaded yet: "_s + advice()};
+    complain(m_client.failures());
+    throw Failure {u"without these tables there is no client: "_s + advice()};
+}
+
+std::unique_ptr<ProgressBar> Session::progress()
+{
+    auto bar = std::make_unique<ProgressBar>();
+    QObject::connect(&m_client, &ZGlobalClient::sigProgress, bar.get(), &ProgressBar::show);
+    return bar;
+}
+
+void Session::complain(const QVector<ZClientFailure>& failures)
+{
+    for (const ZClientFailure& failure : failures)
+        Terminal::complain(u"%1: %2"_s.arg(failure.what, failure.why));
+}
+
+QString Session::advice()
+{
+    return u"\"zglobal update\" fetches what the server has, or tells why it cannot"_s;
 }
 
 QString Session::whereabouts()
 {
     return u"server %1, folder %2"_s.arg(ZGlobalClient::configuration(u"cmsServer"_s),
                                          QDir::toNativeSeparators(QDir::currentPath()));
-}
-
-void Session::open(const QString& folder, const QJsonObject& configuration)
-{
-    QString error;
-    if (!m_client.open(folder, configuration, &error))
-        throw Failure {error.startsWith(u"no content server"_s)
-                           ? error + u": name one with --server URL"_s
-                           : error};
 }

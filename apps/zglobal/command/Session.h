@@ -1,12 +1,15 @@
 #pragma once
 
 #include "client/ZGlobalClient.h"
+#include "console/ProgressBar.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QJsonObject>
 #include <QList>
+
 #include <QString>
+#include <memory>
 
 /**
  * A client as the command line describes it, for as long as the command runs. What cannot be done
@@ -15,8 +18,12 @@
 class Session
 {
 public:
-    explicit Session(const QCommandLineParser& line);
-    Session(const QString& folder, const QJsonObject& configuration);
+    enum Purpose {
+        Looks,   ///< at a client that is there: its folder is not made and remembers nothing
+        Updates, ///< makes the folder, and the server and the configuration are remembered in it
+    };
+
+    explicit Session(const QCommandLineParser& line, Purpose purpose = Looks);
 
     /** --data, --server, --config and --verbose. */
     static QList<QCommandLineOption> options();
@@ -27,14 +34,21 @@ public:
     ZGlobalClient& client() { return m_client; }
     ZGlobalClient* operator->() { return &m_client; }
 
-    /** As ZGlobalClient::load(), with a Failure where an essential table is missing. */
+    /** As ZGlobalClient::load(); where an essential table is missing a Failure that tells why. */
     void load();
+
+    /** Shows downloads on the error stream while it lives. */
+    std::unique_ptr<ProgressBar> progress();
+
+    /** On the error stream, a line for each. */
+    static void complain(const QVector<ZClientFailure>& failures);
+
+    /** What to do about tables that did not load; true in every case of them. */
+    static QString advice();
 
     /** A line about the server and folder of this client. */
     static QString whereabouts();
 
 private:
-    void open(const QString& folder, const QJsonObject& configuration);
-
     ZGlobalClient m_client;
 };

@@ -4,6 +4,7 @@
 #include "console/Failure.h"
 #include "console/Json.h"
 #include "console/Literals.h"
+#include "console/Readable.h"
 #include "console/Terminal.h"
 #include "console/TextTable.h"
 #include "datatable/ZDataTableMgr.h"
@@ -24,8 +25,9 @@ QCommandLineOption rawOption()
 struct Records
 {
     QStringList columns;
-    QString key;     ///< the column that names a record; may be empty
-    QJsonArray rows; ///< objects by column, or texts
+    QStringList dates; ///< those of them that are moments, in seconds
+    QString key;       ///< the column that names a record; may be empty
+    QJsonArray rows;   ///< objects by column, or texts
 };
 
 QString textOf(const QJsonValue& value)
@@ -38,6 +40,16 @@ QString textOf(const QJsonValue& value)
         return parts.join(QLatin1Char(','));
     }
     return value.toVariant().toString();
+}
+
+/** A record's field for people. */
+QString shownOf(const Records& records, const QString& column, const QJsonObject& record)
+{
+    const QJsonValue value = record.value(column);
+    if (!records.dates.contains(column) || value.isUndefined())
+        return textOf(value);
+    const QString text = textOf(value);
+    return text == u"0"_s ? u"-"_s : Readable::time(text.toLongLong());
 }
 
 TableStatus tableOf(const QString& name)
@@ -59,8 +71,11 @@ Records held(const TableStatus& table)
     if (records.rows.isEmpty() && !QFileInfo::exists(u"res"_s))
         throw Failure {u"nothing has been downloaded yet; \"zglobal update\" does"_s};
     for (const ColumnSchema& column : table.declaration->schema().columns) {
-        if (!column.field.isEmpty())
-            records.columns.append(column.name);
+        if (column.field.isEmpty())
+            continue;
+        records.columns.append(column.name);
+        if (column.conversion.startsWith(u"date "_s))
+            records.dates.append(column.name);
     }
     return records;
 }
@@ -135,43 +150,33 @@ void printWhole(const Records& records)
     for (const QJsonValue& row : records.rows) {
         TextTable table;
         for (const QString& column : records.columns)
-            table.add({column, textOf(row.toObject().value(column))});
+            table.add({column, shownOf(records, column, row.toObject())});
         table.print();
     }
 }
 
-/** A line for each record, with as many columns as go on a wide line. */
+/** A line for each record; on a terminal with as many columns as it has room for. */
 void printLines(const Records& records)
 {
-    constexpr int widest = 100;
     constexpr int widestCell = 40;
-    const QStringList all = records.columns.isEmpty() ? QStringList {QString()} : records.columns;
-    QVector<QStringList> shown(records.rows.size() + 1);
-    int total = 0;
-    int left = all.size();
-    for (const QString& column : all) {
-        QStringList cells {column};
-        for (const QJsonValue& row : records.rows)
-            cells.append(Terminal::cut(textOf(row.isObject() ? row.toObject().value(column) : row),
-                                       widestCell));
-        int width = 0;
-        for (const QString& cell : qAsConst(cells))
-            width = std::max(width, Terminal::columns(cell));
-        if (total > 0 && total + width > widest)
-            break;
-        total += width + 2;
-        --left;
-        for (int i = 0; i < cells.size(); ++i)
-            shown[i].append(cells.at(i));
-    }
-    TextTable table;
-    for (const QStringList& row : qAsConst(shown)) {
-        if (!row.join(QString()).isEmpty())
-            table.add(row);
+    const int width = Terminal::width();
+    QVector<TextTable::Column> columns;
+    for (const QString& column : records.columns)
+        columns.append({column, false, !columns.isEmpty()});
+    TextTable table(columns);
+    for (const QJsonValue& row : records.rows) {
+        QStringList cells;
+        for (const QString& column : records.columns) {
+            const QString text = shownOf(records, column, row.toObject());
+            cells.append(width > 0 ? Terminal::cut(text, widestCell) : text);
+        }
+        table.add(columns.isEmpty() ? QStringList {textOf(row)} : cells);
     }
     table.print();
+    const int left = table.leftOut(width);
     if (left > 0)
-        Terminal::tell(u"%1 columns more: name a record, or print --json"_s.arg(left));
+        Terminal::tell(u"%1 more: name a record, or print --plain or --json"_s.arg(
+            Readable::counted(left, u"column"_s)));
 }
 
 int run(const QCommandLineParser& line)

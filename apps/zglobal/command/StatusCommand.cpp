@@ -8,7 +8,9 @@
 #include "console/TextTable.h"
 #include "datatable/ZDataTableMgr.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -38,6 +40,12 @@ QVector<TableStatus> catalogue()
     return tables;
 }
 
+/** When the file came in. */
+QDateTime modifiedOf(const TableStatus& status)
+{
+    return QFileInfo(status.path).lastModified();
+}
+
 void printJson(const QVector<TableStatus>& all)
 {
     QJsonArray tables;
@@ -47,6 +55,7 @@ void printJson(const QVector<TableStatus>& all)
                                    {u"version"_s, status.version},
                                    {u"file"_s, status.path},
                                    {u"bytes"_s, status.size},
+                                   {u"modified"_s, Readable::time(modifiedOf(status))},
                                    {u"manager"_s, status.manager},
                                    {u"loader"_s, status.loader},
                                    {u"loadedAtStart"_s, status.loadedAtStart},
@@ -59,14 +68,16 @@ void printJson(const QVector<TableStatus>& all)
 
 void printText(const QVector<TableStatus>& tables)
 {
-    TextTable table({u">kind"_s, u"table"_s, u">version"_s, u">file"_s, u"loaded"_s, u"manager"_s,
-                     u">records"_s});
+    TextTable table({u"table"_s, u">version"_s, u">file"_s, u"from"_s, u"loaded"_s, u">records"_s,
+                     u"?manager"_s, u"?>kind"_s});
     for (const TableStatus& status : tables) {
         const bool hasManager = !status.manager.isEmpty();
-        table.add({QString::number(status.kind), status.table, QString::number(status.version),
-                   status.size > 0 ? Readable::size(status.size) : u"missing"_s, stateOf(status),
-                   hasManager ? status.manager : u"-"_s,
-                   hasManager ? QString::number(recordsOf(status)) : u"-"_s});
+        const bool hasFile = status.size > 0;
+        table.add({status.table, QString::number(status.version),
+                   hasFile ? Readable::size(status.size) : u"missing"_s,
+                   hasFile ? Readable::age(modifiedOf(status).toSecsSinceEpoch()) : u"-"_s,
+                   stateOf(status), hasManager ? QString::number(recordsOf(status)) : u"-"_s,
+                   hasManager ? status.manager : u"-"_s, QString::number(status.kind)});
     }
     table.print();
 }
@@ -74,17 +85,18 @@ void printText(const QVector<TableStatus>& tables)
 int run(const QCommandLineParser& line)
 {
     Session session(line);
-    const bool loaded = session->load();
+    session->load();
     if (CommandLine::wantsJson(line)) {
         printJson(catalogue());
     } else {
         Terminal::tell(Session::whereabouts());
         printText(catalogue());
     }
-    for (const ZClientFailure& failure : session->failures())
-        Terminal::tell(u"%1: %2"_s.arg(failure.what, failure.why));
-    if (!loaded)
-        throw Failure {u"an essential table cannot be loaded; \"zglobal update\" fetches it"_s};
+    const QVector<ZClientFailure> failures = session->failures();
+    Session::complain(failures);
+    if (!failures.isEmpty())
+        throw Failure {u"%1 not as published: %2"_s.arg(
+            Readable::counted(failures.size(), u"table"_s), Session::advice())};
     return 0;
 }
 
@@ -94,9 +106,10 @@ Command statusCommand()
 {
     Command command;
     command.name = u"status"_s;
-    command.summary = u"Show every table: version, file, manager, records."_s;
-    command.details = u"Works without the content server. Fails when one of the two tables is "
-                      "missing without which\na client cannot start."_s;
+    command.summary = u"Show every table: version, file, age, records."_s;
+    command.details = u"Works without the content server. Ends with 1 when a table did not load, "
+                      "or has been published in a version that would not: the error stream tells "
+                      "which and why."_s;
     command.examples = QStringList {u"zglobal status --json"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &run;

@@ -3,12 +3,13 @@
 #include "console/Failure.h"
 #include "console/Json.h"
 #include "console/Literals.h"
-#include "console/ProgressBar.h"
 #include "console/Readable.h"
 #include "console/Terminal.h"
 #include "console/TextTable.h"
 #include "console/Wait.h"
 #include "datatable/ZDataTableMgr.h"
+
+#include <QSet>
 
 #include <algorithm>
 
@@ -67,26 +68,54 @@ void printJson(const Changes& changes)
     Json::print(all);
 }
 
+/** Where the operator has to look, if it is not told already. */
+ZClientFailure withAddress(const ZClientFailure& failure)
+{
+    if (failure.why.contains(u"://"_s))
+        return failure;
+    const QUrl address(ZGlobalClient::configuration(u"cmsServer"_s) + u"app/resources/"_s
+                       + failure.what);
+    return {failure.what, u"%1 (%2)"_s.arg(failure.why, address.toString(QUrl::RemoveUserInfo))};
+}
+
+/** What did not come in, and what came in and will not do. */
+QVector<ZClientFailure> failuresOf(ZGlobalClient& client, const ZUpdateResult& update)
+{
+    QVector<ZClientFailure> all = update.failures;
+    QSet<QString> told;
+    for (const ZClientFailure& failure : qAsConst(all))
+        told.insert(failure.what);
+    client.load();
+    for (const ZClientFailure& failure : client.failures()) {
+        if (!told.contains(failure.what))
+            all.append(withAddress(failure));
+    }
+    return all;
+}
+
 int run(const QCommandLineParser& line)
 {
-    Session session(line);
+    Session session(line, Session::Updates);
     ZDataTableMgr::getInstance()->loadLocalVersion();
     Outcome<ZUpdateResult> update;
     {
-        ProgressBar bar;
-        QObject::connect(&session.client(), &ZGlobalClient::sigProgress, &bar, &ProgressBar::show);
+        const auto bar = session.progress();
         update = settled(session->update());
     }
     if (!update.ok)
         throw Failure {update.error};
     if (CommandLine::wantsJson(line))
         printJson(update.value.tables);
-    else
+    else if (!Terminal::isQuiet())
         printText(update.value.tables);
-    for (const ZClientFailure& failure : qAsConst(update.value.failures))
-        Terminal::tell(u"%1: %2"_s.arg(failure.what, failure.why));
-    if (!update.value.failures.isEmpty())
-        throw Failure {u"%1 tables could not be updated"_s.arg(update.value.failures.size())};
+    const QVector<ZClientFailure> failures = failuresOf(session.client(), update.value);
+    const Outcome<void> saved = settled(session->versionsSaved());
+    Session::complain(failures);
+    if (!saved.ok)
+        throw Failure {saved.error};
+    if (!failures.isEmpty())
+        throw Failure {
+            u"%1 not as published"_s.arg(Readable::counted(failures.size(), u"table"_s))};
     return 0;
 }
 
@@ -98,9 +127,13 @@ Command updateCommand()
     command.name = u"update"_s;
     command.summary = u"Learn the tables' versions and download what is new."_s;
     command.details =
-        u"The first time the content server has to be named. Prints every table whose "
-        "file is new or\ncould not be had; --json prints all of them."_s;
-    command.examples = QStringList {u"zglobal update --server http://127.0.0.1:8080"_s};
+        u"The first time the content server has to be named. Prints every table whose file is new "
+        "or could not be had; --json prints all of them. What came in is then read as a client "
+        "does. Ends with 1 when the server could not be reached, or a table could not be had or "
+        "would not load: the error stream tells which and why. Such a table stays at the last "
+        "version that loaded, and the version that did not is not fetched again."_s;
+    command.examples = QStringList {u"zglobal update --server http://127.0.0.1:8080"_s,
+                                    u"zglobal update --quiet"_s};
     command.options = Session::options() + QList {CommandLine::jsonOption()};
     command.run = &run;
     return command;

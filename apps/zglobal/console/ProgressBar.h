@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QUrl>
 
@@ -10,12 +11,16 @@ class ProgressBar : public QObject
     Q_OBJECT
 
 public:
-    ProgressBar() = default;
+    ProgressBar();
     ~ProgressBar() override;
 
 public Q_SLOTS:
-    void show(int finished, int started, qint64 received, const QUrl& url);
+    /** As ZGlobalClient::sigProgress() tells it. */
+    void show(int finished, int started, qint64 received, const QUrl& url, qint64 expected);
 
 private:
-    bool m_drawn = false;
+    QString timeLeft(qint64 received, qint64 expected) const;
+
+    QElapsedTimer m_clock;
+    qint64 m_shown = -1; // when, in milliseconds; -1 while nothing stands there
 };
