@@ -25,7 +25,7 @@ FLOORS = [  # from the bottom
     ["src/client", "src/models"],
     ["apps/server", "apps/content", "apps/zglobal/console"],
     ["apps/lint", "apps/diff"],
-    ["apps/why"],
+    ["apps/why", "apps/publish"],
     ["apps/zglobal/command"],
     ["apps/zglobal/demo"],
     ["apps/zglobal", "apps/commandreference", "apps/tablereference", "bench", "examples/embed",

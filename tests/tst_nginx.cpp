@@ -5,6 +5,7 @@
 #include "support/Cases.h"
 #include "support/Literals.h"
 #include "support/LogLines.h"
+#include "support/Nginx.h"
 #include "testing/ZTestFolder.h"
 #include "testing/ZTestServer.h"
 
@@ -20,7 +21,6 @@
 
 namespace {
 
-constexpr int patience = 60 * 1000;
 const QString examples = QStringLiteral(ZGLOBAL_EXAMPLES);
 const QString logging = u"log_format test '$connection $server_protocol $status "
                         "$sent_http_content_encoding $upstream_cache_status $request_uri';"
@@ -29,28 +29,6 @@ const QString logging = u"log_format test '$connection $server_protocol $status 
 void shell(const QString& script)
 {
     QCOMPARE(QProcess::execute(u"sh"_s, {u"-ec"_s, script}), 0);
-}
-
-/** An nginx in the folder NAME, as NAME.conf there says; ends with the object. */
-std::shared_ptr<QProcess> started(const QString& name, int port)
-{
-    // The shell's input ends with this process, in whatever way that ends.
-    const QString script = u"cd %1; nginx -p . -e error.log -c %1.conf -g 'daemon off;' & "
-                           "read line; kill $!; wait"_s;
-    std::shared_ptr<QProcess> nginx(new QProcess, [](QProcess* process) {
-        process->closeWriteChannel();
-        process->waitForFinished(patience);
-        delete process;
-    });
-    nginx->start(u"sh"_s, {u"-c"_s, script.arg(name)});
-    const auto answers = [port] {
-        QTcpSocket probe;
-        probe.connectToHost(u"127.0.0.1"_s, static_cast<quint16>(port));
-        return probe.waitForConnected();
-    };
-    if (!QTest::qWaitFor(answers, patience))
-        qFatal("%s", ZTestFolder::read(name + u"/error.log"_s).constData());
-    return nginx;
 }
 
 /** What came, or why nothing did. */
@@ -115,8 +93,8 @@ private:
                 text.replace(u"127.0.0.1:"_s + port, address(port).section(u'/', 2));
             ZTestFolder::write(file + u".conf"_s, text.toUtf8());
         }
-        m_running[u"origin"_s] = started(u"origin"_s, m_ports[u"8080"_s]);
-        m_running[u"edge"_s] = started(u"edge"_s, m_ports[u"8081"_s]);
+        m_running[u"origin"_s] = Nginx::started(u"origin"_s, m_ports[u"8080"_s]);
+        m_running[u"edge"_s] = Nginx::started(u"edge"_s, m_ports[u"8081"_s]);
     }
 
 private Q_SLOTS:

@@ -158,8 +158,8 @@ using namespace Faults;
         ZGLOBAL_REAL(name);                                                                        \
         return fails(Open, folder, path) ? -1 : real arguments;                                    \
     }
-#define ZGLOBAL_SYNC(name)                                                                         \
-    int name(int file)                                                                             \
+#define ZGLOBAL_SYNC(name, ...)                                                                    \
+    int name(int file) __VA_ARGS__                                                                 \
     {                                                                                              \
         ZGLOBAL_REAL(name);                                                                        \
         if (!counting || !fileIsBelow(file))                                                       \
@@ -198,8 +198,9 @@ ZGLOBAL_CALL(int, rmdir, (const char* path) noexcept, (path), Unlink, AT_FDCWD, 
 ZGLOBAL_CALL(int, mkdir, (const char* path, mode_t mode) noexcept, (path, mode), Mkdir, AT_FDCWD, path)
 // clang-format on
 
-ZGLOBAL_SYNC(fsync)
-ZGLOBAL_SYNC(fdatasync)
+ZGLOBAL_SYNC(fsync, )
+ZGLOBAL_SYNC(fdatasync, )
+ZGLOBAL_SYNC(syncfs, noexcept)
 
 int close(int file)
 {

@@ -7,12 +7,15 @@ QList<Command> allCommands();
 
 Command bannersCommand();
 Command demoCommand();
+Command exportCommand();
 Command flashCommand();
 Command giftCommand();
 Command lintCommand();
 Command maskCommand();
 Command openCommand();
+Command publishCommand();
 Command reportCommand();
+Command rollbackCommand();
 Command serveCommand();
 Command showCommand();
 Command statusCommand();

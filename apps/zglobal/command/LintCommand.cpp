@@ -1,4 +1,5 @@
 #include "command/Commands.h"
+#include "command/FindingReport.h"
 #include "console/Failure.h"
 #include "console/Interrupt.h"
 #include "console/Json.h"
@@ -10,16 +11,8 @@
 
 #include <QFile>
 
-#include <algorithm>
-
 namespace {
 
-constexpr int indent = 6; // of a finding's further lines
-
-QCommandLineOption allowOption()
-{
-    return {u"allow"_s, u"say nothing about this rule; may be given several times"_s, u"RULE"_s};
-}
 QCommandLineOption againstOption()
 {
     return {u"against"_s, u"compare versions and tables with the published folder"_s, u"DIR"_s};
@@ -86,61 +79,6 @@ QStringList phrasesFor(const QCommandLineParser& line)
     return phrases;
 }
 
-QStringList silencedBy(const QCommandLineParser& line)
-{
-    QStringList names = line.values(allowOption());
-    for (const QString& name : qAsConst(names)) {
-        if (!Rules::isName(name))
-            throw UsageFailure(
-                u"there is no rule \"%1\"; \"zglobal lint --rules\" lists them"_s.arg(name));
-    }
-    return names;
-}
-
-QString textOf(const Finding& finding)
-{
-    QStringList place;
-    if (finding.place.row > 0)
-        place.append(u"row %1"_s.arg(finding.place.row));
-    if (!finding.place.column.isEmpty())
-        place.append(finding.place.column);
-    const QString where = place.isEmpty() ? QString() : place.join(u", "_s) + u": "_s;
-    return u"%1: %2%3 [%4]"_s.arg(Rules::word(finding.severity), where, finding.message,
-                                  finding.rule);
-}
-
-QJsonObject objectOf(const Finding& finding)
-{
-    return {{u"rule"_s, finding.rule},           {u"severity"_s, Rules::word(finding.severity)},
-            {u"table"_s, finding.place.table},   {u"row"_s, finding.place.row},
-            {u"column"_s, finding.place.column}, {u"message"_s, finding.message}};
-}
-
-void printText(const QVector<Finding>& findings)
-{
-    QString table;
-    bool isFirst = true;
-    for (const Finding& finding : findings) {
-        if (isFirst || finding.place.table != table) {
-            table = finding.place.table;
-            Terminal::print(Terminal::styled(Terminal::Bold, table.isEmpty() ? u"files"_s : table));
-        }
-        isFirst = false;
-        const QStringList lines =
-            Terminal::wrapped(textOf(finding), std::max(0, Terminal::width() - indent));
-        for (const QString& line : lines)
-            Terminal::print(QString(&line == &lines.constFirst() ? 2 : indent, QLatin1Char(' '))
-                            + line);
-    }
-}
-
-int countOf(const QVector<Finding>& findings, Severity severity)
-{
-    return static_cast<int>(
-        std::count_if(findings.begin(), findings.end(),
-                      [severity](const Finding& finding) { return finding.severity == severity; }));
-}
-
 int run(const QCommandLineParser& line)
 {
     if (line.isSet(rulesOption())) {
@@ -149,7 +87,7 @@ int run(const QCommandLineParser& line)
     }
     if (line.positionalArguments().isEmpty())
         throw UsageFailure(u"DIR or FILE is missing; see \"zglobal lint --help\""_s);
-    Lint lint(silencedBy(line), phrasesFor(line));
+    Lint lint(FindingReport::silencedBy(line), phrasesFor(line));
     const QDateTime moment = momentFor(line);
     Interrupt::release(); // nothing is left behind
     const Content content = contentAt(line.positionalArguments());
@@ -158,21 +96,15 @@ int run(const QCommandLineParser& line)
         published = contentAt({line.value(againstOption())});
     const QVector<Finding> findings =
         lint.findings(content, published ? &*published : nullptr, moment);
-    if (CommandLine::wantsJson(line)) {
-        QJsonArray list;
-        for (const Finding& finding : findings)
-            list.append(objectOf(finding));
-        Json::print(list);
-    } else {
-        printText(findings);
-    }
-    const int errors = countOf(findings, Severity::Error);
-    const int warnings = countOf(findings, Severity::Warning);
-    Terminal::tell(u"%1: %2, %3, %4"_s.arg(
-        Readable::counted(content.tables.size(), u"table"_s), Readable::counted(errors, u"error"_s),
-        Readable::counted(warnings, u"warning"_s),
-        Readable::counted(findings.size() - errors - warnings, u"hint"_s)));
-    return errors + warnings > 0 ? 1 : 0;
+    if (CommandLine::wantsJson(line))
+        Json::print(FindingReport::json(findings));
+    else
+        FindingReport::print(findings);
+    Terminal::tell(u"%1: %2"_s.arg(Readable::counted(content.tables.size(), u"table"_s),
+                                   FindingReport::summary(findings)));
+    const int faults = FindingReport::count(findings, Severity::Error)
+        + FindingReport::count(findings, Severity::Warning);
+    return faults > 0 ? 1 : 0;
 }
 
 } // namespace
@@ -193,7 +125,7 @@ Command lintCommand()
     command.examples = QStringList {u"zglobal lint site"_s,
                                     u"zglobal lint site/app/resources/CS_GiftList --json"_s};
     command.options = {CommandLine::jsonOption(),
-                       allowOption(),
+                       FindingReport::allowOption(),
                        againstOption(),
                        atOption(),
                        phrasesOption(),

@@ -1,0 +1,243 @@
+#include "publish/Plan.h"
+
+#include "lint/Lint.h"
+#include "publish/Disk.h"
+#include "publish/Gzip.h"
+#include "publish/Source.h"
+#include "publish/TableText.h"
+#include "publish/Versions.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QTemporaryDir>
+
+#include <algorithm>
+
+namespace {
+
+const QLatin1String tableFolder("app/resources/");
+const QLatin1String versionsPath("app/versions.json");
+
+/** The files of a content folder beside tables, versions and what is compressed. */
+QSet<QString> otherFiles(const Content& content)
+{
+    if (content.folder.isEmpty())
+        return {};
+    const QStringList all = content.files();
+    QSet<QString> others;
+    for (const QString& file : all) {
+        if (file != versionsPath && !file.startsWith(tableFolder))
+            others.insert(file);
+    }
+    for (const QString& file : all)
+        others.remove(Gzip::twinOf(file));
+    return others;
+}
+
+/** What is said of the same thing, wherever it has moved to. */
+QString identityOf(const Finding& finding)
+{
+    return QStringList {finding.rule, finding.place.table, finding.place.column, finding.message}
+        .join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+Plan::Plan() = default;
+Plan::~Plan() = default;
+
+bool Plan::changesAnything() const
+{
+    const JournalEntry& entry = release.entry;
+    return !tables.isEmpty() || entry.addedFiles + entry.changedFiles + entry.removedFiles > 0;
+}
+
+bool Plan::isRefused() const
+{
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const Finding& finding) { return finding.severity == Severity::Error; });
+}
+
+QString Plan::publish(const QString& path, const PublishedTree& tree, const PublishOptions& options)
+{
+    release.entry.action = QStringLiteral("publish");
+    Source source;
+    QString fault = tree.content().isEmpty() ? QString() : before.read(tree.content());
+    if (fault.isEmpty())
+        fault = source.read(path, before, options.encoding);
+    if (!fault.isEmpty())
+        return fault;
+    sheetRows = source.sheetRows;
+    notes = source.notes;
+    findings = source.faults;
+    if (!findings.isEmpty())
+        return {};
+    fault = combine(source, tree, options);
+    if (fault.isEmpty() && changesAnything())
+        fault = imitate();
+    if (fault.isEmpty() && changesAnything())
+        judge(options);
+    return fault;
+}
+
+QString Plan::rollBack(int number, const PublishedTree& tree, const PublishOptions& options)
+{
+    release.entry.action = QStringLiteral("rollback");
+    release.entry.restored = number;
+    Source source;
+    QString fault = before.read(tree.content());
+    if (fault.isEmpty())
+        fault = source.read(tree.contentOf(number), before, QString());
+    if (!fault.isEmpty())
+        return fault;
+    const QMap<QString, int> leftovers = tree.leftoversOf(number);
+    for (auto file = leftovers.begin(); file != leftovers.end(); ++file)
+        source.files.remove(file.key());
+    PublishOptions whole = options;
+    whole.isWhole = true;
+    return combine(source, tree, whole);
+}
+
+QString Plan::combine(const Source& source, const PublishedTree& tree,
+                      const PublishOptions& options)
+{
+    combineTables(source);
+    if (options.isWhole) {
+        for (auto table = before.tables.begin(); table != before.tables.end(); ++table) {
+            if (!source.tables.contains(table.key()))
+                notes.append(QStringLiteral("%1 is not among the tables; what is published stays")
+                                 .arg(table.key()));
+        }
+    }
+    QByteArray versions;
+    QString fault =
+        Versions::raise(tables, before.versions.value_or(QByteArray()),
+                        source.versions.value_or(QByteArray()), versions, release.entry.tables);
+    if (!fault.isEmpty())
+        return fault;
+    after.versions = versions;
+    ReleaseFile file;
+    if (before.versions == versions)
+        file.kept = before.folder + QLatin1Char('/') + versionsPath;
+    file.bytes = versions;
+    file.changed = ageOf(versionsPath);
+    release.files.insert(versionsPath, file);
+    combineFiles(source, tree, options);
+    return {};
+}
+
+void Plan::combineTables(const Source& source)
+{
+    after.tables = before.tables;
+    for (auto table = source.tables.begin(); table != source.tables.end(); ++table) {
+        const auto published = before.tables.find(table.key());
+        if (published != before.tables.end() && TableText::areSame(table.key(), *table, *published))
+            continue;
+        after.tables.insert(table.key(), *table);
+        tables.append(table.key());
+    }
+    for (auto table = after.tables.begin(); table != after.tables.end(); ++table) {
+        const QString path = tableFolder + table.key();
+        ReleaseFile file;
+        if (tables.contains(table.key()))
+            file.bytes = *table;
+        else
+            file.kept = before.folder + QLatin1Char('/') + path;
+        file.changed = ageOf(path);
+        release.files.insert(path, file);
+    }
+}
+
+void Plan::combineFiles(const Source& source, const PublishedTree& tree,
+                        const PublishOptions& options)
+{
+    JournalEntry& entry = release.entry;
+    const QMap<QString, int> leftovers = tree.leftoversOf(tree.current());
+    const QSet<QString> published = otherFiles(before);
+    for (auto file = source.files.begin(); file != source.files.end(); ++file) {
+        const bool isNew = !published.contains(file.key()) || leftovers.contains(file.key());
+        const ReleaseFile made = fileFor(file.key(), *file);
+        entry.addedFiles += isNew ? 1 : 0;
+        entry.changedFiles += !isNew && made.kept.isEmpty() ? 1 : 0;
+        release.files.insert(file.key(), made);
+    }
+    for (const QString& path : published) {
+        if (release.files.contains(path))
+            continue;
+        const bool isLeftover = leftovers.contains(path);
+        const int last = isLeftover ? leftovers.value(path) : tree.current();
+        const bool goes = isLeftover || options.isWhole;
+        entry.removedFiles += goes && !isLeftover ? 1 : 0;
+        // Clients of every release that could be rolled back to may be about to ask for it.
+        if (goes && last <= tree.current() + 1 - options.kept)
+            continue;
+        if (goes)
+            release.leftovers.insert(path, last);
+        ReleaseFile file;
+        file.kept = before.folder + QLatin1Char('/') + path;
+        release.files.insert(path, file);
+    }
+}
+
+ReleaseFile Plan::fileFor(const QString& path, const QString& source)
+{
+    ReleaseFile file;
+    const QString published = before.folder + QLatin1Char('/') + path;
+    if (!before.folder.isEmpty() && Disk::areSame(source, published))
+        file.kept = published;
+    else
+        file.source = source;
+    file.changed = ageOf(path);
+    return file;
+}
+
+/** A server tells files apart by size and time, to the second. */
+QDateTime Plan::ageOf(const QString& path) const
+{
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    const QFileInfo published(before.folder + QLatin1Char('/') + path);
+    return before.folder.isEmpty() || !published.exists()
+        ? now
+        : std::max(now, published.lastModified().toUTC().addSecs(1));
+}
+
+/** What stays is linked to, so that nothing large is copied only to be looked at. */
+QString Plan::imitate()
+{
+    m_imitation = std::make_unique<QTemporaryDir>();
+    const QDir root(m_imitation->path());
+    for (auto file = release.files.begin(); file != release.files.end(); ++file) {
+        if (release.leftovers.contains(file.key()))
+            continue;
+        const QString target = root.filePath(file.key());
+        const QString origin = file->kept.isEmpty() ? file->source : file->kept;
+        QString fault = Disk::makeFolder(QFileInfo(target).path());
+        if (fault.isEmpty() && origin.isEmpty())
+            fault = Disk::write(target, file->bytes, file->changed);
+        else if (fault.isEmpty())
+            fault = Disk::imitate(origin, target);
+        if (!fault.isEmpty())
+            return fault;
+    }
+    after.folder = m_imitation->path();
+    return {};
+}
+
+void Plan::judge(const PublishOptions& options)
+{
+    Lint lint(options.silenced);
+    QStringList known;
+    if (!before.folder.isEmpty()) {
+        for (const Finding& finding : lint.findings(before))
+            known.append(identityOf(finding));
+    }
+    for (const Finding& finding :
+         lint.findings(after, before.folder.isEmpty() ? nullptr : &before)) {
+        if (finding.severity == Severity::Error || !known.removeOne(identityOf(finding)))
+            findings.append(finding);
+        else
+            ++alreadyKnown;
+    }
+}

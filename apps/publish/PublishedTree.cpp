@@ -1,0 +1,287 @@
+#include "publish/PublishedTree.h"
+
+#include "content/Content.h"
+#include "publish/Disk.h"
+#include "publish/FolderLock.h"
+#include "publish/Gzip.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+const QLatin1String currentName("current");
+const QLatin1String journalName("journal.jsonl");
+const QLatin1String leftoversName("leftovers.json");
+const QLatin1String stagingName(".next");
+
+QByteArray contentOfFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray line(const JournalEntry& entry)
+{
+    return QJsonDocument(entry.toJson()).toJson(QJsonDocument::Compact) + '\n';
+}
+
+/** Removes the folder when the object goes, unless it has a better use by then. */
+class Scaffold
+{
+public:
+    explicit Scaffold(const QString& folder)
+        : m_folder(folder)
+    {
+    }
+    ~Scaffold() { QDir(m_folder).removeRecursively(); }
+    Q_DISABLE_COPY(Scaffold)
+
+private:
+    QString m_folder;
+};
+
+} // namespace
+
+PublishedTree::PublishedTree(const QString& folder)
+    : m_folder(QDir::cleanPath(folder))
+{
+}
+
+PublishedTree::~PublishedTree()
+{
+    m_lock.reset();
+    if (m_isMade && m_current == 0)
+        QDir().rmdir(m_folder); // which fails where something is in it
+}
+
+QString PublishedTree::open()
+{
+    static const QRegularExpression target(QStringLiteral("(^|/)releases/([1-9][0-9]*)/content$"));
+    const QFileInfo link(path(currentName));
+    const QString shown = QDir::toNativeSeparators(m_folder);
+    m_isPlain = false;
+    m_current = 0;
+    if (link.isSymLink()) {
+        m_current = target.match(link.symLinkTarget()).captured(2).toInt();
+        return has(m_current) ? QString()
+                              : QStringLiteral("%1 leads to no release")
+                                    .arg(QDir::toNativeSeparators(link.filePath()));
+    }
+    const QFileInfo info(m_folder);
+    if (info.exists() && !info.isDir())
+        return QStringLiteral("%1 is no folder").arg(shown);
+    if (target.match(info.canonicalFilePath()).hasMatch())
+        return QStringLiteral("%1 is the content of a release; name the folder with \"current\" in "
+                              "it")
+            .arg(shown);
+    const QDir dir(m_folder);
+    m_isPlain = dir.exists(QStringLiteral("app"));
+    // Without a release, that folder is what an interrupted first one has left.
+    const QStringList others =
+        dir.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System);
+    const bool isOurs = m_isPlain || others.isEmpty()
+        || std::all_of(others.begin(), others.end(), [](const QString& name) {
+                            return name == QLatin1String("releases") || name == journalName;
+                        });
+    return isOurs
+        ? QString()
+        : QStringLiteral("%1 holds other files, and nothing that is published").arg(shown);
+}
+
+QString PublishedTree::folderOf(int release) const
+{
+    return path(QStringLiteral("releases/%1").arg(release));
+}
+
+QString PublishedTree::contentOf(int release) const
+{
+    return folderOf(release) + QStringLiteral("/content");
+}
+
+QString PublishedTree::content() const
+{
+    return m_isPlain ? m_folder : m_current > 0 ? contentOf(m_current) : QString();
+}
+
+bool PublishedTree::has(int release) const
+{
+    return release > 0 && release <= m_current && QFileInfo(contentOf(release)).isDir();
+}
+
+QVector<int> PublishedTree::releases() const
+{
+    QVector<int> numbers;
+    const QStringList names = QDir(path(QStringLiteral("releases"))).entryList(QDir::Dirs);
+    for (const QString& name : names) {
+        const int number = name.toInt();
+        if (number > 0 && number <= m_current)
+            numbers.append(number);
+    }
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+QMap<QString, int> PublishedTree::leftoversOf(int release) const
+{
+    const QByteArray text = contentOfFile(folderOf(release) + QLatin1Char('/') + leftoversName);
+    const QJsonObject object = QJsonDocument::fromJson(text).object();
+    QMap<QString, int> leftovers;
+    for (auto file = object.begin(); file != object.end(); ++file)
+        leftovers.insert(file.key(), file.value().toInt());
+    return leftovers;
+}
+
+QVector<JournalEntry> PublishedTree::journal() const
+{
+    QVector<JournalEntry> entries;
+    const QByteArray text = contentOfFile(folderOf(m_current) + QLatin1Char('/') + journalName);
+    for (const QByteArray& each : text.split('\n')) {
+        if (!each.isEmpty())
+            entries.append(JournalEntry::fromJson(QJsonDocument::fromJson(each).object()));
+    }
+    return entries;
+}
+
+QString PublishedTree::lock()
+{
+    m_isMade = !QFileInfo::exists(m_folder);
+    QString cause = Disk::makeFolder(m_folder);
+    if (!cause.isEmpty())
+        return cause;
+    m_lock.reset(); // a process would wait for itself
+    m_lock = std::make_unique<FolderLock>(m_folder);
+    return m_lock->error().isEmpty() ? open() : m_lock->error();
+}
+
+QString PublishedTree::adopt(const Progress& progress)
+{
+    Content plain;
+    QString cause = plain.read(m_folder);
+    if (!cause.isEmpty())
+        return cause;
+    Release release;
+    release.entry.action = QStringLiteral("adopt");
+    const QStringList files = plain.files();
+    for (const QString& file : files) {
+        const QString source = path(file);
+        release.files.insert(file,
+                             {QString(), source, QByteArray(), QFileInfo(source).lastModified()});
+    }
+    for (const QString& file : files) // made anew
+        release.files.remove(Gzip::twinOf(file));
+    return add(release, 1, progress);
+}
+
+QString PublishedTree::add(Release& release, int kept, const Progress& progress)
+{
+    const QString releases = path(QStringLiteral("releases"));
+    const QString staging = releases + QLatin1Char('/') + stagingName;
+    sweep(m_current); // none of the whole ones
+    release.entry.release = m_current + 1;
+    release.entry.time = QDateTime::currentDateTimeUtc();
+    const Scaffold scaffold(staging);
+    QString cause = writeRelease(staging, release, progress);
+    if (cause.isEmpty())
+        cause = Disk::settle(staging);
+    if (cause.isEmpty())
+        cause = Disk::rename(staging, folderOf(release.entry.release));
+    if (cause.isEmpty())
+        cause = Disk::settleNames(releases);
+    if (cause.isEmpty())
+        cause = turnTo(release.entry.release);
+    if (cause.isEmpty())
+        sweep(kept);
+    else
+        QDir(folderOf(release.entry.release)).removeRecursively();
+    return cause;
+}
+
+QString PublishedTree::writeRelease(const QString& folder, const Release& release,
+                                    const Progress& progress)
+{
+    QString cause = Disk::makeFolder(folder);
+    const QString content = folder + QStringLiteral("/content/");
+    int done = 0;
+    for (auto file = release.files.begin(); cause.isEmpty() && file != release.files.end();
+         ++file) {
+        progress(done++, static_cast<int>(release.files.size()));
+        const QString target = content + file.key();
+        cause = Disk::makeFolder(QFileInfo(target).path());
+        if (cause.isEmpty())
+            cause = writeFile(target, file.key(), *file);
+    }
+    return cause.isEmpty() ? writeRecords(folder, release) : cause;
+}
+
+QString PublishedTree::writeFile(const QString& target, const QString& path,
+                                 const ReleaseFile& file)
+{
+    const bool wantsTwin = Gzip::isWanted(path);
+    if (!file.kept.isEmpty()) {
+        QString cause = Disk::link(file.kept, target);
+        const QString twin = Gzip::twinOf(file.kept);
+        return cause.isEmpty() && wantsTwin && QFileInfo::exists(twin)
+            ? Disk::link(twin, Gzip::twinOf(target))
+            : cause;
+    }
+    QString cause = file.source.isEmpty() ? Disk::write(target, file.bytes, file.changed)
+                                          : Disk::copy(file.source, target, file.changed);
+    if (!cause.isEmpty() || !wantsTwin)
+        return cause;
+    const QByteArray packed = Gzip::compressed(contentOfFile(target));
+    return packed.isEmpty() ? QString() : Disk::write(Gzip::twinOf(target), packed, file.changed);
+}
+
+QString PublishedTree::writeRecords(const QString& folder, const Release& release)
+{
+    QJsonObject leftovers;
+    for (auto file = release.leftovers.begin(); file != release.leftovers.end(); ++file)
+        leftovers.insert(file.key(), *file);
+    QString cause = Disk::write(folder + QLatin1Char('/') + leftoversName,
+                                QJsonDocument(leftovers).toJson(), release.entry.time);
+    if (!cause.isEmpty())
+        return cause;
+    const QString known = folderOf(m_current) + QLatin1Char('/') + journalName;
+    const QByteArray before = contentOfFile(known);
+    if (m_current > 0 && before.isEmpty())
+        return QStringLiteral("%1 cannot be read").arg(QDir::toNativeSeparators(known));
+    return Disk::write(folder + QLatin1Char('/') + journalName, before + line(release.entry),
+                       release.entry.time);
+}
+
+QString PublishedTree::turnTo(int release)
+{
+    // It leads through "current", so that both turn at once.
+    QString cause = QFileInfo(path(journalName)).isSymLink()
+        ? QString()
+        : Disk::lead(path(journalName), currentName + QStringLiteral("/../") + journalName);
+    if (cause.isEmpty())
+        cause = Disk::lead(path(currentName), QStringLiteral("releases/%1/content").arg(release));
+    if (!cause.isEmpty())
+        return cause;
+    m_current = release;
+    m_isPlain = false;
+    return {};
+}
+
+void PublishedTree::sweep(int kept)
+{
+    const QDir folder(path(QStringLiteral("releases")));
+    const QStringList names = folder.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (const QString& name : names) {
+        const int number = name.toInt();
+        if (number > m_current - kept && number <= m_current && number > 0)
+            continue;
+        // A release that is half gone must not be taken for one.
+        const QString going = folder.filePath(QStringLiteral(".gone-") + name);
+        if (number > 0 && !Disk::rename(folder.filePath(name), going).isEmpty())
+            continue;
+        QDir(number > 0 ? going : folder.filePath(name)).removeRecursively();
+    }
+}
