@@ -19,6 +19,8 @@ namespace {
 constexpr qint64 blockSize = 1 << 20;
 const QFileDevice::Permissions forReading =
     QFileDevice::ReadOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+const QFileDevice::Permissions forEntering =
+    QFileDevice::WriteOwner | QFileDevice::ExeOwner | QFileDevice::ExeGroup | QFileDevice::ExeOther;
 
 QString failed(const QString& path, const QString& cause)
 {
@@ -124,9 +126,15 @@ QString Disk::imitate(const QString& from, const QString& to)
 
 QString Disk::makeFolder(const QString& path)
 {
-    return QDir().mkpath(path)
+    if (QFileInfo(path).isDir())
+        return {};
+    const QString above = QFileInfo(path).path();
+    QString cause = above == path ? QString() : makeFolder(above);
+    if (!cause.isEmpty())
+        return cause;
+    return QDir().mkdir(path) && QFile::setPermissions(path, forReading | forEntering)
         ? QString()
-        : failed(path, QStringLiteral("cannot be made: ") + qt_error_string());
+        : failed(path, qt_error_string());
 }
 
 QString Disk::settle(const QString& folder)

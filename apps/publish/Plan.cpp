@@ -97,7 +97,8 @@ QString Plan::rollBack(int number, const PublishedTree& tree, const PublishOptio
         source.files.remove(file.key());
     PublishOptions whole = options;
     whole.isWhole = true;
-    return combine(source, tree, whole);
+    fault = combine(source, tree, whole);
+    return fault.isEmpty() ? imitate() : fault;
 }
 
 QString Plan::combine(const Source& source, const PublishedTree& tree,

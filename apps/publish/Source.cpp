@@ -30,7 +30,8 @@ QString readFile(const QString& path, QByteArray& bytes)
 QStringList filesBelow(const QDir& folder)
 {
     QStringList names;
-    QDirIterator walk(folder.path(), QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator walk(folder.path(), QDir::Files,
+                      QDirIterator::Subdirectories | QDirIterator::FollowSymlinks);
     while (walk.hasNext()) {
         const QString path = walk.next();
         const bool isTwin =

@@ -98,19 +98,19 @@ Command publishCommand()
     command.summary = u"Publish tables and files; clients get all of it or none."_s;
     command.details =
         u"SRC is a table, or a folder with tables and, as in a content folder, pictures\n"
-        "and archives. A table is a table file or a CSV file that is called like the\n"
-        "table. OUT is the published tree; its server serves OUT/current. What SRC does\n"
-        "not have stays as it is published.\n"
+        "and archives. A table is a table file, or a CSV file as spreadsheets save it,\n"
+        "called like the table: CS_GiftList.csv. OUT is the published tree; its server\n"
+        "serves OUT/current. What SRC does not have stays as it is published.\n"
         "\n"
-        "To change a table: \"zglobal export\" it, edit the CSV file in a spreadsheet,\n"
-        "publish the file. What differs is shown, and the version of each table that\n"
-        "changed is raised. What clients would refuse, lose or show wrong is refused;\n"
-        "\"zglobal lint --rules\" lists what is looked for. \"zglobal rollback OUT\" is the\n"
-        "way back."_s;
-    command.examples = QStringList {u"zglobal publish site www"_s,
-                                    u"zglobal export www CS_GiftList > CS_GiftList.csv"_s,
-                                    u"zglobal publish CS_GiftList.csv www --dry-run"_s,
-                                    u"zglobal publish CS_GiftList.csv www"_s};
+        "To change a table: export it, edit the CSV file in a spreadsheet, try it with\n"
+        "--dry-run, publish it. What differs is shown, and the version of each table\n"
+        "that changed is raised. What clients would refuse, lose or show wrong is refused\n"
+        "with table, row and column; \"zglobal rollback OUT\" is the way back."_s;
+    command.examples =
+        QStringList {u"zglobal publish site www    # a content folder, for the first time"_s,
+                     u"zglobal export www CS_GiftList > CS_GiftList.csv    # edit this file"_s,
+                     u"zglobal publish CS_GiftList.csv www --dry-run"_s,
+                     u"zglobal publish CS_GiftList.csv www"_s};
     command.options = QList<QCommandLineOption> {FindingReport::allowOption(), strictOption(),
                                                  wholeOption(), adoptOption(), encodingOption()}
         + Publishing::options();

@@ -64,6 +64,12 @@ void printChanges(const QVector<TableChange>& changes)
 void print(const Plan& plan, const QVector<TableChange>& changes)
 {
     FindingReport::print(plan.findings, plan.sheetRows);
+    if (plan.before.tables.isEmpty()) { // everything would be a change
+        const auto tables = FindingReport::counted(plan.tables.size(), u"table"_s);
+        const auto files = FindingReport::counted(plan.release.entry.addedFiles, u"other file"_s);
+        Terminal::print(tables + u", "_s + files);
+        return;
+    }
     printChanges(changes);
     for (const VersionChange& change : plan.release.entry.tables)
         Terminal::print(Publishing::textOf(change));
