@@ -2,12 +2,11 @@
 #include "console/Failure.h"
 #include "console/Literals.h"
 #include "console/Terminal.h"
+#include "content/Content.h"
 #include "content/Table.h"
 #include "publish/Csv.h"
 #include "publish/PublishedTree.h"
 #include "publish/TableText.h"
-
-#include "content/Content.h"
 
 namespace {
 
@@ -53,7 +52,10 @@ int run(const QCommandLineParser& line)
     const Table table(name, content.tables.value(name));
     if (!table.error().isEmpty())
         throw Failure {u"%1 is no table: %2"_s.arg(name, table.error())};
-    Terminal::print(Csv::written(TableText::sheet(table), separator).chopped(1));
+    if (CommandLine::wantsJson(line))
+        Terminal::print(QString::fromUtf8(content.tables.value(name)).trimmed());
+    else
+        Terminal::print(Csv::written(TableText::sheet(table), separator).chopped(1));
     return 0;
 }
 
@@ -71,7 +73,7 @@ Command exportCommand()
         u"DIR is a published tree, a content folder or a folder of tables. Spreadsheets\n"
         "that take a comma for that of a number want \"--separator semicolon\" or \"tab\"."_s;
     command.examples = QStringList {u"zglobal export site CS_GiftList > CS_GiftList.csv"_s};
-    command.options = {separatorOption(), CommandLine::verboseOption()};
+    command.options = {separatorOption(), CommandLine::jsonOption(), CommandLine::verboseOption()};
     command.run = &run;
     return command;
 }

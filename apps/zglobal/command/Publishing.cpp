@@ -6,6 +6,7 @@
 #include "console/Interrupt.h"
 #include "console/Json.h"
 #include "console/Literals.h"
+#include "console/Readable.h"
 #include "console/Terminal.h"
 #include "diff/ContentDiff.h"
 #include "publish/TableText.h"
@@ -65,8 +66,8 @@ void print(const Plan& plan, const QVector<TableChange>& changes)
 {
     FindingReport::print(plan.findings, plan.sheetRows);
     if (plan.before.tables.isEmpty()) { // everything would be a change
-        const auto tables = FindingReport::counted(plan.tables.size(), u"table"_s);
-        const auto files = FindingReport::counted(plan.release.entry.addedFiles, u"other file"_s);
+        const auto tables = Readable::counted(plan.tables.size(), u"table"_s);
+        const auto files = Readable::counted(plan.release.entry.addedFiles, u"other file"_s);
         Terminal::print(tables + u", "_s + files);
         return;
     }
@@ -100,7 +101,7 @@ void tellOutcome(const Plan& plan, const PublishedTree& tree, int release)
         QString::number(release), native(tree.folder() + u"/current"_s)));
     if (!plan.tables.isEmpty())
         Terminal::tell(u"clients fetch %1 when they next update"_s.arg(
-            plan.tables.size() > 3 ? FindingReport::counted(plan.tables.size(), u"table"_s)
+            plan.tables.size() > 3 ? Readable::counted(plan.tables.size(), u"table"_s)
                                    : plan.tables.join(u", "_s)));
     if (release > 1)
         Terminal::tell(u"the way back: zglobal rollback %1"_s.arg(native(tree.folder())));
