@@ -253,6 +253,39 @@ private Q_SLOTS:
         QVERIFY(!stale.exists());
     }
 
+    /** The old content from a folder, the new from a server: the page has the pictures of both. */
+    void diff()
+    {
+        copyContent();
+        QByteArray gifts = ZTestFolder::read(u"www/app/resources/CS_GiftList"_s);
+        gifts.replace("\"星光皇冠\", 2, 888", "\"<b>&\", 2, \"888\"");
+        ZTestFolder::write(u"www/app/resources/CS_GiftList"_s, gifts);
+        ZTestFolder::write(u"www/app/logo/gift/G1014"_s, "GIF8 of the server");
+        const Serving server(u"www"_s);
+        const Result result = run({u"diff"_s, contentFolder(), server.address(), u"--json"_s,
+                                   u"--exit-code"_s, u"--html"_s, u"page.html"_s});
+        QCOMPARE(result.status, 1);
+        QVERIFY2(result.errors.endsWith(u"1 table: 1 record changed\n"_s),
+                 qPrintable(result.errors));
+        const QJsonArray tables = result.json().array();
+        QCOMPARE(tables.size(), 1);
+        const QJsonObject table = tables.first().toObject();
+        QCOMPARE(table.value(u"table"_s).toString(), u"CS_GiftList"_s);
+        const QJsonObject record = table.value(u"records"_s).toArray().first().toObject();
+        QCOMPARE(record.value(u"key"_s).toString(), u"G1014"_s);
+        QCOMPARE(record.value(u"fields"_s).toArray().last().toObject(),
+                 (QJsonObject {{u"column"_s, u"price"_s},
+                               {u"old"_s, 888},
+                               {u"new"_s, u"888"_s},
+                               {u"remark"_s, u"a client reads 0"_s}}));
+        const QByteArray page = ZTestFolder::read(u"page.html"_s);
+        const QByteArray old = ZTestFolder::read(contentFolder() + u"/app/logo/gift/G1014"_s);
+        QVERIFY(page.contains("data:image/png;base64," + old.toBase64()));
+        QVERIFY(
+            page.contains("data:image/gif;base64," + QByteArray("GIF8 of the server").toBase64()));
+        QVERIFY(page.contains("G1014 &lt;b&gt;&amp;</bdi>"));
+    }
+
     void demoTellsFailures()
     {
         copyContent();

@@ -56,8 +56,9 @@ struct TableChange
 {
     QString table;              ///< empty for the files that no table names
     Change kind = Change::None; ///< by its bytes
-    QJsonValue versionBefore;   ///< as versions.json has it; undefined where it says nothing
-    QJsonValue versionAfter;
+    QJsonValue versionBefore {
+        QJsonValue::Undefined}; ///< as versions.json has it; undefined where it says nothing
+    QJsonValue versionAfter {QJsonValue::Undefined};
     QString errorBefore; ///< why a side is no table; then nothing is known of its records
     QString errorAfter;
     QStringList columnsAdded;

@@ -161,6 +161,32 @@ QString countedChanges(const QString& thing, const QMap<Change, int>& counts)
     return parts.join(QStringLiteral(", "));
 }
 
+QStringList countsOf(const QVector<TableChange>& changes)
+{
+    QStringList unknown;
+    QMap<Change, int> records;
+    QMap<Change, int> files;
+    bool isDifferent = false;
+    for (const TableChange& change : changes) {
+        isDifferent = isDifferent || change.isDifferent();
+        if (change.hasError())
+            unknown.append(change.table);
+        for (const RecordChange& record : change.records)
+            ++records[record.kind];
+        for (const FileChange& file : change.files)
+            ++files[file.kind];
+    }
+    QStringList parts {countedChanges(QStringLiteral("record"), records),
+                       countedChanges(QStringLiteral("file"), files)};
+    parts.removeAll(QString());
+    if (!unknown.isEmpty())
+        parts.append(unknown.join(QStringLiteral(", ")) + QStringLiteral(" not compared"));
+    if (parts.isEmpty())
+        parts.append(isDifferent ? QStringLiteral("no record changed")
+                                 : QStringLiteral("no difference"));
+    return parts;
+}
+
 } // namespace
 
 QVector<TableChange> ContentDiff::between(const Content& before, const Content& after)
@@ -200,31 +226,19 @@ QVector<TableChange> ContentDiff::ofTables(const QVector<TableChange>& changes,
     return chosen;
 }
 
+QString ContentDiff::summary(const TableChange& change)
+{
+    return change.hasError() ? QStringLiteral("not compared")
+                             : countsOf({change}).join(QStringLiteral("; "));
+}
+
 QString ContentDiff::summary(const QVector<TableChange>& changes)
 {
-    int tables = 0;
-    QStringList unknown;
-    QMap<Change, int> records;
-    QMap<Change, int> files;
-    for (const TableChange& change : changes) {
-        tables += change.isDifferent() && !change.table.isEmpty() ? 1 : 0;
-        if (change.hasError())
-            unknown.append(change.table);
-        for (const RecordChange& record : change.records)
-            ++records[record.kind];
-        for (const FileChange& file : change.files)
-            ++files[file.kind];
-    }
-    QStringList parts {countedChanges(QStringLiteral("record"), records),
-                       countedChanges(QStringLiteral("file"), files)};
-    if (!unknown.isEmpty())
-        parts.append(unknown.join(QStringLiteral(", ")) + QStringLiteral(" not compared"));
-    parts.removeAll(QString());
-    if (tables == 0 && parts.isEmpty())
-        return QStringLiteral("no difference");
-    if (parts.isEmpty())
-        parts.append(QStringLiteral("no record changed"));
-    const QString all = parts.join(QStringLiteral("; "));
-    return tables == 0 ? all
-                       : counted(tables, QStringLiteral("table")) + QStringLiteral(": ") + all;
+    const auto tables = static_cast<int>(
+        std::count_if(changes.begin(), changes.end(), [](const TableChange& change) {
+            return change.isDifferent() && !change.table.isEmpty();
+        }));
+    const QString counts = countsOf(changes).join(QStringLiteral("; "));
+    return tables == 0 ? counts
+                       : counted(tables, QStringLiteral("table")) + QStringLiteral(": ") + counts;
 }

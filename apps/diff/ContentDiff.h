@@ -23,6 +23,9 @@ QVector<TableChange> between(const Content& before, const Content& after);
 /** As in "2 tables: 3 records added, 1 removed, 4 changed; 1 file changed". */
 QString summary(const QVector<TableChange>& changes);
 
+/** The same of one, without a count of tables. */
+QString summary(const TableChange& change);
+
 /** Of the same changes those of tables with these names. */
 QVector<TableChange> ofTables(const QVector<TableChange>& changes, const QStringList& names);
 

@@ -87,38 +87,55 @@ QString sideOf(const QVector<Stretch>& stretches, Change side)
     return element("bdi", html, QStringLiteral("text"));
 }
 
+QString marked(const char* mark, const QJsonValue& cell)
+{
+    return cell.isUndefined() ? QString() : element(mark, cellText(cell));
+}
+
+QString remarkOf(const FieldChange& field)
+{
+    return field.remark.isEmpty() ? QString() : element("small", escaped(field.remark));
+}
+
 QString changedRow(const FieldChange& field)
 {
     constexpr int context = 60;
-    QString before = cellText(field.before);
-    QString after = cellText(field.after);
+    QString before = marked("del", field.before);
+    QString after = marked("ins", field.after);
     if (field.before.isString() && field.after.isString()) {
         const auto stretches = TextChange::shortened(
             TextChange::between(field.before.toString(), field.after.toString()), context);
         before = sideOf(stretches, Change::Removed);
         after = sideOf(stretches, Change::Added);
     }
-    const QString remark =
-        field.remark.isEmpty() ? QString() : element("small", escaped(field.remark));
     return element("tr",
                    element("th", escaped(field.column)) + element("td", before)
-                       + element("td", after + remark));
+                       + element("td", after + remarkOf(field)));
 }
 
-QString fieldsOf(const RecordChange& record)
+/** The cells of a record that came or went, folded up: there are many, and they say little. */
+QString cellsOf(const RecordChange& record)
 {
     QString rows;
     for (const FieldChange& field : record.fields) {
         const QJsonValue& cell = record.kind == Change::Removed ? field.before : field.after;
-        const QString remark =
-            field.remark.isEmpty() ? QString() : element("small", escaped(field.remark));
-        if (record.kind == Change::Changed)
-            rows += changedRow(field);
-        else if (!CellText::isEmpty(cell))
+        if (!CellText::isEmpty(cell))
             rows += element("tr",
                             element("th", escaped(field.column))
-                                + element("td", cellText(cell) + remark));
+                                + element("td", cellText(cell) + remarkOf(field)));
     }
+    return element("details",
+                   element("summary", QStringLiteral("its cells"))
+                       + element("table", rows, QStringLiteral("cells")));
+}
+
+QString fieldsOf(const RecordChange& record)
+{
+    if (record.kind != Change::Changed)
+        return cellsOf(record);
+    QString rows;
+    for (const FieldChange& field : record.fields)
+        rows += changedRow(field);
     return element("table", rows);
 }
 
@@ -178,10 +195,9 @@ QString contents(const QVector<TableChange>& changes)
     for (const TableChange& change : changes) {
         const QString link = QStringLiteral("<a href=\"#%1\">%2</a> ")
                                  .arg(escaped(idOf(change)), escaped(titleOf(change)));
-        items += element("li",
-                         link
-                             + element("span", escaped(ContentDiff::summary({change})),
-                                       QStringLiteral("faint")));
+        items += element(
+            "li",
+            link + element("span", escaped(ContentDiff::summary(change)), QStringLiteral("faint")));
     }
     return element("nav", element("ul", items));
 }
@@ -316,7 +332,8 @@ QString DiffPage::picturePair(const QString& before, const QString& after) const
     const QByteArray now = read(m_after, after);
     QString html;
     if (before == after && old == now) {
-        html = old.isEmpty() ? QString() : figure(after, now, QStringLiteral("unchanged"));
+        html = pictureType(now).isEmpty() ? QString()
+                                          : figure(after, now, QStringLiteral("unchanged"));
     } else {
         if (!before.isEmpty() && m_before.read)
             html += figure(before, old, QStringLiteral("old"));

@@ -46,6 +46,7 @@ th { width: 13rem; font-weight: normal; }
 td { white-space: pre-wrap; }
 td small { display: block; color: var(--other); white-space: normal; }
 .text::before, .text::after { content: "\0022"; color: var(--faint); }
+summary { margin-top: .5rem; color: var(--faint); cursor: pointer; }
 ins { color: var(--new); background: var(--new-ground); text-decoration: none; border-radius: 3px; }
 del { color: var(--old); background: var(--old-ground); border-radius: 3px; }
 .pair { display: grid; grid-template-columns: repeat(2, minmax(0, 14rem)); gap: .75rem;
@@ -59,6 +60,8 @@ img { display: block; max-width: 100%; max-height: 14rem; border: 1px solid var(
   tr { display: grid; grid-template-columns: 1fr 1fr; border-top: 1px solid var(--line); }
   th { grid-column: 1 / 3; width: auto; padding-bottom: 0; }
   th, td { border: 0; }
+  .cells tr { grid-template-columns: 2fr 3fr; }
+  .cells th { grid-column: auto; }
 }
 )");
 }

@@ -2,8 +2,8 @@
 
 QList<Command> allCommands()
 {
-    return {demoCommand(),   serveCommand(), updateCommand(),  statusCommand(),  showCommand(),
-            giftCommand(),   lintCommand(),  exportCommand(),  publishCommand(), rollbackCommand(),
-            maskCommand(),   flashCommand(), bannersCommand(), openCommand(),    tidyCommand(),
-            reportCommand(), whyCommand()};
+    return {demoCommand(),     serveCommand(),  updateCommand(), statusCommand(),  showCommand(),
+            giftCommand(),     lintCommand(),   diffCommand(),   exportCommand(),  publishCommand(),
+            rollbackCommand(), maskCommand(),   flashCommand(),  bannersCommand(), openCommand(),
+            tidyCommand(),     reportCommand(), whyCommand()};
 }

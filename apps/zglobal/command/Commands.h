@@ -7,6 +7,7 @@ QList<Command> allCommands();
 
 Command bannersCommand();
 Command demoCommand();
+Command diffCommand();
 Command exportCommand();
 Command flashCommand();
 Command giftCommand();
