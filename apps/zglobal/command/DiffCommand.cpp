@@ -2,6 +2,7 @@
 #include "command/DiffSide.h"
 #include "command/DiffText.h"
 #include "console/Failure.h"
+#include "console/Interrupt.h"
 #include "console/Json.h"
 #include "console/Literals.h"
 #include "console/Terminal.h"
@@ -77,6 +78,8 @@ int run(const QCommandLineParser& line)
     DiffSide before(line.positionalArguments().at(0));
     DiffSide after(line.positionalArguments().at(1));
     DiffSide::adapt(before, after);
+    if (!line.isSet(htmlOption()))
+        Interrupt::release(); // nothing is left behind
     QVector<TableChange> changes = ContentDiff::between(before.content(), after.content());
     if (!tables.isEmpty())
         changes = ContentDiff::ofTables(changes, tables);
@@ -107,14 +110,14 @@ Command diffCommand()
     command.details =
         u"OLD and NEW are each a content folder, a folder of tables, a table's file, or the "
         u"address "
-        "of a content server. Records are told apart by their ids: + is new, - is gone, ~ has "
-        "changed, field by field; of long texts only what differs. Of a folder of tables or a file "
-        "only the tables it has are compared, and pictures where both are content folders; of a "
-        "server's only --html fetches those that a changed record names.\n\n"
-        "Ends with 0 whether or not there is a difference, see --exit-code; with 1 also when "
-        "something could not be read."_s;
-    command.examples =
-        QStringList {u"zglobal diff site site"_s, u"zglobal diff site site --html changes.html"_s};
+        "of a content server; of tables alone only those are compared. Records are told apart by "
+        "their ids: + is new, - is gone, ~ has changed, field by field; of long texts only what "
+        "differs is shown. Files are compared between content folders; from a server --html "
+        "fetches the pictures of changed records.\n\n"
+        "Ends with 0 whether or not there is a difference, unless --exit-code is given; with 1 "
+        "when something could not be read."_s;
+    command.examples = QStringList {u"cp -r site next && zglobal diff site next"_s,
+                                    u"zglobal diff site next --html changes.html"_s};
     command.options = {CommandLine::jsonOption(), htmlOption(), tableOption(), exitCodeOption(),
                        CommandLine::verboseOption()};
     command.run = &run;
