@@ -1,0 +1,183 @@
+#include "inspector/host/ClientHost.h"
+
+#include "client/ZGlobalClient.h"
+#include "datatable/ZDataTableMgr.h"
+#include "host/zErrorInfo.h"
+#include "server/ContentFolder.h"
+#include "server/ContentServer.h"
+
+#include <QDir>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace {
+
+QString wordsOf(const QVector<ZClientFailure>& failures)
+{
+    QStringList words;
+    for (const ZClientFailure& failure : failures)
+        words.append(failure.what.isEmpty()
+                         ? failure.why
+                         : QStringLiteral("%1: %2").arg(failure.what, failure.why));
+    return words.join(u'\n');
+}
+
+} // namespace
+
+ClientHost::ClientHost(QObject* parent)
+    : QObject(parent)
+    , m_client(new ZGlobalClient(this))
+{
+    connect(m_client, &ZGlobalClient::sigProgress, this, &ClientHost::sigProgress);
+}
+
+ClientHost::~ClientHost()
+{
+    // A folder that is in use cannot be removed everywhere.
+    if (m_folder != nullptr)
+        QDir::setCurrent(QDir::tempPath());
+}
+
+void ClientHost::open(const Wish& wish)
+{
+    if (!openFolder(wish))
+        return;
+    m_client->load(); // a folder that is new has nothing yet
+    Q_EMIT sigFilesChanged();
+    update();
+}
+
+QString ClientHost::server()
+{
+    return ZGlobalClient::configuration(QStringLiteral("cmsServer"));
+}
+
+void ClientHost::update()
+{
+    if (begin(tr("Updating")))
+        follow(m_client->update());
+}
+
+void ClientHost::fetchTables()
+{
+    if (!begin(tr("Fetching")))
+        return;
+    // A load begins with the versions that are saved.
+    const QPointer<ClientHost> self(this);
+    follow(QtPromise::connect(ZDataTableMgr::getInstance(), &ZDataTableMgr::sigVersionsSaved)
+               .then([self](bool) {
+                   return self != nullptr ? self->m_client->updateTables()
+                                          : QtPromise::QPromise<ZUpdateResult>::resolve({});
+               }));
+}
+
+void ClientHost::follow(const QtPromise::QPromise<ZUpdateResult>& update)
+{
+    m_failures.clear();
+    const QPointer<ClientHost> self(this);
+    update
+        .then([self](const ZUpdateResult& result) {
+            return self != nullptr ? self->takeUpdate(result)
+                                   : QtPromise::QPromise<void>::resolve();
+        })
+        .fail([self](const zErrorInfo& error) {
+            if (self != nullptr)
+                self->m_failures.append({QString(), error.message()});
+        })
+        .then([self] {
+            if (self != nullptr)
+                self->end();
+        });
+}
+
+QtPromise::QPromise<void> ClientHost::takeUpdate(const ZUpdateResult& result)
+{
+    m_client->load();
+    m_failures = m_client->failures();
+    for (const ZClientFailure& failure : result.failures) {
+        const bool isKnown =
+            std::any_of(m_failures.begin(), m_failures.end(),
+                        [&](const ZClientFailure& known) { return known.what == failure.what; });
+        if (!isKnown)
+            m_failures.append(failure);
+    }
+    return m_client->fetchPictures();
+}
+
+void ClientHost::reload()
+{
+    if (!begin(tr("Loading")))
+        return;
+    m_client->load();
+    m_failures = m_client->failures();
+    end();
+}
+
+void ClientHost::tidy()
+{
+    if (!begin(tr("Tidying")))
+        return;
+    const QPointer<ClientHost> self(this);
+    m_client->tidy().then([self] {
+        if (self != nullptr)
+            self->end();
+    });
+}
+
+bool ClientHost::openFolder(const Wish& wish)
+{
+    QString folder = wish.folder;
+    QString address = wish.server;
+    if (folder.isEmpty()) {
+        m_folder = std::make_unique<QTemporaryDir>();
+        folder = m_folder->path();
+    }
+    const bool bringsServer = wish.server.isEmpty() && (m_folder || !wish.content.isEmpty());
+    if (bringsServer) {
+        if (!serveContent(wish.content))
+            return false;
+        address = m_server->baseUrl();
+    }
+    QJsonObject values = ZGlobalClient::configurationFor(address);
+    if (bringsServer) {
+        // The address of the signed-in pages carries both, and example content has nobody else.
+        values.insert(QStringLiteral("userId"), QStringLiteral("10086"));
+        values.insert(QStringLiteral("sessionId"), QStringLiteral("example"));
+    }
+    QString error;
+    const bool opened = m_client->open(folder, values, &error);
+    if (!opened)
+        Q_EMIT sigFailure(error);
+    return opened;
+}
+
+bool ClientHost::serveContent(const QString& named)
+{
+    QString error;
+    const QString content = ContentFolder::find(named, &error);
+    m_server = std::make_unique<ContentServer>();
+    const bool serves = !content.isEmpty() && m_server->start(content, 0, &error);
+    if (!serves) {
+        m_server.reset();
+        Q_EMIT sigFailure(error);
+    }
+    return serves;
+}
+
+bool ClientHost::begin(const QString& task)
+{
+    if (!m_task.isEmpty())
+        return false;
+    m_task = task;
+    Q_EMIT sigTask(m_task);
+    return true;
+}
+
+void ClientHost::end()
+{
+    m_task.clear();
+    Q_EMIT sigFilesChanged();
+    Q_EMIT sigFailure(wordsOf(m_failures));
+    Q_EMIT sigTask(m_task);
+}

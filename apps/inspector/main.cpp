@@ -1,0 +1,64 @@
+#include "ZGlobalVersion.h"
+#include "inspector/parts/Look.h"
+#include "inspector/window/MainWindow.h"
+#include "inspector/window/Screenshots.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+namespace {
+
+QString option(const QCommandLineParser& line, const char* name)
+{
+    return line.value(QString::fromLatin1(name));
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+#if QT_VERSION_MAJOR < 6
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    const QApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("ZGlobal"));
+    QCoreApplication::setApplicationName(QStringLiteral("zglobal-inspector"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZGLOBAL_VERSION_STR));
+
+    using App = QCoreApplication;
+    QCommandLineParser line;
+    line.setApplicationDescription(
+        App::translate("main",
+                       "Shows what a client sees: tables, pictures, masks, caches, log.\n"
+                       "Without options it serves itself the example content."));
+    const QString server = App::translate("main", "base address of the content server");
+    const QString data = App::translate("main", "the working folder; else one of its own, for now");
+    const QString content = App::translate("main", "published content to serve to itself");
+    const QString palette = App::translate("main", "light or dark; else that of the system");
+    const QString page = App::translate("main", "the page to begin with, and what to show on it");
+    line.addOptions({{QStringLiteral("server"), server, QStringLiteral("URL")},
+                     {QStringLiteral("data"), data, QStringLiteral("DIR")},
+                     {QStringLiteral("content"), content, QStringLiteral("DIR")},
+                     {QStringLiteral("palette"), palette, QStringLiteral("NAME")},
+                     {QStringLiteral("page"), page, QStringLiteral("NAME[:THING]")}});
+    QCommandLineOption pictures(QStringLiteral("screenshots"), {}, QStringLiteral("DIR"));
+    pictures.setFlags(QCommandLineOption::HiddenFromHelp);
+    line.addOption(pictures);
+    line.addHelpOption();
+    line.addVersionOption();
+    line.process(application);
+
+    Look::setPalette(option(line, "palette"));
+    MainWindow window;
+    if (line.isSet(pictures))
+        Screenshots::take(window, QDir(line.value(pictures)).absolutePath());
+    const QString wanted = option(line, "page");
+    if (!wanted.isEmpty())
+        window.show(wanted.section(u':', 0, 0), wanted.section(u':', 1));
+    window.show();
+    window.host().open({option(line, "server"), option(line, "data"), option(line, "content")});
+    return QApplication::exec();
+}

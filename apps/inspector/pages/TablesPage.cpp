@@ -1,0 +1,187 @@
+#include "inspector/pages/TablesPage.h"
+
+#include "inspector/host/ClientHost.h"
+#include "inspector/parts/Background.h"
+#include "inspector/parts/ChangeMarks.h"
+#include "inspector/parts/FilterModel.h"
+#include "inspector/parts/Look.h"
+#include "inspector/parts/RecordView.h"
+#include "inspector/parts/RowCells.h"
+#include "inspector/parts/SearchBox.h"
+#include "inspector/parts/ShownTables.h"
+#include "models/ZRecordModel.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QSplitter>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+QWidget* column(std::initializer_list<QWidget*> widgets)
+{
+    auto* made = new QWidget;
+    auto* layout = new QVBoxLayout(made);
+    layout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* widget : widgets)
+        layout->addWidget(widget);
+    return made;
+}
+
+} // namespace
+
+TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
+    : Page(parent)
+    , m_tables(new ShownTables(this))
+    , m_shownTables(new FilterModel(this))
+    , m_tableView(new RecordView)
+    , m_records(new ZRecordModel(this))
+    , m_changes(new ChangeMarks(this))
+    , m_filter(new FilterModel(this))
+    , m_view(new RecordView)
+    , m_search(new SearchBox(tr("Search, or column:text")))
+    , m_told(new QLabel)
+    , m_place(new QLabel)
+    , m_cells(new QTableWidget)
+{
+    auto* parts = new QSplitter;
+    parts->addWidget(makeTables());
+    parts->addWidget(makeRecords());
+    parts->addWidget(makeRow());
+    parts->setSizes({270, 450, 440});
+    parts->setStretchFactor(1, 1);
+    (new QVBoxLayout(this))->addWidget(parts);
+    connect(&inspected.host, &ClientHost::sigFilesChanged, this, &TablesPage::refresh);
+    showTable(QStringLiteral("CS_GiftList"));
+}
+
+void TablesPage::open(const QString& thing)
+{
+    const int row = m_tables->tables().rowOf(thing.section(u'/', 0, 0));
+    if (row < 0) {
+        Q_EMIT sigFailure(tr("There is no table %1").arg(thing));
+        return;
+    }
+    const QModelIndex table = m_shownTables->mapFromSource(m_tables->index(row, 0));
+    m_tableView->setCurrentIndex(table);
+    const QString key = thing.section(u'/', 1);
+    if (key.isEmpty())
+        return;
+    m_search->clear();
+    const QModelIndex record = m_records->index(m_records->rowOf(key), 0);
+    const QModelIndex shown = m_filter->mapFromSource(m_changes->mapFromSource(record));
+    m_view->setCurrentIndex(shown);
+    m_view->scrollTo(shown);
+}
+
+void TablesPage::refresh()
+{
+    m_tables->tables().refresh();
+    readFile();
+    tellChanges();
+}
+
+QVector<Page::Scene> TablesPage::scenes()
+{
+    return {{QStringLiteral("tables"), [this] { open(QStringLiteral("CS_GiftList/G1014")); }},
+            {QStringLiteral("tables-search"), [this] {
+                 open(QStringLiteral("CS_MedalList"));
+                 m_search->setText(QStringLiteral("groupId:5"));
+                 m_view->setCurrentIndex(m_filter->index(0, 0));
+             }}};
+}
+
+QWidget* TablesPage::makeTables()
+{
+    m_shownTables->setSourceModel(m_tables);
+    m_tableView->setObjectName(QStringLiteral("tables"));
+    m_tableView->setModel(m_shownTables);
+    m_tableView->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_tableView->horizontalHeader()->setStretchLastSection(true);
+    for (int c = 0; c < ZTableModel::ColumnCount; ++c)
+        m_tableView->setColumnHidden(c, c != ZTableModel::Table && c != ZTableModel::Records);
+    m_tableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_tableView->setColumnWidth(ZTableModel::Table, 190);
+    m_tableView->sortByColumn(ZTableModel::Table, Qt::AscendingOrder);
+    connect(m_tableView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& row) {
+                showTable(row.sibling(row.row(), ZTableModel::Table).data().toString());
+            });
+    return m_tableView;
+}
+
+QWidget* TablesPage::makeRecords()
+{
+    m_changes->setSourceModel(m_records);
+    m_filter->setSourceModel(m_changes);
+    m_view->setObjectName(QStringLiteral("records"));
+    m_view->setModel(m_filter);
+    m_told->setObjectName(QStringLiteral("changes"));
+    connect(m_search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);
+    connect(m_search, &QLineEdit::textChanged, this, &TablesPage::tellChanges);
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &TablesPage::showRow);
+    return column({m_search, m_view, m_told});
+}
+
+QWidget* TablesPage::makeRow()
+{
+    m_place->setObjectName(QStringLiteral("place"));
+    m_place->setWordWrap(true);
+    m_cells->setObjectName(QStringLiteral("cells"));
+    RowCells::prepare(*m_cells);
+    return column({m_place, m_cells});
+}
+
+void TablesPage::showTable(const QString& table)
+{
+    if (table == m_records->table() || table.isEmpty())
+        return;
+    m_search->clear();
+    m_records->setTable(table);
+    m_view->keepColumns(table);
+    readFile();
+    tellChanges();
+}
+
+void TablesPage::readFile()
+{
+    m_file.reset();
+    showRow();
+    const int reading = ++m_reading;
+    const TableStatus status = Why::statusOf(m_records->table());
+    inBackground(
+        *QThreadPool::globalInstance(), this,
+        [status] { return std::make_shared<const Why::RawTable>(status); },
+        [this, reading](const std::shared_ptr<const Why::RawTable>& file) {
+            if (m_reading != reading)
+                return;
+            m_file = file;
+            showRow();
+        });
+}
+
+void TablesPage::showRow()
+{
+    const QModelIndex shown = m_view->currentIndex();
+    const int row = m_changes->mapToSource(m_filter->mapToSource(shown)).row();
+    if (m_file == nullptr || row < 0) {
+        m_cells->setRowCount(0);
+        m_place->setText(m_file != nullptr && !m_file->fault().isEmpty()
+                             ? m_file->fault()
+                             : tr("Select a row to see it as its file has it."));
+        return;
+    }
+    m_place->setText(RowCells::show(*m_cells, *m_records, row, *m_file));
+}
+
+void TablesPage::tellChanges()
+{
+    QString words = tr("%1 of %2 rows").arg(m_filter->rowCount()).arg(m_records->rowCount());
+    if (m_changes->marked() > 0 || m_changes->gone() > 0)
+        words += tr("; by loads since: %1 new or changed, %2 gone")
+                     .arg(m_changes->marked())
+                     .arg(m_changes->gone());
+    m_told->setText(words);
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "inspector/parts/Page.h"
+
+#include <memory>
+
+class ChangeMarks;
+class FilterModel;
+class QLabel;
+class QTableWidget;
+class RecordView;
+class SearchBox;
+class ShownTables;
+class ZRecordModel;
+namespace Why {
+class RawTable;
+}
+
+/** The records of one table after the other; beside them the selected row as its file has it. */
+class TablesPage : public Page
+{
+    Q_OBJECT
+
+public:
+    explicit TablesPage(const Inspected& inspected, QWidget* parent = nullptr);
+
+    /** "Table", or "Table/key" of a record. */
+    void open(const QString& thing) override;
+    void refresh() override;
+    QVector<Scene> scenes() override;
+
+private:
+    QWidget* makeTables();
+    QWidget* makeRecords();
+    QWidget* makeRow();
+    void showTable(const QString& table);
+    void readFile();
+    void showRow();
+    void tellChanges();
+
+    ShownTables* m_tables;
+    FilterModel* m_shownTables;
+    RecordView* m_tableView;
+    ZRecordModel* m_records;
+    ChangeMarks* m_changes;
+    FilterModel* m_filter;
+    RecordView* m_view;
+    SearchBox* m_search;
+    QLabel* m_told;
+    QLabel* m_place;
+    QTableWidget* m_cells;
+    std::shared_ptr<const Why::RawTable> m_file; // null while it is being read
+    int m_reading = 0;
+};

@@ -1,0 +1,100 @@
+#include "inspector/parts/ChangeMarks.h"
+
+#include <QColor>
+#include <QGuiApplication>
+#include <QPalette>
+
+#include <algorithm>
+
+void ChangeMarks::setSourceModel(QAbstractItemModel* model)
+{
+    if (sourceModel() != nullptr)
+        disconnect(sourceModel(), nullptr, this, nullptr);
+    // Before the proxy's own connections, so that views find the marks made.
+    using Model = QAbstractItemModel;
+    connect(model, &Model::modelReset, this, [this] { forget(); });
+    connect(model, &Model::rowsInserted, this,
+            [this](const QModelIndex&, int first, int last) { insert(first, last); });
+    connect(model, &Model::rowsRemoved, this,
+            [this](const QModelIndex&, int first, int last) { remove(first, last); });
+    connect(model, &Model::dataChanged, this,
+            [this](const QModelIndex& first, const QModelIndex& last) {
+                change(first.row(), last.row(), first.column(), last.column());
+            });
+    connect(model, &Model::layoutAboutToBeChanged, this, [this] { holdOrder(); });
+    connect(model, &Model::layoutChanged, this, [this] { takeOrder(); });
+    QIdentityProxyModel::setSourceModel(model);
+    m_marks.fill(Mark(), model->rowCount());
+    m_gone = 0;
+}
+
+QVariant ChangeMarks::data(const QModelIndex& index, int role) const
+{
+    if (role == Qt::BackgroundRole && index.row() < m_marks.size()) {
+        const Mark& mark = m_marks.at(index.row());
+        if (mark.first <= index.column() && index.column() <= mark.last) {
+            QColor colour = QGuiApplication::palette().color(QPalette::Highlight);
+            colour.setAlpha(90);
+            return colour;
+        }
+    }
+    return QIdentityProxyModel::data(index, role);
+}
+
+int ChangeMarks::marked() const
+{
+    return static_cast<int>(std::count_if(
+        m_marks.begin(), m_marks.end(), [](const Mark& mark) { return mark.last >= mark.first; }));
+}
+
+void ChangeMarks::forget()
+{
+    m_gone = 0;
+    const bool any = marked() > 0;
+    m_marks.fill(Mark(), sourceModel()->rowCount());
+    if (any)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
+                           {Qt::BackgroundRole});
+}
+
+void ChangeMarks::insert(int first, int last)
+{
+    m_marks.insert(first, last - first + 1, Mark {0, sourceModel()->columnCount() - 1});
+}
+
+void ChangeMarks::remove(int first, int last)
+{
+    m_marks.remove(first, last - first + 1);
+    m_gone += last - first + 1;
+}
+
+void ChangeMarks::change(int first, int last, int firstColumn, int lastColumn)
+{
+    for (int row = first; row <= last; ++row) {
+        Mark& mark = m_marks[row];
+        const bool fresh = mark.last < mark.first;
+        mark = fresh ? Mark {firstColumn, lastColumn}
+                     : Mark {std::min(mark.first, firstColumn), std::max(mark.last, lastColumn)};
+    }
+}
+
+void ChangeMarks::holdOrder()
+{
+    for (int row = 0; row < m_marks.size(); ++row) {
+        if (m_marks.at(row).last < m_marks.at(row).first)
+            continue;
+        m_held.append(QPersistentModelIndex(sourceModel()->index(row, 0)));
+        m_heldMarks.append(m_marks.at(row));
+    }
+}
+
+void ChangeMarks::takeOrder()
+{
+    m_marks.fill(Mark(), sourceModel()->rowCount());
+    for (int i = 0; i < m_held.size(); ++i) {
+        if (m_held.at(i).isValid())
+            m_marks[m_held.at(i).row()] = m_heldMarks.at(i);
+    }
+    m_held.clear();
+    m_heldMarks.clear();
+}

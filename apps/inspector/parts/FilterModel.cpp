@@ -1,0 +1,53 @@
+#include "inspector/parts/FilterModel.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+FilterModel::FilterModel(QObject* parent)
+    : QSortFilterProxyModel(parent)
+{
+    setSortRole(Qt::UserRole); // where every model of ours has its values
+    setSortCaseSensitivity(Qt::CaseInsensitive);
+}
+
+void FilterModel::setSearch(const QString& search)
+{
+    static const QRegularExpression word(QStringLiteral("(?:[^\\s\"]|\"[^\"]*\"?)+"));
+    m_words.clear();
+    for (auto found = word.globalMatch(search); found.hasNext();)
+        m_words.append(wordOf(found.next().captured().remove(u'"')));
+    invalidateFilter();
+}
+
+bool FilterModel::filterAcceptsRow(int row, const QModelIndex& /*parent*/) const
+{
+    return std::all_of(m_words.begin(), m_words.end(),
+                       [&](const Word& word) { return holds(word, row); });
+}
+
+FilterModel::Word FilterModel::wordOf(const QString& text) const
+{
+    const QString name = text.section(u':', 0, 0);
+    for (int column = 0; name != text && column < columnCount(); ++column) {
+        const QString header = headerData(column, Qt::Horizontal).toString();
+        if (header.compare(name, Qt::CaseInsensitive) == 0)
+            return {column, text.section(u':', 1)};
+    }
+    return {-1, text};
+}
+
+bool FilterModel::holds(const Word& word, int row) const
+{
+    const auto has = [&](int column) {
+        const QVariant shown = sourceModel()->index(row, column).data();
+        return shown.toString().contains(word.text, Qt::CaseInsensitive);
+    };
+    if (word.column >= 0)
+        return has(word.column);
+    for (int column = 0; column < sourceModel()->columnCount(); ++column) {
+        if (has(column))
+            return true;
+    }
+    return false;
+}

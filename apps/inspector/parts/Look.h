@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+class QApplication;
+class QPalette;
+
+/** How the program looks. */
+namespace Look {
+
+/** Puts a palette into force: "light", "dark", or that of the system for anything else. */
+void setPalette(const QString& name);
+
+/** For what has gone wrong, and for what nobody reads, on the palette in force. */
+QColor faultColour(const QPalette& palette);
+QColor unreadColour(const QPalette& palette);
+
+/** Whether a font of this machine has Chinese characters; where none has, what to install. */
+bool hasChineseFont(QString* advice);
+
+} // namespace Look

@@ -1,0 +1,101 @@
+#include "inspector/parts/Pictures.h"
+
+#include "host/ZImageCacheUtil.h"
+#include "host/zErrorInfo.h"
+#include "inspector/parts/Background.h"
+
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPointer>
+
+namespace {
+
+constexpr int cacheKilobytes = 128 * 1024;
+
+QString keyOf(const QString& path, const QSize& size)
+{
+    return QStringLiteral("%1@%2x%3").arg(path).arg(size.width()).arg(size.height());
+}
+
+struct ReadPicture
+{
+    QImage image;
+    QString fault;
+};
+
+ReadPicture readPicture(const QString& path, const QSize& size)
+{
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true); // the cache's files have no extension
+    const QSize own = reader.size();
+    if (own.isValid() && (own.width() > size.width() || own.height() > size.height()))
+        reader.setScaledSize(own.scaled(size, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    QImage image = reader.read();
+    const QString fault = image.isNull() ? reader.errorString() : QString();
+    return {std::move(image), fault};
+}
+
+} // namespace
+
+Pictures::Pictures(QObject* parent)
+    : QObject(parent)
+    , m_images(cacheKilobytes)
+{
+    m_readers.setMaxThreadCount(2);
+}
+
+QImage Pictures::get(const QString& path, const QString& address, const QSize& size)
+{
+    const QString key = keyOf(path, size);
+    if (const QImage* image = m_images.object(key))
+        return *image;
+    if (path.isEmpty() || m_wanted.contains(key) || m_faults.contains(path))
+        return {};
+    m_wanted.insert(key);
+    if (address.isEmpty() || QFileInfo(path).size() > 0)
+        read(path, size);
+    else
+        fetch(path, address, size);
+    return {};
+}
+
+void Pictures::retry()
+{
+    m_faults.clear();
+}
+
+void Pictures::fetch(const QString& path, const QString& address, const QSize& size)
+{
+    const QPointer<Pictures> self(this);
+    ZImageCacheUtil::preloadList({address})
+        .then([=] {
+            if (self != nullptr)
+                self->read(path, size);
+        })
+        .fail([=](const zErrorInfo& error) {
+            if (self != nullptr)
+                self->done(path, keyOf(path, size), {}, error.message());
+        });
+}
+
+void Pictures::read(const QString& path, const QSize& size)
+{
+    // The library's folder is the current one, but a reader may come late.
+    const QString file = QFileInfo(path).absoluteFilePath();
+    inBackground(
+        m_readers, this, [file, size] { return readPicture(file, size); },
+        [this, path, size](const ReadPicture& read) {
+            done(path, keyOf(path, size), read.image, read.fault);
+        });
+}
+
+void Pictures::done(const QString& path, const QString& key, const QImage& image,
+                    const QString& fault)
+{
+    m_wanted.remove(key);
+    if (image.isNull())
+        m_faults.insert(path, fault);
+    else
+        m_images.insert(key, new QImage(image), static_cast<int>(image.sizeInBytes() / 1024 + 1));
+    Q_EMIT sigLoaded(path);
+}

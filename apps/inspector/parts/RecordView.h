@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QTableView>
+
+/**
+ * Rows as people want them: sorted by a click on a column, copied as text (Ctrl+C) or as JSON
+ * (Ctrl+Shift+C), with columns that keep their widths from one run to the next. Rows are of one
+ * height, so that a hundred thousand of them scroll.
+ */
+class RecordView : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit RecordView(QWidget* parent = nullptr);
+
+    /** Under which name the columns' state is kept from now on, which is put into force; what was
+     *  shown under another is kept first. */
+    void keepColumns(const QString& name);
+
+    /** Makes the columns as wide as what they hold, unless somebody has given them a width. */
+    void fitColumns();
+
+    /** The selected rows, visible columns in their order: between tabs, or as a list of objects. */
+    QString selectedText() const;
+    QString selectedJson() const;
+
+public Q_SLOTS:
+    void copyText() const;
+    void copyJson() const;
+
+private:
+    QModelIndexList selectedRows() const;
+    QVector<int> shownColumns() const;
+    QString settingsKey() const;
+    void saveColumns() const;
+
+    QString m_name;
+    bool m_fitting = false;
+};

@@ -1,0 +1,135 @@
+#include "inspector/parts/RowCells.h"
+
+#include "inspector/parts/Look.h"
+#include "lint/Wording.h"
+#include "models/ZRecordModel.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QTableWidget>
+
+#include <algorithm>
+
+namespace {
+
+enum Column { Name, InFile, InRecord, Note, ColumnCount };
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("RowCells", text);
+}
+
+/** The row that became the record: by its key, or the same place among those that did. */
+const Why::RawRow* rowOf(const ZRecordModel& records, int row, const Why::RawTable& file)
+{
+    const QString key = records.key(row);
+    if (!key.isEmpty())
+        return file.find(key);
+    int place = row;
+    for (const Why::RawRow& each : file.rows()) {
+        if (each.fate == Why::RawRow::Record && place-- == 0)
+            return &each;
+    }
+    return nullptr;
+}
+
+struct Line
+{
+    QString name;
+    QJsonValue cell;
+    QString held;
+    QString note;
+    bool isFaulty = false;
+    bool isUnread = false;
+};
+
+Line lineOf(const QString& name, const Row& row, const Why::RawTable& file)
+{
+    const ColumnSchema* column = file.table().column(name);
+    Line line {name, file.table().cell(row, name), {}, {}};
+    if (column == nullptr || column->conversion.isEmpty()) {
+        line.isUnread = true;
+        line.note = column == nullptr ? tr("nobody reads it") : column->remark;
+        return line;
+    }
+    line.note = column->remark;
+    if (!file.table().header().contains(name)) {
+        line.note = tr("the file has no such column");
+    } else if (!column->fits(line.cell)) {
+        line.isFaulty = true;
+        line.note = tr("no %1: reads as %2").arg(column->conversion, column->otherwise);
+    }
+    return line;
+}
+
+QTableWidgetItem* item(const QString& text, const Line& line)
+{
+    auto* made = new QTableWidgetItem(text);
+    made->setToolTip(text);
+    if (line.isFaulty)
+        made->setForeground(Look::faultColour(QApplication::palette()));
+    else if (line.isUnread)
+        made->setForeground(Look::unreadColour(QApplication::palette()));
+    return made;
+}
+
+QStringList namesIn(const Why::RawTable& file)
+{
+    const QHash<QString, int>& header = file.table().header();
+    QStringList names = header.keys();
+    std::sort(names.begin(), names.end(), [&header](const QString& left, const QString& right) {
+        return header.value(left) < header.value(right);
+    });
+    for (const ColumnSchema& column : file.table().columns()) {
+        if (!header.contains(column.name))
+            names.append(column.name);
+    }
+    return names;
+}
+
+} // namespace
+
+void RowCells::prepare(QTableWidget& cells)
+{
+    cells.setColumnCount(ColumnCount);
+    cells.setHorizontalHeaderLabels(
+        {tr("column"), tr("in the file"), tr("in the record"), tr("note")});
+    cells.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    cells.setSelectionBehavior(QAbstractItemView::SelectRows);
+    cells.setWordWrap(false);
+    cells.verticalHeader()->hide();
+    cells.verticalHeader()->setDefaultSectionSize(cells.fontMetrics().height() + 6);
+    cells.horizontalHeader()->setStretchLastSection(true);
+}
+
+QString RowCells::show(QTableWidget& cells, const ZRecordModel& records, int row,
+                       const Why::RawTable& file)
+{
+    const Why::RawRow* raw = rowOf(records, row, file);
+    cells.setRowCount(0);
+    if (raw == nullptr)
+        return tr("The file has no such row any more.");
+    const QStringList names = namesIn(file);
+    cells.setRowCount(static_cast<int>(names.size()));
+    for (int i = 0; i < names.size(); ++i) {
+        Line line = lineOf(names.at(i), raw->row, file);
+        if (file.table().columns().isEmpty())
+            line = {names.at(i), file.table().cell(raw->row, names.at(i)), {}, {}};
+        const int column = records.columnOf(names.at(i));
+        if (column >= 0)
+            line.held = records.index(row, column).data().toString();
+        const QString cell = line.cell.isUndefined() ? tr("none") : Wording::shown(line.cell);
+        cells.setItem(i, Name, item(line.name, line));
+        cells.setItem(i, InFile, item(cell, line));
+        cells.setItem(i, InRecord, item(line.held, line));
+        cells.setItem(i, Note, item(line.note, line));
+    }
+    for (int column = Name; column < Note; ++column)
+        cells.setColumnWidth(column, 115);
+    return tr("Row %1 of version %2: %3")
+        .arg(raw->row.number)
+        .arg(file.status().version)
+        .arg(raw->words);
+}

@@ -1,0 +1,25 @@
+#include "inspector/window/PageList.h"
+
+#include "inspector/pages/LogPage.h"
+#include "inspector/pages/OverviewPage.h"
+#include "inspector/pages/TablesPage.h"
+
+namespace {
+
+template <class Shown>
+Page* make(const Inspected& inspected, QWidget* parent)
+{
+    return new Shown(inspected, parent);
+}
+
+} // namespace
+
+const QVector<PageEntry>& pageList()
+{
+    static const QVector<PageEntry> list {
+        {"overview", QT_TRANSLATE_NOOP("PageList", "Overview"), &make<OverviewPage>},
+        {"tables", QT_TRANSLATE_NOOP("PageList", "Tables"), &make<TablesPage>},
+        {"log", QT_TRANSLATE_NOOP("PageList", "Log"), &make<LogPage>},
+    };
+    return list;
+}

@@ -1,0 +1,275 @@
+#include "client/ZGlobalClient.h"
+#include "inspector/window/MainWindow.h"
+#include "inspector/window/PageList.h"
+#include "server/ContentServer.h"
+#include "support/Tables.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProcess>
+#include <QPushButton>
+#include <QSettings>
+#include <QTableView>
+#include <QTableWidget>
+#include <QtTest>
+
+namespace {
+
+void copyFolder(const QString& from, const QString& to)
+{
+    QDir().mkpath(to);
+    const auto entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    for (const QFileInfo& entry : entries) {
+        const QString copy = to + u'/' + entry.fileName();
+        if (entry.isDir())
+            copyFolder(entry.filePath(), copy);
+        else
+            QVERIFY2(QFile::copy(entry.filePath(), copy), qPrintable(copy));
+    }
+}
+
+QStringList column(const QTableView& view, int column)
+{
+    QStringList cells;
+    for (int row = 0; row < view.model()->rowCount(); ++row)
+        cells.append(view.model()->index(row, column).data().toString());
+    return cells;
+}
+
+} // namespace
+
+/** The desktop program as somebody uses it, on content of its own that the tests break. */
+class tst_inspector : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+    void overview();
+    void tableRow();
+    void search();
+    void changeIsHighlighted();
+    void brokenTable();
+    void writtenVersion();
+    void log();
+    void serverIsGone();
+    void everyPageHasItsPicture();
+
+private:
+    template <class Widget>
+    Widget* find(const char* name)
+    {
+        auto* found = m_window->current()->findChild<Widget*>(QLatin1String(name));
+        if (found == nullptr)
+            qFatal("no widget %s on the page", name);
+        return found;
+    }
+    QString failure() const { return m_window->findChild<QLabel*>(u"failure"_s)->toolTip(); }
+    void click(const char* button)
+    {
+        QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
+        QTRY_COMPARE(m_window->host().task(), QString());
+    }
+    /** Publishes a table of the site in its next version, with a text in it replaced. */
+    void publish(const QString& table, const QByteArray& before, const QByteArray& after);
+
+    ZTestFolder m_folder;
+    QString m_site = QDir::currentPath() + u"/site"_s;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+void tst_inspector::initTestCase()
+{
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       QDir::currentPath() + u"/settings"_s);
+    QCoreApplication::setOrganizationName(u"ZGlobal"_s);
+    copyFolder(QStringLiteral(ZGLOBAL_CONTENT), m_site);
+    m_window = std::make_unique<MainWindow>();
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    m_window->host().open({{}, {}, m_site});
+    QTRY_COMPARE(m_window->host().task(), QString());
+    QCOMPARE(failure(), QString());
+}
+
+void tst_inspector::cleanupTestCase()
+{
+    m_window.reset();
+}
+
+void tst_inspector::init()
+{
+    m_window->show(u"overview"_s);
+}
+
+void tst_inspector::publish(const QString& table, const QByteArray& before, const QByteArray& after)
+{
+    const QString versions = m_site + u"/app/versions.json"_s;
+    QJsonObject whole = QJsonDocument::fromJson(ZTestFolder::read(versions)).object();
+    QJsonObject told = whole[u"versions"_s].toObject();
+    told[table] = told[table].toInt() + 1;
+    whole[u"versions"_s] = told;
+    const QString path = m_site + u"/app/resources/"_s + table;
+    QByteArray bytes = ZTestFolder::read(path);
+    QVERIFY2(bytes.contains(before) && told[table].toInt() > 1, qPrintable(table));
+    ZTestFolder::write(path, bytes.replace(before, after));
+    ZTestFolder::write(versions, QJsonDocument(whole).toJson());
+}
+
+void tst_inspector::overview()
+{
+    const auto* view = find<QTableView>("tables");
+    QCOMPARE(view->model()->rowCount(), 34);
+    QVERIFY(find<QLabel>("summary")->text().startsWith(u"34 tables, 31 loaded, 0 missing"_s));
+    QTest::keyClick(m_window.get(), Qt::Key_F, Qt::ControlModifier);
+    auto* box = find<QLineEdit>("search");
+    QVERIFY(box->hasFocus());
+    QTest::keyClicks(box, u"giftl"_s);
+    QCOMPARE(column(*view, 0),
+             (QStringList {u"CS_GiftList"_s, u"CS_GiftLabel"_s, u"CS_GameGiftList"_s}));
+    QTest::keyClick(box, Qt::Key_Escape);
+    QCOMPARE(view->model()->rowCount(), 34);
+    // From a table to its records.
+    Q_EMIT const_cast<QTableView*>(view)->activated(view->model()->index(0, 0));
+    QCOMPARE(m_window->current()->objectName(), u"tables"_s);
+}
+
+void tst_inspector::tableRow()
+{
+    m_window->show(u"tables"_s, u"CS_GiftList/G1014"_s);
+    const auto* cells = find<QTableWidget>("cells");
+    QTRY_VERIFY(cells->rowCount() > 0);
+    const auto line = [cells](const QString& name) {
+        const QTableWidgetItem* found = cells->findItems(name, Qt::MatchExactly).value(0);
+        return found == nullptr ? -1 : found->row();
+    };
+    QCOMPARE(cells->item(line(u"giftName"_s), 1)->text(), u"\"星光皇冠\""_s);
+    QCOMPARE(cells->item(line(u"giftName"_s), 2)->text(), u"星光皇冠"_s);
+    QCOMPARE(cells->item(line(u"duration"_s), 3)->text(), u"never read"_s);
+    QVERIFY(cells->item(line(u"labelStartTime"_s), 3)->text().startsWith(u"no date"_s));
+    find<QTableView>("records")->setFocus();
+    QTest::keyClick(find<QTableView>("records"), Qt::Key_C, Qt::ControlModifier);
+    QVERIFY(QGuiApplication::clipboard()->text().contains(u"G1014\t888\t星光皇冠"_s));
+    QTest::keyClick(find<QTableView>("records"), Qt::Key_C,
+                    Qt::ControlModifier | Qt::ShiftModifier);
+    const auto json = QJsonDocument::fromJson(QGuiApplication::clipboard()->text().toUtf8());
+    QCOMPARE(json.array().first()[u"price"_s].toInt(), 888);
+}
+
+void tst_inspector::search()
+{
+    m_window->show(u"tables"_s, u"CS_GiftList"_s);
+    const auto* view = find<QTableView>("records");
+    auto* box = find<QLineEdit>("search");
+    const QStringList ids = column(*view, 2);
+    box->setText(u"giftid:g101"_s);
+    QCOMPARE(column(*view, 2), ids.filter(u"G101"_s));
+    box->setText(u"giftId:G101 皇冠"_s);
+    QCOMPARE(column(*view, 2), QStringList {u"G1014"_s});
+    box->clear();
+    const_cast<QTableView*>(view)->sortByColumn(3, Qt::DescendingOrder);
+    const QStringList prices = column(*view, 3);
+    QVERIFY(prices.first().toInt() > prices.at(1).toInt() && prices.first().size() > 3);
+    const_cast<QTableView*>(view)->sortByColumn(-1, Qt::AscendingOrder);
+}
+
+void tst_inspector::changeIsHighlighted()
+{
+    publish(u"CS_GiftList"_s, "\"星光皇冠\"", "\"月光皇冠\"");
+    m_window->show(u"tables"_s, u"CS_GiftList/G1014"_s);
+    const auto* view = find<QTableView>("records");
+    m_window->show(u"overview"_s);
+    click("update");
+    m_window->show(u"tables"_s);
+    const QModelIndex name = view->currentIndex().siblingAtColumn(4);
+    QCOMPARE(name.data().toString(), u"月光皇冠"_s);
+    QVERIFY(name.data(Qt::BackgroundRole).isValid());
+    QVERIFY(!name.siblingAtColumn(3).data(Qt::BackgroundRole).isValid());
+    QVERIFY(!name.siblingAtRow(0).data(Qt::BackgroundRole).isValid());
+    QVERIFY(find<QLabel>("changes")->text().endsWith(u"1 new or changed, 0 gone"_s));
+}
+
+void tst_inspector::brokenTable()
+{
+    publish(u"CS_MedalList"_s, "\"medalId\"", "\"medal\"");
+    click("update");
+    QVERIFY2(failure().contains(u"has no column \"medalId\""_s), qPrintable(failure()));
+    publish(u"CS_MedalList"_s, "\"medal\"", "\"medalId\"");
+    click("update");
+    QCOMPARE(failure(), QString());
+}
+
+void tst_inspector::writtenVersion()
+{
+    const auto* view = find<QTableView>("tables");
+    auto* model = view->model();
+    const int row = column(*view, 0).indexOf(u"Doutu"_s);
+    const int requests = m_window->host().ownServer()->requests();
+    QVERIFY(model->setData(model->index(row, 2), 777));
+    QTRY_COMPARE(m_window->host().task(), QString());
+    QVERIFY(m_window->host().ownServer()->requests() > requests);
+    QCOMPARE(model->index(row, 2).data().toString(), u"777"_s);
+    click("update"); // and the service has the last word
+    QVERIFY(model->index(row, 2).data().toString() != u"777"_s);
+}
+
+void tst_inspector::log()
+{
+    m_window->show(u"log"_s);
+    const auto* view = find<QTableView>("lines");
+    auto* box = find<QLineEdit>("search");
+    QTRY_VERIFY(column(*view, 3).filter(u"GiftList.json加载完毕"_s).size() > 1);
+    box->setText(u"part:update Doutu"_s);
+    QCOMPARE(column(*view, 3).filter(u"Doutu"_s).size(), view->model()->rowCount());
+    find<QComboBox>("severity")->setCurrentIndex(3);
+    QCOMPARE(view->model()->rowCount(), 0);
+    find<QComboBox>("severity")->setCurrentIndex(0);
+    box->clear();
+}
+
+void tst_inspector::serverIsGone()
+{
+    m_window->host().ownServer()->stop();
+    click("update");
+    QVERIFY2(failure().contains(u"could not be learnt"_s), qPrintable(failure()));
+    QVERIFY(m_window->findChild<QLabel*>(u"failure"_s)->isVisible());
+}
+
+void tst_inspector::everyPageHasItsPicture()
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"XDG_CONFIG_HOME"_s, QDir::currentPath());
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(ZGLOBAL_INSPECTOR), {u"--screenshots"_s, u"pictures"_s});
+    QVERIFY(program.waitForFinished(-1));
+    QVERIFY2(program.exitCode() == 0, program.readAllStandardError().constData());
+    for (const PageEntry& entry : pageList()) {
+        Page* page = m_window->page(QLatin1String(entry.name));
+        const auto scenes = page->scenes();
+        QVERIFY(!scenes.isEmpty());
+        for (const Page::Scene& scene : scenes) {
+            for (const QString& palette : {u""_s, u"-dark"_s}) {
+                const QImage picture(u"pictures/"_s + scene.name + palette + u".png"_s);
+                QVERIFY2(picture.width() >= 1280, qPrintable(scene.name));
+            }
+        }
+    }
+}
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    tst_inspector test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_inspector.moc"
