@@ -47,9 +47,9 @@ QString Pages::bashCompletion(QString pattern, const QList<Command>& commands)
     names << u"--help"_s << u"--version"_s;
     return pattern.replace(u"@options@"_s, optionCases(commands))
         .replace(u"@arguments@"_s, argumentCases(commands))
-        .replace(u"@folder@"_s, Values::folder)
-        .replace(u"@file@"_s, Values::file)
-        .replace(u"@table@"_s, Values::table)
+        .replace(u"@folder@"_s, Values::folders().join(QLatin1Char('|')))
+        .replace(u"@file@"_s, Values::files().join(QLatin1Char('|')))
+        .replace(u"@table@"_s, Values::tables().join(QLatin1Char('|')))
         .replace(u"@tables@"_s, Values::tableNames().join(QLatin1Char(' ')))
         .replace(u"@commands@"_s, names.join(QLatin1Char(' ')));
 }

@@ -8,9 +8,19 @@
 /** What may stand for a placeholder of the help, such as "DIR" or "KIND". */
 namespace Values {
 
-inline constexpr QLatin1String folder("DIR", 3);
-inline constexpr QLatin1String file("FILE", 4);
-inline constexpr QLatin1String table("KIND", 4);
+inline QStringList folders()
+{
+    return {QStringLiteral("DIR"), QStringLiteral("OUT")};
+}
+inline QStringList files()
+{
+    return {QStringLiteral("FILE"), QStringLiteral("OLD"), QStringLiteral("NEW"),
+            QStringLiteral("SRC")};
+}
+inline QStringList tables()
+{
+    return {QStringLiteral("KIND"), QStringLiteral("TABLE")};
+}
 
 /** The placeholders of a command's arguments, without the signs that one may be left out. */
 inline QStringList placeholders(const QString& arguments)

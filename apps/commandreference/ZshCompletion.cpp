@@ -23,11 +23,11 @@ QString inside(const QString& text)
 
 QString offered(const QString& placeholder)
 {
-    if (placeholder == Values::folder)
+    if (Values::folders().contains(placeholder))
         return u"_files -/"_s;
-    if (placeholder == Values::file)
+    if (Values::files().contains(placeholder))
         return u"_files"_s;
-    if (placeholder == Values::table)
+    if (Values::tables().contains(placeholder))
         return u"_zglobal_tables"_s;
     return u" "_s;
 }

@@ -24,7 +24,7 @@ QCommandLineOption htmlOption()
 }
 QCommandLineOption tableOption()
 {
-    return {u"table"_s, u"only this table; may be given several times"_s, u"NAME"_s};
+    return {u"table"_s, u"only this table; may be given several times"_s, u"TABLE"_s};
 }
 QCommandLineOption exitCodeOption()
 {
