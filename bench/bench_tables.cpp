@@ -264,7 +264,7 @@ void addTable(const TableStatus& table)
     for (const int rows : sizes) {
         add(load, "ours", rows, &loadFirst, table, rows);
         add(load, "parse", rows, &parse, table, rows);
-        if (isGiftTable)
+        if (isGiftTable || rows == 10000)
             add(load, "cells", rows, &parseAndReadCells, table, rows);
     }
     for (const int rows : isGiftTable ? QVector<int> {5000, 50000} : QVector<int> {10000}) {

@@ -62,14 +62,18 @@ plot {", ".join(plots)}
 """)
 
 
-def bars(folder, name, title, rows, goal, goal_of):
-    """A bar for each (words, median, least, most), the longest on top, and where the goal stands."""
+def bars(folder, name, title, rows, goal, goal_of, marks=(), marks_of=""):
+    """A bar for each (words, median, least, most), the longest on top, and where the goal stands;
+    marks has by the words of some bars where something else of theirs stands."""
     if not rows:
         return
     rows = sorted(rows, key=lambda row: row[1])
+    marked = [f"{marks[row[0]]} {place}" for place, row in enumerate(rows) if row[0] in marks]
+    plot_marks = (f'$marks using 1:2 with points linecolor rgb "{THIRD}" pointtype 7 '
+                  f'pointsize 0.7 title "{marks_of}", ' if marked else "")
     labels = ", ".join(f'"{row[0]}" {place}' for place, row in enumerate(rows))
     data = block("bars", (f"{place} {row[1]} {row[2]} {row[3]}" for place, row in enumerate(rows)))
-    draw(folder, name, title, (760, 90 + 20 * len(rows)), data + f"""
+    draw(folder, name, title, (760, 90 + 20 * len(rows)), data + block("marks", marked) + f"""
 set ytics ({labels})
 set yrange [-0.7:{len(rows) - 0.3}]
 set xrange [0:*]
@@ -79,8 +83,19 @@ set style fill solid
 set arrow from {goal}, graph 0 to {goal}, graph 1 nohead linecolor rgb "{OTHER}" linewidth 2 front
 plot $bars using ($2/2):1:($2/2):(0.35) with boxxyerror linecolor rgb "{OURS}" notitle, \\
     $bars using 2:1:3:4 with xerrorbars linecolor rgb "#24292f" pointtype 0 notitle, \\
-    NaN with lines linecolor rgb "{OTHER}" linewidth 2 title "{goal_of}"
+    {plot_marks}NaN with lines linecolor rgb "{OTHER}" linewidth 2 title "{goal_of}"
 """)
+
+
+def cells_in_parses(figures):
+    """By table what Qt needs to parse 10,000 rows and read every value, in times of the parse."""
+    median = {}
+    for (subject, side, size), repetitions in figures.items():
+        if subject.startswith("load_") and size == 10000:
+            seconds = statistics.median(repetition["seconds"] for repetition in repetitions)
+            median[subject[len("load_"):], side] = seconds
+    return {table: seconds / median[table, "parse"] for (table, side), seconds in median.items()
+            if side == "cells" and (table, "parse") in median}
 
 
 def draw_all(figures, rows, folder):
@@ -98,7 +113,8 @@ def draw_all(figures, rows, folder):
     bars(folder, "tables.svg", "Loading 10,000 rows, in times of Qt's parse",
          [(row["subject"][len("load_"):], row["median"], row["least"], row["most"])
           for row in rows if row["subject"].startswith("load_") and row.get("against") == "parse"
-          and row["size"] == 10000], 2.0, "goal")
+          and row["size"] == 10000], 2.0, "goal",
+         cells_in_parses(figures), "Qt: parsed, every value read")
     heap = []
     for (subject, side, size), repetitions in figures.items():
         if subject.startswith("load_") and side == "ours" and size == 10000:
