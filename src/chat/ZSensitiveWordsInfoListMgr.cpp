@@ -17,6 +17,8 @@ void logLeftOut(const QHash<QString, Info>& words)
     int count = 0;
     for (const Info& info : words) {
         const QString& word = info.word;
+        if (word.size() <= WordPattern::maxSpecialLength) // nearly all: no need to look at them
+            continue;
         if (WordPattern::kindOf(word) == WordPattern::TooLong && ++count <= namedWords)
             qCWarning(LogCategories::load)
                 << qUtf8Printable(text.arg(word.size()).arg(WordPattern::maxSpecialLength))

@@ -2,6 +2,10 @@
 
 #include "host/ZGlobalConfig.h"
 
+#include <QCborArray>
+
+#include <algorithm>
+
 namespace {
 
 // A host need not tell causes; int goes before long where it does.
@@ -28,4 +32,14 @@ bool TableRows::read(const QString& path, QString* cause)
 bool TableRows::read(const QByteArray& bytes, QString* cause)
 {
     return readBy<ZGlobalConfig>(bytes, *this, cause, 0);
+}
+
+int TableRows::count() const
+{
+    // Few tables have a null row. That there is none is told by the elements' types alone, while
+    // looking at each takes hold of its cells.
+    if (!QCborArray::fromJsonArray(rows).contains(QCborValue::Null))
+        return static_cast<int>(rows.size());
+    return static_cast<int>(std::count_if(rows.begin(), rows.end(),
+                                          [](const QJsonValue& row) { return !row.isNull(); }));
 }

@@ -7,8 +7,6 @@
 #include <QJsonArray>
 #include <QString>
 
-#include <algorithm>
-
 /** What reading a table file yields. */
 struct TableRows
 {
@@ -21,11 +19,7 @@ struct TableRows
     ZGLOBAL_EXPORT bool read(const QByteArray& bytes, QString* cause = nullptr);
 
     /** How many there are of them that are not null. */
-    int count() const
-    {
-        return static_cast<int>(std::count_if(rows.begin(), rows.end(),
-                                              [](const QJsonValue& row) { return !row.isNull(); }));
-    }
+    ZGLOBAL_EXPORT int count() const;
 
     /** Calls use(row) for every element that is not null, in table order. */
     template <class Use>
