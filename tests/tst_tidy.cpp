@@ -37,6 +37,39 @@ void tidy()
     QVERIFY(zTidyMgr::getInstance().wait(60000));
 }
 
+/** What a run would do, found out without a change or a word. */
+TidyPlan planned()
+{
+    const QStringList files = ZTestFolder::files(u"res"_s);
+    const LogLines log;
+    const bool started = zTidyMgr::getInstance().startPlanning();
+    if (!started || !zTidyMgr::getInstance().wait(60000) || !LogLines::lines().isEmpty()
+        || ZTestFolder::files(u"res"_s) != files)
+        qFatal("planning has changed or said something");
+    return zTidyMgr::getInstance().plan();
+}
+
+QStringList entriesOf(const QString& folder)
+{
+    QStringList paths;
+    for (const QString& name : QDir(folder).entryList(QDir::NoDotAndDotDot | QDir::AllEntries))
+        paths.append(folder + u'/' + name);
+    return paths;
+}
+
+/** The entries of "res" of which the plan says something else than a run has done. */
+QStringList otherwise(const TidyPlan& plan)
+{
+    QStringList wrong;
+    for (const TidyFolder& folder : plan) {
+        for (const TidyDecision& decision : folder.decisions) {
+            if (QFileInfo::exists(decision.path) != (decision.action == TidyDecision::Keep))
+                wrong.append(decision.path);
+        }
+    }
+    return wrong;
+}
+
 /** What the task of this folder has logged, in order of the alphabet. */
 QString logged(const QString& folder)
 {
@@ -82,8 +115,16 @@ private Q_SLOTS:
         };
         write(folder, filled("stale"), week + 60);
         write(folder, filled("fresh"), week - 60);
+        const TidyPlan plan = planned();
+        QStringList entries = entriesOf(u"res/"_s + folder);
+        for (const TidyFolder& part : plan) {
+            for (const TidyDecision& decision : part.decisions)
+                entries.removeOne(decision.path);
+        }
+        QCOMPARE(entries, QStringList());
         const LogLines log;
         tidy();
+        QCOMPARE(otherwise(plan), QStringList());
         QCOMPARE(logged(folder), filled("lines"));
         QCOMPARE(ZTestFolder::files(u"res/"_s + folder).join(u' '), filled("left"));
     }

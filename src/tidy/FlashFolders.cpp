@@ -1,12 +1,11 @@
 #include "tidy/FlashFolders.h"
 
-#include <QFile>
-
 namespace {
 
 void discardLower(TidyPass& pass, const TidyEntry& entry)
 {
-    pass.discard(entry, QStringLiteral("LowVersion remove"), entry.path);
+    pass.discard(entry, TidyDecision::LowerVersion, QStringLiteral("LowVersion remove"),
+                 entry.path);
 }
 
 } // namespace
@@ -16,7 +15,7 @@ bool FlashFolders::keepHighest(TidyPass& pass, const TidyEntry& entry,
 {
     const auto highest = seen.find(flash.name);
     if (highest == seen.end()) {
-        ++pass.counts().use;
+        pass.keep(entry, TidyDecision::HighestVersion, &TidyCounts::use);
         seen.insert(flash.name, flash.version);
         return true;
     }
@@ -24,25 +23,21 @@ bool FlashFolders::keepHighest(TidyPass& pass, const TidyEntry& entry,
     const qint64 highestVersion = highest->toLongLong();
     if (version < highestVersion)
         discardLower(pass, entry);
+    if (version == highestVersion)
+        pass.keep(entry, TidyDecision::EqualVersion, nullptr);
     if (version <= highestVersion)
         return false;
+    pass.keep(entry, TidyDecision::HighestVersion, nullptr);
     const CacheNames::VersionedName lower {flash.name, *highest};
     *highest = flash.version;
     discardLower(pass, pass.entry(lower.in(pass.folder()), lower.whole()));
     return true;
 }
 
-void FlashFolders::sweepTemporary(const QString& title, const QString& folder)
+void FlashFolders::sweepTemporary(const QString& title, const QString& folder, TidyPlan* plan)
 {
     TidyPass pass(title + QStringLiteral(" tmp"), QStringLiteral("%1/tmp").arg(folder),
-                  TidyPass::Files);
-    pass.run({TidyPass::Removed, TidyPass::Delayed}, [&pass](const TidyEntry& entry) {
-        if (entry.age != TidyAge::Old) {
-            ++pass.counts().delayed;
-            return;
-        }
-        ++pass.counts().removed;
-        if (!QFile::remove(entry.path))
-            pass.logRemoval(QStringLiteral("remove"), entry.name, false);
-    });
+                  TidyPass::Files, plan);
+    pass.run({TidyPass::Removed, TidyPass::Delayed},
+             [&pass](const TidyEntry& entry) { pass.discardTemporary(entry); });
 }

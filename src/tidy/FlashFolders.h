@@ -16,7 +16,8 @@ namespace FlashFolders {
 bool keepHighest(TidyPass& pass, const TidyEntry& entry, const CacheNames::VersionedName& flash,
                  QMap<QString, QString>& seen);
 
-/** Removes the old files of the folder "tmp" in this one; a file of unknown age stays. */
-void sweepTemporary(const QString& title, const QString& folder);
+/** Removes the old files of the folder "tmp" in this one, or plans to; a file of unknown age stays.
+ */
+void sweepTemporary(const QString& title, const QString& folder, TidyPlan* plan);
 
 } // namespace FlashFolders

@@ -67,28 +67,50 @@ bool removeFolder(const QString& path, const QString& name)
     return QDir(path).removeRecursively();
 }
 
+qint64 bytesIn(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.isDir() || isLink(path))
+        return info.size();
+    qint64 sum = 0;
+    QDirIterator files(path, QDir::Files | QDir::Hidden | QDir::System,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext() && !isEnding()) {
+        files.next();
+        sum += files.fileInfo().size();
+    }
+    return sum;
+}
+
 } // namespace
 
-TidyPass::TidyPass(const QString& title, const QString& folder, Kind kind)
+TidyPass::TidyPass(const QString& title, const QString& folder, Kind kind, TidyPlan* plan)
     : m_title(title)
     , m_folder(folder)
     , m_kind(kind)
+    , m_plan(plan)
 {
+    m_noted.path = folder;
 }
 
 void TidyPass::run(std::initializer_list<Count> shown,
                    const std::function<void(const TidyEntry&)>& visit,
                    const std::function<void()>& beforehand)
 {
-    if (!begin())
+    if (begin()) {
+        if (beforehand)
+            beforehand();
+        if (walk(visit))
+            logEnd(shown);
+    }
+    if (m_plan == nullptr)
         return;
-    if (beforehand)
-        beforehand();
-    if (walk(visit))
-        logEnd(shown);
+    for (TidyDecision& decision : m_noted.decisions)
+        decision.bytes = bytesIn(decision.path);
+    m_plan->append(m_noted);
 }
 
-bool TidyPass::begin() const
+bool TidyPass::begin()
 {
     if (isEnding())
         return false;
@@ -101,6 +123,7 @@ bool TidyPass::begin() const
         log(QStringLiteral("dir not exists"));
         return false;
     }
+    m_noted.exists = true;
     return true;
 }
 
@@ -116,42 +139,87 @@ bool TidyPass::walk(const std::function<void(const TidyEntry&)>& visit) const
             break;
         }
         visit(entry(path, name));
-        QThread::msleep(pause); // a large cache is tidied slowly rather than hogging the disk
+        if (m_plan == nullptr)
+            QThread::msleep(pause); // a large cache is tidied slowly rather than hogging the disk
     }
     return !isEnding();
 }
 
 TidyEntry TidyPass::entry(const QString& path, const QString& name) const
 {
-    if (m_kind == Files)
-        return {path, name, ageOf(QFileInfo(path).lastModified())};
+    QDateTime modified;
     const auto parts = CacheNames::VersionedName::split(name);
-    if (path.isEmpty() || !parts.isValid())
-        return {path, name, TidyAge::Unknown};
-    const QFileInfo inside(QStringLiteral("%1/%2").arg(path, parts.name));
-    return {path, name, ageOf(inside.lastModified())};
+    if (m_kind == Files)
+        modified = QFileInfo(path).lastModified();
+    else if (!path.isEmpty() && parts.isValid())
+        modified = QFileInfo(QStringLiteral("%1/%2").arg(path, parts.name)).lastModified();
+    return {path, name, ageOf(modified), modified};
 }
 
-void TidyPass::discard(const TidyEntry& entry, const QString& action, const QString& shown)
+void TidyPass::keep(const TidyEntry& entry, TidyDecision::Reason reason, int TidyCounts::*count)
+{
+    if (count != nullptr)
+        ++(m_counts.*count);
+    note(entry.path, TidyDecision::Keep, reason, entry.modified);
+}
+
+void TidyPass::discard(const TidyEntry& entry, TidyDecision::Reason reason, const QString& action,
+                       const QString& shown)
 {
     if (entry.age == TidyAge::Recent) {
-        ++m_counts.delayed;
+        keep(entry, TidyDecision::Recent, &TidyCounts::delayed);
         return;
     }
     ++m_counts.removed;
+    note(entry.path, TidyDecision::Remove, reason, entry.modified);
+    if (m_plan != nullptr)
+        return;
     const bool removed =
         m_kind == Files ? QFile::remove(entry.path) : removeFolder(entry.path, entry.name);
     if (removed || !isEnding()) // a removal that was cut short has not failed
         logRemoval(action, shown, removed);
 }
 
-void TidyPass::removeArchiveIfOld(const TidyEntry& entry) const
+void TidyPass::discardTemporary(const TidyEntry& entry)
+{
+    if (entry.age != TidyAge::Old) {
+        const bool isRecent = entry.age == TidyAge::Recent;
+        keep(entry, isRecent ? TidyDecision::Recent : TidyDecision::UnknownAge,
+             &TidyCounts::delayed);
+        return;
+    }
+    ++m_counts.removed;
+    note(entry.path, TidyDecision::Remove, TidyDecision::Temporary, entry.modified);
+    if (m_plan == nullptr && !QFile::remove(entry.path))
+        logRemoval(QStringLiteral("remove"), entry.name, false);
+}
+
+void TidyPass::removeArchiveIfOld(const TidyEntry& entry)
 {
     if (entry.age != TidyAge::Old || isLink(entry.path))
         return;
     const QString archive = QStringLiteral("%1/%2").arg(entry.path, entry.name);
-    if (QFile::exists(archive) && !QFile::remove(archive))
+    if (!QFile::exists(archive))
+        return;
+    if (QFileInfo(archive).isFile()) // what is none cannot be removed
+        note(archive, TidyDecision::Remove, TidyDecision::Unpacked, entry.modified);
+    if (m_plan == nullptr && !QFile::remove(archive))
         logRemoval(QStringLiteral("zip remove"), archive, false);
+}
+
+void TidyPass::note(const QString& path, TidyDecision::Action action, TidyDecision::Reason reason,
+                    const QDateTime& modified)
+{
+    if (m_plan == nullptr || !QFileInfo::exists(path))
+        return;
+    const TidyDecision decision {path, action, reason, modified};
+    const auto place = m_places.constFind(path);
+    if (place != m_places.constEnd()) { // a higher version was met after it
+        m_noted.decisions[*place] = decision;
+        return;
+    }
+    m_places.insert(path, static_cast<int>(m_noted.decisions.size()));
+    m_noted.decisions.append(decision);
 }
 
 void TidyPass::logEnd(std::initializer_list<Count> shown) const
@@ -178,7 +246,8 @@ void TidyPass::logEnd(std::initializer_list<Count> shown) const
 
 void TidyPass::log(const QString& text) const
 {
-    qCInfo(LogCategories::tidy).noquote() << QString(m_title + QLatin1Char(' ') + text);
+    if (m_plan == nullptr)
+        qCInfo(LogCategories::tidy).noquote() << QString(m_title + QLatin1Char(' ') + text);
 }
 
 void TidyPass::logRemoval(const QString& action, const QString& shown, bool result) const

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "tidy/TidyPlan.h"
+
+#include <QHash>
 #include <QString>
 
 #include <functional>
@@ -17,6 +20,7 @@ struct TidyEntry
     QString path;
     QString name;
     TidyAge age = TidyAge::Unknown;
+    QDateTime modified {}; // not valid where it is unknown
 };
 
 /** What became of the entries of one pass. */
@@ -30,7 +34,8 @@ struct TidyCounts
 
 /**
  * One pass over the entries of one folder, for the tidying thread: the walk with its pauses, the
- * removals, the counts, and the log lines, each of which begins with the title.
+ * removals, the counts, and the log lines, each of which begins with the title. A pass for a plan
+ * takes the same decisions and notes them there instead: no removal, no pause, no line.
  *
  * When the thread is asked to end, the pass stops where it is, inside the removal of a folder too,
  * and writes no further line; the next run of the program finds what is left.
@@ -41,12 +46,9 @@ public:
     enum Kind { Files, Folders };
     enum Count { Used, Removed, Delayed, Ignored };
 
-    TidyPass(const QString& title, const QString& folder, Kind kind);
+    TidyPass(const QString& title, const QString& folder, Kind kind, TidyPlan* plan = nullptr);
 
     const QString& folder() const { return m_folder; }
-
-    /** What has become of the entries so far. */
-    TidyCounts& counts() { return m_counts; }
 
     /**
      * Logs the start, does what is to be done before the walk, calls visit for each entry, and logs
@@ -61,25 +63,36 @@ public:
      */
     TidyEntry entry(const QString& path, const QString& name) const;
 
+    /** Leaves the entry and counts it, if there is a count for it. */
+    void keep(const TidyEntry& entry, TidyDecision::Reason reason, int TidyCounts::*count);
+
     /**
      * Removes the entry unless it is recent. It counts as removed whatever comes of the removal,
      * which is logged as action with shown and the result.
      */
-    void discard(const TidyEntry& entry, const QString& action, const QString& shown);
+    void discard(const TidyEntry& entry, TidyDecision::Reason reason, const QString& action,
+                 const QString& shown);
+
+    /** Removes a temporary file if it is old; only a failure is logged. */
+    void discardTemporary(const TidyEntry& entry);
 
     /** Removes the archive in an old folder, the file that bears its whole name; logs a failure. */
-    void removeArchiveIfOld(const TidyEntry& entry) const;
-
-    void logRemoval(const QString& action, const QString& shown, bool result) const;
+    void removeArchiveIfOld(const TidyEntry& entry);
 
 private:
-    bool begin() const;
+    bool begin();
     bool walk(const std::function<void(const TidyEntry&)>& visit) const;
     void logEnd(std::initializer_list<Count> shown) const;
+    void logRemoval(const QString& action, const QString& shown, bool result) const;
     void log(const QString& text) const;
+    void note(const QString& path, TidyDecision::Action action, TidyDecision::Reason reason,
+              const QDateTime& modified);
 
     QString m_title;
     QString m_folder;
     Kind m_kind;
     TidyCounts m_counts;
+    TidyPlan* m_plan;
+    TidyFolder m_noted;
+    QHash<QString, int> m_places; // by path, of what is noted
 };

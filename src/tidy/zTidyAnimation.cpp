@@ -3,6 +3,23 @@
 #include "datatable/CacheFolders.h"
 #include "tidy/TidyPass.h"
 
+namespace {
+
+void walk(const QString& folder, const QSet<QString>& names, TidyPlan* plan)
+{
+    TidyPass pass(QStringLiteral("tidy animation"), folder, TidyPass::Folders, plan);
+    pass.run({TidyPass::Used, TidyPass::Removed, TidyPass::Delayed}, [&](const TidyEntry& entry) {
+        if (!names.contains(entry.name)) {
+            pass.discard(entry, TidyDecision::NotInUse, QStringLiteral("remove"), entry.name);
+            return;
+        }
+        pass.keep(entry, TidyDecision::InUse, &TidyCounts::use);
+        pass.removeArchiveIfOld(entry);
+    });
+}
+
+} // namespace
+
 zTidyAnimation::zTidyAnimation()
     : m_folder(CacheFolders::animations())
 {
@@ -15,13 +32,10 @@ void zTidyAnimation::setUseNames(const QSet<QString>& names)
 
 void zTidyAnimation::tidy()
 {
-    TidyPass pass(QStringLiteral("tidy animation"), m_folder, TidyPass::Folders);
-    pass.run({TidyPass::Used, TidyPass::Removed, TidyPass::Delayed}, [&](const TidyEntry& entry) {
-        if (!m_useNames.contains(entry.name)) {
-            pass.discard(entry, QStringLiteral("remove"), entry.name);
-            return;
-        }
-        ++pass.counts().use;
-        pass.removeArchiveIfOld(entry);
-    });
+    walk(m_folder, m_useNames, nullptr);
+}
+
+void zTidyAnimation::plan(const QSet<QString>& names, TidyPlan& plan) const
+{
+    walk(m_folder, names, &plan);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
+#include "tidy/TidyPlan.h"
 
 #include <QObject>
 #include <QSet>
@@ -19,6 +20,9 @@ public:
 
     /** One pass, on the tidying thread. */
     void tidy();
+
+    /** Adds what a pass would do if these names were to be kept. */
+    void plan(const QSet<QString>& names, TidyPlan& plan) const;
 
 private:
     QString m_folder;

@@ -15,6 +15,41 @@ QString title()
     return QStringLiteral("tidy flash");
 }
 
+using Versions = QMap<QString, QString>; // by the flashes' names
+
+void tidyFolder(TidyPass& pass, const TidyEntry& entry, const Versions& prepare, Versions& seen)
+{
+    const auto flash = VersionedName::split(entry.name);
+    if (!flash.isValid()) {
+        pass.keep(entry, TidyDecision::NoVersion, &TidyCounts::ignored);
+        if (entry.name.endsWith(QLatin1Char('_')))
+            pass.removeArchiveIfOld(entry);
+        return;
+    }
+    const QString configured = prepare.value(flash.name);
+    if (configured.isEmpty()) {
+        if (FlashFolders::keepHighest(pass, entry, flash, seen))
+            pass.removeArchiveIfOld(entry);
+        return;
+    }
+    if (flash.version != configured) {
+        pass.discard(entry, TidyDecision::OtherVersion, QStringLiteral("prepare remove"),
+                     entry.path);
+        return;
+    }
+    pass.keep(entry, TidyDecision::InUse, &TidyCounts::use);
+    pass.removeArchiveIfOld(entry);
+}
+
+void walk(const QString& folder, const Versions& prepare, Versions& seen, TidyPlan* plan)
+{
+    TidyPass pass(title(), folder, TidyPass::Folders, plan);
+    pass.run(
+        {TidyPass::Used, TidyPass::Removed, TidyPass::Delayed, TidyPass::Ignored},
+        [&](const TidyEntry& entry) { tidyFolder(pass, entry, prepare, seen); },
+        [&] { FlashFolders::sweepTemporary(title(), folder, plan); });
+}
+
 } // namespace
 
 zTidyFlash::zTidyFlash()
@@ -36,32 +71,17 @@ void zTidyFlash::setUseNames(const QStringList& names)
 
 void zTidyFlash::tidy()
 {
-    TidyPass pass(title(), m_folder, TidyPass::Folders);
-    pass.run(
-        {TidyPass::Used, TidyPass::Removed, TidyPass::Delayed, TidyPass::Ignored},
-        [&](const TidyEntry& entry) { tidyFolder(pass, entry); },
-        [&] { FlashFolders::sweepTemporary(title(), m_folder); });
+    walk(m_folder, m_prepare, m_seen, nullptr);
 }
 
-void zTidyFlash::tidyFolder(TidyPass& pass, const TidyEntry& entry)
+void zTidyFlash::plan(const QStringList& names, TidyPlan& plan) const
 {
-    const auto flash = VersionedName::split(entry.name);
-    if (!flash.isValid()) {
-        ++pass.counts().ignored;
-        if (entry.name.endsWith(QLatin1Char('_')))
-            pass.removeArchiveIfOld(entry);
-        return;
+    Versions prepare = m_prepare;
+    for (const QString& name : names) {
+        const auto flash = VersionedName::split(name);
+        if (flash.isValid())
+            prepare.insert(flash.name, flash.version);
     }
-    const QString configured = m_prepare.value(flash.name);
-    if (configured.isEmpty()) {
-        if (FlashFolders::keepHighest(pass, entry, flash, m_seen))
-            pass.removeArchiveIfOld(entry);
-        return;
-    }
-    if (flash.version != configured) {
-        pass.discard(entry, QStringLiteral("prepare remove"), entry.path);
-        return;
-    }
-    ++pass.counts().use;
-    pass.removeArchiveIfOld(entry);
+    Versions seen = m_seen;
+    walk(m_folder, prepare, seen, &plan);
 }

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "ZGlobalExport.h"
+#include "tidy/TidyPlan.h"
 
 #include <QMap>
 #include <QObject>
 #include <QString>
 #include <QStringList>
-
-class TidyPass;
-struct TidyEntry;
 
 /**
  * Tidies "res/flash" and the files of its "tmp": of a configured flash the configured version
@@ -27,9 +25,10 @@ public:
     /** One pass, on the tidying thread. */
     void tidy();
 
-private:
-    void tidyFolder(TidyPass& pass, const TidyEntry& entry);
+    /** Adds what a pass would do if these versions were configured too. */
+    void plan(const QStringList& names, TidyPlan& plan) const;
 
+private:
     QString m_folder;
     QMap<QString, QString> m_prepare; // flash name to configured version
     QMap<QString, QString> m_seen;    // flash name to the highest version met

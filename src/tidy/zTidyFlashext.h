@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ZGlobalExport.h"
+#include "tidy/TidyPlan.h"
 
 #include <QMap>
 #include <QObject>
@@ -23,6 +24,9 @@ public:
 
     /** One pass, on the tidying thread. */
     void tidy();
+
+    /** Adds what a pass would do. */
+    void plan(TidyPlan& plan) const;
 
 private:
     QString m_folder;

@@ -43,14 +43,46 @@ void zTidyMgr::startThread()
         return;
     }
     qCInfo(LogCategories::tidy).noquote() << QStringLiteral("tidy thread start");
-    m_datatable.setUseNames(ZDataTableMgr::getInstance()->getAllTableName());
-    m_animation.setUseNames(ZGiftListMgr::getInstance()->getAllAnimationName());
-    m_flash.setUseNames(ZFlashConfigMgr::getInstance().getAllFlashName());
+    const Names names = namesInUse();
+    m_datatable.setUseNames(names.tables);
+    m_animation.setUseNames(names.animations);
+    m_flash.setUseNames(names.flashes);
+    m_isPlanning = false;
     start(QThread::InheritPriority);
+}
+
+bool zTidyMgr::startPlanning()
+{
+    if (isRunning())
+        return false;
+    m_planned = namesInUse();
+    m_isPlanning = true;
+    start(QThread::InheritPriority);
+    return true;
+}
+
+zTidyMgr::Names zTidyMgr::namesInUse()
+{
+    return {ZDataTableMgr::getInstance()->getAllTableName(),
+            ZGiftListMgr::getInstance()->getAllAnimationName(),
+            ZFlashConfigMgr::getInstance().getAllFlashName()};
+}
+
+void zTidyMgr::makePlan()
+{
+    m_plan.clear();
+    m_datatable.plan(m_planned.tables, m_plan);
+    m_animation.plan(m_planned.animations, m_plan);
+    m_flash.plan(m_planned.flashes, m_plan);
+    m_flashext.plan(m_plan);
 }
 
 void zTidyMgr::run()
 {
+    if (m_isPlanning) {
+        makePlan();
+        return;
+    }
     qCInfo(LogCategories::tidy).noquote() << QStringLiteral("tidy thread run start");
     m_datatable.tidy();
     m_animation.tidy();

@@ -33,6 +33,17 @@ public:
      */
     void startThread();
 
+    /**
+     * Starts to find out what a run would do now, and why; nothing is removed or logged. QThread::
+     * finished() comes when plan() has it. False, and nothing started, while the thread is busy;
+     * no run starts either while it is busy with this, which takes no longer than looking at each
+     * file once. GUI thread only.
+     */
+    bool startPlanning();
+
+    /** What the last planning found. GUI thread only, and not while the thread is busy. */
+    const TidyPlan& plan() const { return m_plan; }
+
 protected:
     void run() override;
 
@@ -41,9 +52,21 @@ private:
     ~zTidyMgr() override;
 
     static void endRun();
+    void makePlan();
+
+    struct Names
+    {
+        QStringList tables;
+        QSet<QString> animations;
+        QStringList flashes;
+    };
+    static Names namesInUse();
 
     zTidyDatatable m_datatable;
     zTidyAnimation m_animation;
     zTidyFlash m_flash;
     zTidyFlashext m_flashext;
+    bool m_isPlanning = false;
+    Names m_planned; // what is in use as the plan has it
+    TidyPlan m_plan;
 };
