@@ -247,6 +247,11 @@ private Q_SLOTS:
         QVERIFY(stale.open(QIODevice::WriteOnly));
         QVERIFY(stale.setFileTime(QDateTime::currentDateTime().addDays(-8),
                                   QFileDevice::FileModificationTime));
+        const Result dry = run({u"tidy"_s, u"--dry-run"_s, u"--json"_s, u"--data"_s, u"client"_s});
+        const QJsonObject first = dry.json()[0][u"entries"_s][0].toObject();
+        QCOMPARE(first[u"path"_s].toString(), u"res/dataTable/stale"_s);
+        QCOMPARE(first[u"reason"_s].toString(), u"not-in-use"_s);
+        QVERIFY(stale.exists() && dry.errors.startsWith(u"1 of "_s));
         const Result result = run({u"tidy"_s, u"--data"_s, u"client"_s});
         QVERIFY(result.output.contains(u"tidy datatable remove=stale,result=1\n"_s));
         QVERIFY(result.output.endsWith(u"tidy thread run end\n"_s));
@@ -335,7 +340,12 @@ private Q_SLOTS:
         const int all = TableCatalogue::types().size();
         QCOMPARE(outcomes({u"--server"_s, server.address() + u"//"_s}, 0).value(u"new"_s).size(),
                  all);
-        QCOMPARE(outcomes({}, 0).value(u"current"_s).size(), all);
+        const QJsonArray second = run(json).json().array();
+        for (const QJsonValue& table : second)
+            QCOMPARE(table[u"outcome"_s].toString(), u"current"_s);
+        // What did load and is damaged since is fetched anew.
+        ZTestFolder::write(u"updated/"_s + second.last()[u"file"_s].toString(), "{");
+        const QString damaged = second.last()[u"table"_s].toString();
 
         QByteArray versions = ZTestFolder::read(u"www/app/versions.json"_s);
         versions.replace("\"Doutu\": 11", "\"Doutu\": 12")
@@ -343,9 +353,25 @@ private Q_SLOTS:
         ZTestFolder::write(u"www/app/versions.json"_s, versions);
         QFile::remove(u"www/app/resources/PCSkin"_s);
         const auto raised = outcomes({}, 1);
-        QCOMPARE(raised.value(u"new"_s), QStringList {u"Doutu"_s});
+        QCOMPARE(raised.value(u"new"_s), (QStringList {u"Doutu"_s, damaged}));
         QCOMPARE(raised.value(u"failed"_s), QStringList {u"PCSkin"_s});
-        QCOMPARE(raised.value(u"current"_s).size(), all - 2);
+        QCOMPARE(raised.value(u"current"_s).size(), all - 3);
+
+        // What came in and will not load is told too, and not forgotten while it is published.
+        versions.replace("\"Message\": 18", "\"Message\": 19")
+            .replace("PCSkin\": 18", "PCSkin\": 17");
+        ZTestFolder::write(u"www/app/versions.json"_s, versions);
+        QByteArray message = ZTestFolder::read(u"www/app/resources/Message"_s);
+        ZTestFolder::write(u"www/app/resources/Message"_s,
+                           message.replace("\"tabType\"", "\"tab\""));
+        QCOMPARE(outcomes({}, 1).value(u"refused"_s), QStringList {u"Message"_s});
+        for (const QString& command : {u"update"_s, u"status"_s}) {
+            const Result told = run({command, u"--quiet"_s, u"--data"_s, u"updated"_s});
+            QCOMPARE(told.status, 1);
+            QVERIFY2(told.errors.startsWith(u"Message: version 19 was refused: "_s)
+                         && told.errors.contains(u"no column \"tabType\"; version 18 serves"_s),
+                     qPrintable(told.errors));
+        }
     }
 
     void serve_data()

@@ -30,8 +30,9 @@ struct ZTableChange
         Failed,  ///< the current version has no file; ZUpdateResult::failures tells why
     };
 
-    TableStatus before;
+    TableStatus before; ///< with the version of then
     TableStatus after;
+    bool wasThere = false; ///< whether the file of the version of now was on the disk already
 
     ZGLOBALCLIENT_EXPORT Outcome outcome() const;
 };

@@ -15,6 +15,7 @@
 #include "tidy/zTidyMgr.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QPointer>
 #include <QUrl>
@@ -96,7 +97,8 @@ ZUpdateResult resultOf(const QVector<TableStatus>& before)
     ZUpdateResult result;
     const QVector<TableStatus> after = catalogued();
     for (int i = 0; i < after.size(); ++i) {
-        const ZTableChange change {before.at(i), after.at(i)};
+        const bool isSame = after.at(i).path == before.at(i).path;
+        const ZTableChange change {before.at(i), after.at(i), isSame && before.at(i).size > 0};
         result.tables.append(change);
         if (change.outcome() == ZTableChange::Failed)
             result.failures.append({change.after.table, causeOf(change.after)});
@@ -110,7 +112,7 @@ ZTableChange::Outcome ZTableChange::outcome() const
 {
     if (after.size == 0)
         return Failed;
-    return after.path == before.path && before.size > 0 ? Current : New;
+    return wasThere ? Current : New;
 }
 
 ZGlobalClient::ZGlobalClient(QObject* parent)
@@ -158,6 +160,7 @@ bool ZGlobalClient::openToLook(const QString& folder, const QJsonObject& configu
 
 bool ZGlobalClient::enter(const QString& folder, const QJsonObject& configuration, QString* error)
 {
+    tables()->setRemovesRefused(m_remembers);
     QString cause;
     if (!QFileInfo::exists(folder))
         cause = m_remembers ? QStringLiteral("the folder %1 cannot be made").arg(folder)
@@ -206,8 +209,14 @@ bool ZGlobalClient::returnToGood(const QVector<TableStatus>& before)
         const auto type = static_cast<EDataTable::EDataTableType>(status.kind);
         const TableStatus now = tables()->getTableStatus(type);
         const int good = m_good->good(type);
-        if (now.state != TableStatus::Failed || good < 0 || good == status.version)
+        if (now.state != TableStatus::Failed || good < 0)
             continue;
+        if (good == status.version) {
+            // It did load, so it is damaged; without it the next update fetches it anew.
+            if (m_remembers)
+                QFile::remove(status.path);
+            continue;
+        }
         tables()->setTableVersion(type, good, m_remembers);
         if (tables()->getTableStatus(type).size == 0) {
             tables()->setTableVersion(type, status.version, m_remembers);
@@ -332,12 +341,18 @@ Promise<ZUpdateResult> ZGlobalClient::update()
 {
     const QPointer<ZGlobalClient> self(this);
     const auto gone = [] { return zErrorInfo(QStringLiteral("the client is gone"), 0); };
-    return learnVersions().then([self, gone] {
+    return learnVersions().then([self, gone, before = catalogued()] {
         if (self == nullptr)
             throw gone();
-        return self->updateTables().tap([self](const ZUpdateResult&) {
-            return self != nullptr ? self->versionsSaved() : Promise<void>::resolve();
-        });
+        return self->updateTables()
+            .tap([self](const ZUpdateResult&) {
+                return self != nullptr ? self->versionsSaved() : Promise<void>::resolve();
+            })
+            .then([before](ZUpdateResult result) { // updateTables() knows the new versions only
+                for (int i = 0; i < result.tables.size(); ++i)
+                    result.tables[i].before = before.at(i);
+                return result;
+            });
     });
 }
 
@@ -379,6 +394,16 @@ Promise<void> ZGlobalClient::tidy()
     const auto ended = QtPromise::connect(&tidying, &QThread::finished);
     tidying.startThread();
     return ended;
+}
+
+Promise<TidyPlan> ZGlobalClient::planTidying()
+{
+    zTidyMgr& tidying = zTidyMgr::getInstance();
+    const auto ended = QtPromise::connect(&tidying, &QThread::finished);
+    if (!tidying.startPlanning())
+        return Promise<TidyPlan>::reject(
+            zErrorInfo(QStringLiteral("the cache is being tidied"), 0));
+    return ended.then([&tidying] { return tidying.plan(); });
 }
 
 Promise<void> ZGlobalClient::quiet()

@@ -2,6 +2,7 @@
 
 #include "ZGlobalClientExport.h"
 #include "client/ClientResults.h"
+#include "tidy/TidyPlan.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -51,7 +52,8 @@ public:
 
     /**
      * The same for who only looks: the folder has to be there, and nothing of this object is
-     * remembered in it, neither the values nor what load() finds out. What is downloaded is stored.
+     * remembered in it, neither the values nor what load() finds out. A table that does not load
+     * stays where it is. What is downloaded is stored.
      */
     bool openToLook(const QString& folder, const QJsonObject& configuration,
                     QString* error = nullptr);
@@ -118,6 +120,12 @@ public:
 
     /** Tidies the cache; fulfilled at the end of the run. The log tells what was removed. */
     QtPromise::QPromise<void> tidy();
+
+    /**
+     * What tidy() would do at this moment, and why; nothing is removed. Rejected while a run or
+     * another plan is under way.
+     */
+    QtPromise::QPromise<TidyPlan> planTidying();
 
     /** Fulfilled when no request is under way and none has followed the last. */
     QtPromise::QPromise<void> quiet();

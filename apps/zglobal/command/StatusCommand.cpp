@@ -12,6 +12,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace {
 
 QString stateOf(const TableStatus& status)
@@ -82,6 +84,20 @@ void printText(const QVector<TableStatus>& tables)
     table.print();
 }
 
+/** Also tables that no load was tried of, or that nobody loads. */
+QVector<ZClientFailure> allFailures(const ZGlobalClient& client)
+{
+    QVector<ZClientFailure> failures = client.failures();
+    for (const TableStatus& status : catalogue()) {
+        const bool isTold =
+            std::any_of(failures.begin(), failures.end(),
+                        [&status](const ZClientFailure& one) { return one.what == status.table; });
+        if (status.size == 0 && !isTold)
+            failures.append({status.table, u"version %1 has not come in"_s.arg(status.version)});
+    }
+    return failures;
+}
+
 int run(const QCommandLineParser& line)
 {
     Session session(line);
@@ -92,7 +108,7 @@ int run(const QCommandLineParser& line)
         Terminal::tell(Session::whereabouts());
         printText(catalogue());
     }
-    const QVector<ZClientFailure> failures = session->failures();
+    const QVector<ZClientFailure> failures = allFailures(session.client());
     Session::complain(failures);
     if (!failures.isEmpty())
         throw Failure {u"%1 not as published: %2"_s.arg(

@@ -9,62 +9,63 @@
 #include "console/Wait.h"
 #include "datatable/ZDataTableMgr.h"
 
+#include <QMap>
 #include <QSet>
-
-#include <algorithm>
 
 namespace {
 
-QString wordFor(ZTableChange::Outcome outcome)
+/** What came of an update, for the eyes. */
+struct Account
 {
-    switch (outcome) {
-    case ZTableChange::Current:
-        return u"current"_s;
-    case ZTableChange::New:
-        return u"new"_s;
-    case ZTableChange::Failed:
-        break;
+    QVector<ZTableChange> changes;
+    QVector<ZClientFailure> failures;
+    QSet<QString> refused; ///< tables that came in and would not load
+
+    QString wordFor(const ZTableChange& change) const
+    {
+        if (change.outcome() != ZTableChange::Failed && refused.contains(change.after.table))
+            return u"refused"_s;
+        switch (change.outcome()) {
+        case ZTableChange::Current:
+            return u"current"_s;
+        case ZTableChange::New:
+            return u"new"_s;
+        case ZTableChange::Failed:
+            break;
+        }
+        return u"failed"_s;
     }
-    return u"failed"_s;
-}
+};
 
-using Changes = QVector<ZTableChange>;
-
-int countOf(const Changes& changes, ZTableChange::Outcome outcome)
-{
-    return static_cast<int>(
-        std::count_if(changes.begin(), changes.end(), [outcome](const ZTableChange& change) {
-            return change.outcome() == outcome;
-        }));
-}
-
-void printText(const Changes& changes)
+void printText(const Account& account)
 {
     TextTable table({u"table"_s, u">was"_s, u">is"_s, u">size"_s, u"file"_s});
-    for (const ZTableChange& change : changes) {
-        if (change.outcome() != ZTableChange::Current)
+    QMap<QString, int> counts;
+    for (const ZTableChange& change : account.changes) {
+        const QString word = account.wordFor(change);
+        ++counts[word];
+        if (word != u"current"_s)
             table.add({change.after.table, QString::number(change.before.version),
                        QString::number(change.after.version), Readable::size(change.after.size),
-                       wordFor(change.outcome())});
+                       word});
     }
     if (!table.isEmpty())
         table.print();
     Terminal::print(u"%1 new, %2 current, %3 failed"_s.arg(
-        QString::number(countOf(changes, ZTableChange::New)),
-        QString::number(countOf(changes, ZTableChange::Current)),
-        QString::number(countOf(changes, ZTableChange::Failed))));
+        QString::number(counts.value(u"new"_s)), QString::number(counts.value(u"current"_s)),
+        QString::number(counts.value(u"failed"_s) + counts.value(u"refused"_s))));
 }
 
-void printJson(const Changes& changes)
+void printJson(const Account& account)
 {
     QJsonArray all;
-    for (const ZTableChange& change : changes)
+    for (const ZTableChange& change : account.changes)
         all.append(QJsonObject {{u"table"_s, change.after.table},
                                 {u"oldVersion"_s, change.before.version},
                                 {u"version"_s, change.after.version},
                                 {u"file"_s, change.after.path},
                                 {u"bytes"_s, change.after.size},
-                                {u"outcome"_s, wordFor(change.outcome())}});
+                                {u"outcome"_s, account.wordFor(change)}});
     Json::print(all);
 }
 
@@ -79,24 +80,26 @@ ZClientFailure withAddress(const ZClientFailure& failure)
 }
 
 /** What did not come in, and what came in and will not do. */
-QVector<ZClientFailure> failuresOf(ZGlobalClient& client, const ZUpdateResult& update)
+Account accountOf(ZGlobalClient& client, const ZUpdateResult& update)
 {
-    QVector<ZClientFailure> all = update.failures;
+    Account account {update.tables, update.failures, {}};
     QSet<QString> told;
-    for (const ZClientFailure& failure : qAsConst(all))
+    for (const ZClientFailure& failure : update.failures)
         told.insert(failure.what);
     client.load();
     for (const ZClientFailure& failure : client.failures()) {
-        if (!told.contains(failure.what))
-            all.append(withAddress(failure));
+        if (told.contains(failure.what))
+            continue;
+        account.failures.append(withAddress(failure));
+        account.refused.insert(failure.what);
     }
-    return all;
+    return account;
 }
 
 int run(const QCommandLineParser& line)
 {
     Session session(line, Session::Updates);
-    ZDataTableMgr::getInstance()->loadLocalVersion();
+    session->load(); // what is damaged on the disk goes, and is fetched anew
     Outcome<ZUpdateResult> update;
     {
         const auto bar = session.progress();
@@ -104,18 +107,18 @@ int run(const QCommandLineParser& line)
     }
     if (!update.ok)
         throw Failure {update.error};
+    const Account account = accountOf(session.client(), update.value);
     if (CommandLine::wantsJson(line))
-        printJson(update.value.tables);
+        printJson(account);
     else if (!Terminal::isQuiet())
-        printText(update.value.tables);
-    const QVector<ZClientFailure> failures = failuresOf(session.client(), update.value);
+        printText(account);
     const Outcome<void> saved = settled(session->versionsSaved());
-    Session::complain(failures);
+    Session::complain(account.failures);
     if (!saved.ok)
         throw Failure {saved.error};
-    if (!failures.isEmpty())
+    if (!account.failures.isEmpty())
         throw Failure {
-            u"%1 not as published"_s.arg(Readable::counted(failures.size(), u"table"_s))};
+            u"%1 not as published"_s.arg(Readable::counted(account.failures.size(), u"table"_s))};
     return 0;
 }
 

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <cerrno>
 #include <cstdio>
 
 #ifdef Q_OS_WIN
@@ -51,6 +53,7 @@ int columnsOf(uint character)
 }
 
 Terminal::Manner wanted;
+std::atomic<bool> printFailed {false};
 
 bool isTerminal(FILE* stream)
 {
@@ -90,8 +93,11 @@ void write(FILE* stream, const QString& text)
     Q_UNUSED(utf8)
 #endif
     const QByteArray bytes = text.toUtf8();
-    fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
-    fflush(stream);
+    const auto size = static_cast<size_t>(bytes.size());
+    const bool written = fwrite(bytes.constData(), 1, size, stream) == size && fflush(stream) == 0;
+    // Who has seen enough closes the pipe.
+    if (!written && stream == stdout && errno != EPIPE)
+        printFailed = true;
 }
 
 } // namespace
@@ -113,7 +119,7 @@ void Terminal::print(const QString& line)
 
 bool Terminal::isPrinted()
 {
-    return ferror(stdout) == 0;
+    return !printFailed;
 }
 
 void Terminal::tell(const QString& line)
