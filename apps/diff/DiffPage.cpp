@@ -274,18 +274,18 @@ QString DiffPage::section(const TableChange& change) const
 
 QString DiffPage::record(const RecordChange& record) const
 {
-    QString row;
+    QStringList notes;
     if (record.rowBefore > 0 && record.rowAfter > 0 && record.rowBefore != record.rowAfter)
-        row = QStringLiteral("row %1, was %2")
-                  .arg(QString::number(record.rowAfter), QString::number(record.rowBefore));
-    else
-        row = QStringLiteral("row %1").arg(std::max(record.rowBefore, record.rowAfter));
+        notes.append(QStringLiteral("row %1, was %2")
+                         .arg(QString::number(record.rowAfter), QString::number(record.rowBefore)));
+    else if (!record.key.isEmpty() || !record.name.isEmpty())
+        notes.append(QStringLiteral("row %1").arg(std::max(record.rowBefore, record.rowAfter)));
     if (!record.leftOutFor.isEmpty())
-        row += QStringLiteral("; clients leave it out for ") + record.leftOutFor;
+        notes.append(QStringLiteral("clients leave it out for ") + record.leftOutFor);
     const QString word = DiffJson::word(record.kind);
     const QString title = element("span", word, QStringLiteral("kind")) + QLatin1Char(' ')
         + element("bdi", escaped(record.label())) + QLatin1Char(' ')
-        + element("small", escaped(row));
+        + element("small", escaped(notes.join(QStringLiteral("; "))));
     return element("article", element("h3", title) + pictures(record) + fieldsOf(record), word)
         + QLatin1Char('\n');
 }

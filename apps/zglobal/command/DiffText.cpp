@@ -50,11 +50,23 @@ QString styled(const QString& line, const Pieces& pieces, int& piece, int& place
     return result;
 }
 
-void add(QStringList& lines, int indent, const Pieces& pieces)
+/** Ids and names may hold what a terminal takes for an order, or for the end of a line. */
+QString legible(QString text)
+{
+    for (QChar& character : text) {
+        if (character < QLatin1Char(' '))
+            character = QChar(0x2400 + character.unicode());
+    }
+    return text;
+}
+
+void add(QStringList& lines, int indent, Pieces pieces)
 {
     QString text;
-    for (const Piece& piece : pieces)
+    for (Piece& piece : pieces) {
+        piece.text = legible(piece.text);
         text += piece.text;
+    }
     const int width = Terminal::width() > 0 ? std::max(step, Terminal::width() - indent - step) : 0;
     int piece = 0;
     int place = 0;
