@@ -101,7 +101,7 @@ constexpr std::array<stGiftRule, 4> rules {{
      [](const ZGiftInfo& gift, qint64 time) { return gift.startTime <= time; }},
     {stGiftRule::Always, "its sale is not over", "endTime",
      [](const ZGiftInfo& gift, qint64 time) { return time <= gift.endTime; }},
-    {stGiftRule::CheckVisible, "it is visible, or one of three that always are", "isVisible",
+    {stGiftRule::CheckVisible, "it counts as visible", "isVisible",
      [](const ZGiftInfo& gift, qint64) { return countsAsVisible(gift); }},
     {stGiftRule::CheckDisplayLocation, "it is shown in the gift panel", "giftDisplayLocation",
      [](const ZGiftInfo& gift, qint64) { return (gift.giftDisplayLocation & ~panelOnly) == 0; }},
