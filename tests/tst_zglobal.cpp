@@ -208,6 +208,36 @@ private Q_SLOTS:
         QCOMPARE(run(QStringList {u"show"_s, u"26"_s, u"14"_s} + json).json().array().size(), 1);
     }
 
+    /** What a client would remove stays there for who only looks. */
+    void refused()
+    {
+        const QJsonArray tables = run({u"status"_s, u"--json"_s, u"--data"_s, u"client"_s})
+                                      .json()
+                                      .object()
+                                      .value(u"tables"_s)
+                                      .toArray();
+        const auto gifts = std::find_if(tables.begin(), tables.end(), [](const QJsonValue& table) {
+            return table[u"table"_s] == u"CS_GiftList"_s;
+        });
+        const QString file = u"client/"_s + (*gifts)[u"file"_s].toString();
+        const QByteArray whole = ZTestFolder::read(file);
+        const QByteArray refused = QByteArray(whole).replace("\"descs\"", "\"desc\"");
+        ZTestFolder::write(file, refused);
+        const Result why = run({u"why"_s, u"gift"_s, u"g1014"_s, u"--data"_s, u"client"_s});
+        const Result raw =
+            run({u"show"_s, u"24"_s, u"G1014"_s, u"--raw"_s, u"--data"_s, u"client"_s});
+        const Result records = run({u"show"_s, u"24"_s, u"--data"_s, u"client"_s});
+        const QByteArray left = ZTestFolder::read(file);
+        ZTestFolder::write(file, whole);
+        QCOMPARE(left, refused);
+        QVERIFY2(why.output.contains(u">  no  CS_GiftList is loaded  "_s), qPrintable(why.output));
+        QVERIFY2(raw.output.contains(u"refused with the table: no column \"descs\""_s),
+                 qPrintable(raw.output));
+        QCOMPARE(records.output, QString());
+        QVERIFY2(records.errors.contains(u"CS_GiftList is not loaded: "_s),
+                 qPrintable(records.errors));
+    }
+
     void mask()
     {
         const QStringList client {u"mask"_s, u"--data"_s, u"client"_s};

@@ -15,6 +15,8 @@ QString valueFor(const stGiftRule& rule, const ZGiftInfo& gift)
         return is + Moments::text(gift.startTime);
     if (column == QLatin1String("endTime"))
         return is + Moments::text(gift.endTime);
+    if (column == QLatin1String("isVisible") && !gift.isVisible && rule.holds(gift, 0))
+        return is + QStringLiteral("false, but it is one of those that count all the same");
     if (column == QLatin1String("isVisible"))
         return is + (gift.isVisible ? QStringLiteral("true") : QStringLiteral("false"));
     return is + QStringLiteral("%1; the panel has 0 and 2").arg(gift.giftDisplayLocation);

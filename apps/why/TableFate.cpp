@@ -118,7 +118,7 @@ Why::Explanation explain(const TableStatus& status, const Why::Failures& failure
                  .arg(status.manager, status.loader,
                       status.loadedAtStart ? QString() : QStringLiteral(", on demand"))});
     for (const ZClientFailure& failure : failures) {
-        if (failure.what == status.table)
+        if (failure.what == status.table && failure.why != status.error)
             explanation.remarks.append({QStringLiteral("failure"), failure.why});
     }
     if (status.lastFailure.step != TableFailure::None)

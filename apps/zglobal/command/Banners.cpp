@@ -3,6 +3,7 @@
 #include "console/Literals.h"
 #include "presentation/ZBannerMgr.h"
 #include "presentation/ZOtherBannerMgr.h"
+#include "why/Subjects.h"
 
 #include <QFile>
 #include <QJsonObject>
@@ -15,6 +16,14 @@ QString pictureOf(const ZBannerInfo& banner)
 {
     const QString path = ZBannerMgr::getInstance()->getBannerImagePathById(banner.id);
     return QFile::exists(path) ? path : QString();
+}
+
+/** One that the banner does not have is no picture that has not come in. */
+QString pictureState(const ZBannerInfo& banner)
+{
+    if (!ZBannerMgr::hasPicture(banner) || banner.bannerContent.isEmpty())
+        return u"none"_s;
+    return pictureOf(banner).isEmpty() ? u"missing"_s : u"there"_s;
 }
 
 bool isListed(const QString& page)
@@ -32,6 +41,11 @@ bool isListed(const QString& page)
 
 } // namespace
 
+QString Banners::loadFault(bool isNew)
+{
+    return Why::loadFault(Why::statusOf(isNew ? u"CS_BannerConfigNew"_s : u"CS_BannerConfig"_s));
+}
+
 TextTable Banners::asTable(bool isNew)
 {
     TextTable table(
@@ -41,8 +55,7 @@ TextTable Banners::asTable(bool isNew)
         const bool embedded = ZBannerMgr::getInstance()->bannerIsByCef(banner.landingPage);
         // Only one of the lists is in the order of weights.
         const QString weight = isNew ? QString() : QString::number(banner.weight);
-        table.add({QString::number(banner.id), weight, banner.name,
-                   pictureOf(banner).isEmpty() ? u"-"_s : u"there"_s,
+        table.add({QString::number(banner.id), weight, banner.name, pictureState(banner),
                    embedded ? u"embedded"_s : u"outside"_s, banner.landingPage.trimmed()});
     }
     return table;
@@ -59,6 +72,7 @@ QJsonArray Banners::asJson(bool isNew)
                                   {u"name"_s, banner.name},
                                   {u"imageUrl"_s, banners->getBannerImageUrlById(banner.id)},
                                   {u"picture"_s, pictureOf(banner)},
+                                  {u"pictureState"_s, pictureState(banner)},
                                   {u"landingPage"_s, banner.landingPage},
                                   {u"embedded"_s, banners->bannerIsByCef(banner.landingPage)}});
     return array;

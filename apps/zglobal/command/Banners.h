@@ -8,6 +8,9 @@
 /** The banners of the client and the pages that they open. */
 namespace Banners {
 
+/** Why there is none of the two lists; empty when its table is loaded. */
+QString loadFault(bool isNew);
+
 /** One of the two lists in its order. */
 TextTable asTable(bool isNew);
 QJsonArray asJson(bool isNew);

@@ -9,6 +9,14 @@
 
 namespace {
 
+void printList(const QString& heading, bool isNew)
+{
+    const QString fault = Banners::loadFault(isNew);
+    Terminal::print(heading + (fault.isEmpty() ? QString() : u" not loaded"_s));
+    if (fault.isEmpty())
+        Banners::asTable(isNew).print();
+}
+
 int runBanners(const QCommandLineParser& line)
 {
     Session session(line);
@@ -21,11 +29,11 @@ int runBanners(const QCommandLineParser& line)
         Json::print(QJsonObject {{u"banners"_s, Banners::asJson(false)},
                                  {u"newBanners"_s, Banners::asJson(true)}});
     } else {
-        Terminal::print(u"by weight:"_s);
-        Banners::asTable(false).print();
-        Terminal::print(u"that fold and unfold, in table order:"_s);
-        Banners::asTable(true).print();
+        printList(u"by weight:"_s, false);
+        printList(u"that fold and unfold, in table order:"_s, true);
     }
+    for (const char* table : {"CS_BannerConfig", "CS_BannerConfigNew"})
+        Session::require(QString::fromLatin1(table));
     if (!pictures.ok)
         throw Failure {pictures.error};
     return 0;

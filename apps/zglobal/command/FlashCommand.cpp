@@ -14,6 +14,7 @@ int run(const QCommandLineParser& line)
 {
     Session session(line);
     session.load();
+    Session::require(u"FlashConfig"_s);
     auto bar = session.progress();
     const auto fetched = settled(session->fetchFlashes());
     bar.reset();

@@ -7,6 +7,7 @@
 #include "console/Terminal.h"
 #include "console/TextTable.h"
 #include "gift/ZGiftListMgr.h"
+#include "why/Subjects.h"
 
 #include <QDateTime>
 
@@ -82,15 +83,33 @@ QString textOf(const QJsonValue& value)
     return value.isBool() ? Readable::yesNo(value.toBool()) : value.toVariant().toString();
 }
 
+/** Of the gift that is meant; a Failure where there is none or more than one. */
+QString idOf(const QString& idOrName)
+{
+    QVector<Why::Subject> all;
+    const QVector<ZGiftInfo>& gifts = ZGiftListMgr::getInstance()->getGiftList();
+    for (const ZGiftInfo& gift : gifts)
+        all.append({{}, {}, gift.giftId, gift.giftName});
+    const QVector<Why::Subject> found = Why::answering(all, idOrName);
+    if (found.isEmpty())
+        throw Failure {
+            u"there is no gift \"%1\"; \"zglobal why gift %1\" looks for its row"_s.arg(idOrName)};
+    if (found.size() == 1)
+        return found.constFirst().id;
+    TextTable table;
+    for (const Why::Subject& gift : found)
+        table.add({gift.id, gift.name});
+    table.print();
+    throw Failure {
+        u"%1 may be meant; ask for one of them"_s.arg(Readable::counted(found.size(), u"gift"_s))};
+}
+
 int run(const QCommandLineParser& line)
 {
-    const QString id = line.positionalArguments().constFirst();
     Session session(line);
     session.load();
+    const QString id = idOf(line.positionalArguments().constFirst());
     ZGiftListMgr* gifts = ZGiftListMgr::getInstance();
-    if (gifts->isGiftInvalid(id))
-        throw Failure {u"there is no gift \"%1\""_s.arg(id)};
-
     const qint64 now = QDateTime::currentSecsSinceEpoch();
     const QVector<Fact> facts =
         recordFacts(gifts->getGiftInfoById(id)) + answers(id, now) + resources(id);
@@ -119,7 +138,8 @@ Command giftCommand()
     command.arguments = u"ID"_s;
     command.fewest = command.most = 1;
     command.summary = u"Show everything about a gift."_s;
-    command.details = u"Price, period, whether it may be sent now, addresses and local paths; "
+    command.details = u"ID may be a name, or a part of one that no other has. Price, period, "
+                      u"whether it may be sent now, addresses and local paths; "
                       "what is empty is left\nout, but not with --json. Times are local. Works "
                       "without the content server."_s;
     command.examples = QStringList {u"zglobal gift G1014"_s};

@@ -3,6 +3,8 @@
 #include "console/Failure.h"
 #include "console/Json.h"
 #include "console/Literals.h"
+#include "console/Readable.h"
+#include "console/Terminal.h"
 #include "console/TextTable.h"
 #include "content/Table.h"
 #include "why/RawTable.h"
@@ -87,8 +89,17 @@ void printWhole(const RawRow& row, const Why::RawTable& raw)
 
 void printLines(const QVector<RawRow>& rows, const Why::RawTable& raw)
 {
-    const QStringList columns = columnsOf(raw.table());
-    TextTable table(QStringList {u">row"_s, u"became"_s} + columns);
+    // What people know a row by comes first, since a terminal may not have room for all.
+    QStringList columns = columnsOf(raw.table());
+    for (const QString& column :
+         {Why::RawTable::nameColumn(raw.table().schema()), raw.table().schema().key}) {
+        if (columns.removeOne(column))
+            columns.prepend(column);
+    }
+    QVector<TextTable::Column> headings {{u"row"_s, true}, {u"became"_s}};
+    for (const QString& column : columns)
+        headings.append({column, false, headings.size() > 3});
+    TextTable table(headings);
     for (const RawRow& row : rows) {
         QStringList cells {QString::number(row.row.number), row.words.section(u": "_s, 0, 0)};
         for (const QString& column : columns)
@@ -96,6 +107,10 @@ void printLines(const QVector<RawRow>& rows, const Why::RawTable& raw)
         table.add(cells);
     }
     table.print();
+    const int left = table.leftOut(Terminal::width());
+    if (left > 0)
+        Terminal::tell(u"%1 more: name a row, or print --plain or --json"_s.arg(
+            Readable::counted(left, u"column"_s)));
 }
 
 } // namespace

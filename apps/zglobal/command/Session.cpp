@@ -7,6 +7,7 @@
 #include "console/Terminal.h"
 #include "datatable/ZDataTableMgr.h"
 #include "host/ZGlobalConfig.h"
+#include "why/Subjects.h"
 
 #include <QDir>
 #include <QUrl>
@@ -84,6 +85,13 @@ void Session::load()
         throw Failure {u"nothing has been downloaded yet: "_s + advice()};
     complain(m_client.failures());
     throw Failure {u"without these tables there is no client: "_s + advice()};
+}
+
+void Session::require(const QString& table)
+{
+    const QString fault = Why::loadFault(Why::statusOf(table));
+    if (!fault.isEmpty())
+        throw Failure {u"%1 is not loaded: %2"_s.arg(table, fault)};
 }
 
 std::unique_ptr<ProgressBar> Session::progress()

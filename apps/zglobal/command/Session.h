@@ -37,6 +37,9 @@ public:
     /** As ZGlobalClient::load(); where an essential table is missing a Failure that tells why. */
     void load();
 
+    /** A Failure that tells why, unless the table is loaded: one that is not is no empty one. */
+    static void require(const QString& table);
+
     /** Shows downloads on the error stream while it lives. */
     std::unique_ptr<ProgressBar> progress();
 

@@ -9,8 +9,8 @@
 #include "console/TextTable.h"
 #include "datatable/ZDataTableMgr.h"
 #include "host/ZGlobalConfig.h"
-
-#include <QFileInfo>
+#include "why/RawTable.h"
+#include "why/Subjects.h"
 
 #include <algorithm>
 
@@ -27,6 +27,7 @@ struct Records
     QStringList columns;
     QStringList dates; ///< those of them that are moments, in seconds
     QString key;       ///< the column that names a record; may be empty
+    QString name;      ///< the one with what people call it; may be empty
     QJsonArray rows;   ///< objects by column, or texts
 };
 
@@ -66,10 +67,10 @@ TableStatus tableOf(const QString& name)
 Records held(const TableStatus& table)
 {
     Records records;
+    Session::require(table.table);
     records.key = table.declaration->schema().key;
+    records.name = Why::RawTable::nameColumn(table.declaration->schema());
     records.rows = table.declaration->records();
-    if (records.rows.isEmpty() && !QFileInfo::exists(u"res"_s))
-        throw Failure {u"nothing has been downloaded yet; \"zglobal update\" does"_s};
     for (const ColumnSchema& column : table.declaration->schema().columns) {
         if (column.field.isEmpty())
             continue;
@@ -133,14 +134,24 @@ Records only(const Records& records, const QString& id)
 {
     if (records.key.isEmpty())
         throw Failure {u"the records of this table have no id"_s};
+    const auto text = [](const QJsonValue& row, const QString& column) {
+        return textOf(row.toObject().value(column));
+    };
+    QVector<Why::Subject> all;
+    for (const QJsonValue& row : records.rows)
+        all.append({{}, {}, text(row, records.key), text(row, records.name)});
+    QStringList meant;
+    for (const Why::Subject& subject : Why::answering(all, id))
+        meant.append(subject.id);
     Records found = records;
     found.rows = QJsonArray();
     for (const QJsonValue& row : records.rows) {
-        if (textOf(row.toObject().value(records.key)) == id)
+        if (meant.contains(text(row, records.key)))
             found.rows.append(row);
     }
     if (found.rows.isEmpty())
-        throw Failure {u"no record has the %1 \"%2\""_s.arg(records.key, id)};
+        throw Failure {
+            u"no record has the %1 \"%2\"; --raw shows what became of rows"_s.arg(records.key, id)};
     return found;
 }
 
@@ -191,12 +202,11 @@ int run(const QCommandLineParser& line)
     }
     Records records = table.declaration == nullptr ? inFile(table) : held(table);
     putInTableOrder(records, table);
-    const bool one = arguments.size() > 1;
-    if (one)
+    if (arguments.size() > 1)
         records = only(records, arguments.at(1));
     if (CommandLine::wantsJson(line))
         Json::print(records.rows);
-    else if (one)
+    else if (arguments.size() > 1 && records.rows.size() == 1)
         printWhole(records);
     else
         printLines(records);
@@ -213,11 +223,15 @@ Command showCommand()
     command.fewest = 1;
     command.most = 2;
     command.summary = u"Show the records of a table."_s;
-    command.details = u"KIND is a table's name or number, ID the key of a record. A table that no "
-                      "manager reads is\nshown as its file has it. Works without the content "
-                      "server."_s;
+    command.details =
+        u"KIND is a table's name or number, ID the key of a record, or its name or a part of it; "
+        "several that are meant are listed. --raw shows the rows of the file instead, in its "
+        "order, with what became of each: a record, left out, overwritten by a later row of its "
+        "id, refused with the table. A table that no manager reads is shown as its file has it. "
+        "Works without the content server."_s;
     command.examples =
-        QStringList {u"zglobal show CS_MedalList"_s, u"zglobal show CS_MedalList 14"_s};
+        QStringList {u"zglobal show CS_MedalList"_s, u"zglobal show CS_MedalList 14"_s,
+                     u"zglobal show CS_BannerConfig 手机专享 --raw"_s};
     command.options = Session::options() + QList {rawOption(), CommandLine::jsonOption()};
     command.run = &run;
     return command;

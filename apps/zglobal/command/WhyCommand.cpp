@@ -21,7 +21,7 @@ QDateTime momentFor(const QCommandLineParser& line)
     if (!line.isSet(atOption()))
         return QDateTime::currentDateTime();
     const QString text = line.value(atOption());
-    QDateTime moment = QDateTime::fromString(text, u"yyyy-MM-dd HH:mm:ss"_s);
+    QDateTime moment = Readable::moment(text);
     if (!moment.isValid())
         throw UsageFailure(u"\"%1\" is no time \"yyyy-MM-dd HH:mm:ss\""_s.arg(text));
     return moment;
@@ -85,9 +85,10 @@ Question questionFor(const QCommandLineParser& line)
 QString wordsOf(const Why::Origin& origin)
 {
     const QString row = origin.row > 0 ? u" row %1"_s.arg(origin.row) : QString();
+    const qint64 modified = origin.modified.toSecsSinceEpoch();
     const QString file = origin.modified.isValid()
-        ? u"%1, %2, of %3"_s.arg(origin.file, Readable::size(origin.size),
-                                 Readable::time(origin.modified.toSecsSinceEpoch()))
+        ? u"%1, %2, of %3 (%4)"_s.arg(origin.file, Readable::size(origin.size),
+                                      Readable::time(modified), Readable::age(modified))
         : u"%1, which is not there"_s.arg(origin.file);
     return u"%1%2, version %3: %4"_s.arg(origin.table, row, QString::number(origin.version), file);
 }
@@ -120,7 +121,8 @@ QString wordsOf(Why::Step::Answer answer)
 
 void print(const Why::Explanation& explanation)
 {
-    Terminal::print(Terminal::styled(Terminal::Bold, explanation.verdict));
+    for (const QString& line : Terminal::wrapped(explanation.verdict, Terminal::width()))
+        Terminal::print(Terminal::styled(Terminal::Bold, line));
     TextTable steps;
     for (int i = 0; i < explanation.steps.size(); ++i) {
         const Why::Step& step = explanation.steps.at(i);
@@ -188,13 +190,12 @@ Command whyCommand()
     command.summary = u"Tell why something is shown or not, rule by rule."_s;
     command.details =
         u"SUBJECT is gift, banner or frame, and WHAT its id, its name or a part of it; masked and "
-        "a chat\nline; page and an address; table and its name. Every rule is asked in the order "
-        "in "
-        "which the\nclient asks, with the value that it looked at; \">\" marks the one that "
+        "a chat line; page and an address; table and its name. Every rule is asked in the order in "
+        "which the client asks, with the value that it looked at; \">\" marks the one that "
         "decides. "
-        "Answers from\nthe client's folder alone, without the content server. Ends with 0 when the "
-        "question is\nanswered, whatever the answer; with 1 when nothing of that name is known, or "
-        "several are, which\nare listed then. TIME is local, \"yyyy-MM-dd HH:mm:ss\"."_s;
+        "Answers from the client's folder alone, without the content server. Ends with 0 when the "
+        "question is answered, whatever the answer; with 1 when nothing of that name is known, or "
+        "several are, which are listed then. TIME is local, \"yyyy-MM-dd HH:mm:ss\"."_s;
     command.examples = QStringList {u"zglobal why gift G1014"_s,
                                     u"zglobal why gift 星光拖鞋 --at '2026-05-20 20:00:00'"_s,
                                     u"zglobal why masked 代充金豆找我"_s,
