@@ -41,6 +41,7 @@ def settled(text):
     text = re.sub(r"127\.0\.0\.1:\d+", "127.0.0.1:PORT", text)
     text = re.sub(r"\b[0-9A-F]{32}", "DIGEST", text)  # of an address with its port
     text = re.sub(r"(?m)^    “[^”]*”$", "    “DRAWN”", text)
+    text = re.sub(r" of [\d-]{10} [\d:]{8} \([^)]*\)", " of TIME", text)  # a file's
     return re.sub(r"(?m)^    now  .*$", "    now", text)
 
 
