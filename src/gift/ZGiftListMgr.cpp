@@ -7,9 +7,9 @@
 
 #include <QJsonDocument>
 
-#include <algorithm>
 #include <array>
 #include <limits>
+#include <tuple>
 
 using CacheNames::VersionedName;
 
@@ -332,9 +332,10 @@ bool ZGiftListMgr::checkGiftValid(const QString& id, qint64 time, const bool& ch
     if (id.isEmpty() || gift == m_giftMap.constEnd())
         return false;
     const std::array<bool, 3> asked {true, checkVisible, checkDisplayLocation}; // by EWhen
-    return std::all_of(rules.begin(), rules.end(), [&](const stGiftRule& rule) {
-        return !asked[rule.when] || rule.holds(*gift, time);
-    });
+    const auto areMet = [&](const auto&... rule) {
+        return (... && (!asked[rule.when] || rule.holds(*gift, time)));
+    };
+    return std::apply(areMet, rules); // a loop would call each where this has them inline
 }
 
 QVector<stGiftRule> ZGiftListMgr::validityRules()
