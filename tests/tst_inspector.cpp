@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QSettings>
@@ -58,6 +59,7 @@ private Q_SLOTS:
     void changeIsHighlighted();
     void brokenTable();
     void writtenVersion();
+    void chat();
     void log();
     void serverIsGone();
     void everyPageHasItsPicture();
@@ -218,6 +220,38 @@ void tst_inspector::writtenVersion()
     QCOMPARE(model->index(row, 2).data().toString(), u"777"_s);
     click("update"); // and the service has the last word
     QVERIFY(model->index(row, 2).data().toString() != u"777"_s);
+}
+
+void tst_inspector::chat()
+{
+    m_window->show(u"chat"_s);
+    auto* text = find<QPlainTextEdit>("text");
+    text->setFocus();
+    QGuiApplication::clipboard()->setText(u"晚安\n代。充，金 豆！还能加群换礼物"_s);
+    QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
+    const auto* lines = find<QTableView>("lines");
+    QTRY_COMPARE(column(*lines, 1), (QStringList {u"晚安"_s, u"*！还能*"_s}));
+    QVERIFY(column(*lines, 3).first().endsWith(u" µs"_s));
+    QCOMPARE(text->extraSelections().value(1).cursor.selectedText(), u"加群换礼物"_s);
+    auto* masks = find<QTableWidget>("masks");
+    QTRY_COMPARE(masks->item(0, 4)->text(), u"2"_s);
+    QCOMPARE(masks->item(0, 2)->text(), u"代。充，金 豆"_s);
+    QCOMPARE(masks->item(1, 1)->text(), u"newer"_s);
+    // Above it, where three characters stand between two of the word.
+    QTest::keyClick(text, Qt::Key_Home, Qt::ControlModifier);
+    QGuiApplication::clipboard()->setText(u"代（（（充金豆"_s);
+    QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
+    QTRY_VERIFY(find<QLabel>("near")->text().contains(u"“代充金豆” does not mask"_s));
+    find<QLineEdit>("values")->setText(u"小红, 小猫,9"_s);
+    const auto* messages = find<QWidget>("messages")->findChild<QTableView*>();
+    QCOMPARE(column(*messages, 7).at(2), u"小红 送出 小猫 x9"_s);
+    QCOMPARE(find<QTableView>("stickers")->model()->index(2, 8).data().toString(), u"cat_09.png"_s);
+    // From a mask to its word.
+    QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
+    Q_EMIT masks->itemActivated(masks->item(1, 0));
+    QCOMPARE(m_window->current()->objectName(), u"tables"_s);
+    const QModelIndex word = find<QTableView>("records")->currentIndex();
+    QCOMPARE(word.data().toString(), u"加群换礼物"_s);
 }
 
 void tst_inspector::log()

@@ -1,5 +1,6 @@
 #include "inspector/window/PageList.h"
 
+#include "inspector/pages/ChatPage.h"
 #include "inspector/pages/LogPage.h"
 #include "inspector/pages/OverviewPage.h"
 #include "inspector/pages/TablesPage.h"
@@ -19,6 +20,7 @@ const QVector<PageEntry>& pageList()
     static const QVector<PageEntry> list {
         {"overview", QT_TRANSLATE_NOOP("PageList", "Overview"), &make<OverviewPage>},
         {"tables", QT_TRANSLATE_NOOP("PageList", "Tables"), &make<TablesPage>},
+        {"chat", QT_TRANSLATE_NOOP("PageList", "Chat"), &make<ChatPage>},
         {"log", QT_TRANSLATE_NOOP("PageList", "Log"), &make<LogPage>},
     };
     return list;

@@ -1,0 +1,171 @@
+#include "inspector/parts/LineMasks.h"
+
+#include "inspector/parts/Background.h"
+#include "inspector/parts/EmptyNote.h"
+#include "why/NearWords.h"
+#include "why/Subjects.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+enum Column { Word, List, Covers, From, Place, ColumnCount };
+
+constexpr int mostMasks = 200; // that are listed
+
+QString older()
+{
+    return QStringLiteral("ChatFilterWordKey");
+}
+
+QString newer()
+{
+    return QStringLiteral("NewChatFilterWordKey");
+}
+
+QString tableOf(const stWordMask& mask)
+{
+    return mask.list == stWordMask::OlderList ? older() : newer();
+}
+
+QTableWidgetItem* number(const QString& text)
+{
+    auto* item = new QTableWidgetItem(text);
+    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return item;
+}
+
+} // namespace
+
+/** The files of the word lists. */
+struct LineMasks::Tables
+{
+    Why::RawTable older;
+    Why::RawTable newer;
+
+    QString rowOf(const stWordMask& mask) const
+    {
+        const bool isOlder = mask.list == stWordMask::OlderList;
+        const Why::RawRow* row = (isOlder ? older : newer).find(mask.word);
+        return row == nullptr ? QString() : QString::number(row->row.number);
+    }
+};
+
+LineMasks::LineMasks(QWidget* parent)
+    : QWidget(parent)
+    , m_verdict(new QLabel)
+    , m_masks(new QTableWidget)
+    , m_near(new QLabel)
+{
+    m_verdict->setObjectName(QStringLiteral("verdict"));
+    m_near->setObjectName(QStringLiteral("near"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_verdict);
+    layout->addWidget(m_masks, 1);
+    layout->addWidget(m_near);
+    for (QLabel* label : {m_verdict, m_near}) {
+        label->setWordWrap(true);
+        label->setTextFormat(Qt::PlainText);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
+    m_masks->setObjectName(QStringLiteral("masks"));
+    m_masks->setColumnCount(ColumnCount);
+    m_masks->setHorizontalHeaderLabels(
+        {tr("word"), tr("list"), tr("covers"), tr("from"), tr("row")});
+    m_masks->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_masks->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_masks->setTabKeyNavigation(false);
+    m_masks->verticalHeader()->hide();
+    m_masks->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    m_masks->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_masks->horizontalHeader()->setSectionResizeMode(Covers, QHeaderView::Stretch);
+    connect(m_masks, &QTableWidget::itemActivated, this, [this](const QTableWidgetItem* item) {
+        const stWordMask mask = m_line.masks.at(item->row());
+        Q_EMIT sigOpen(QStringLiteral("tables"), tableOf(mask) + u'/' + mask.word);
+    });
+    explain({});
+}
+
+LineMasks::~LineMasks() = default;
+
+void LineMasks::explain(const ChatLines::Line& line)
+{
+    m_line = line;
+    QStringList words;
+    if (line.nanoseconds < 0)
+        words.append(line.typed.isEmpty() ? tr("Nothing is typed yet.")
+                                          : tr("“%1” waits for its turn").arg(line.typed));
+    else if (line.masks.isEmpty())
+        words.append(tr("“%1” is shown as it is").arg(line.typed));
+    else
+        words.append(tr("“%1” is shown as “%2”").arg(line.typed, line.shown));
+    for (const QString& table : {older(), newer()})
+        words.append(EmptyNote::faultOf(table));
+    words.removeAll(QString());
+    m_verdict->setText(words.join(u'\n'));
+    showMasks();
+    m_near->hide();
+    lookNear();
+}
+
+void LineMasks::readTables()
+{
+    const int reading = ++m_reading;
+    const TableStatus olderStatus = Why::statusOf(older());
+    const TableStatus newerStatus = Why::statusOf(newer());
+    inBackground(
+        *QThreadPool::globalInstance(), this,
+        [olderStatus, newerStatus] {
+            return std::make_shared<const Tables>(
+                Tables {Why::RawTable(olderStatus), Why::RawTable(newerStatus)});
+        },
+        [this, reading](const std::shared_ptr<const Tables>& tables) {
+            if (m_reading != reading)
+                return;
+            m_tables = tables;
+            explain(m_line);
+        });
+}
+
+void LineMasks::showMasks()
+{
+    const QVector<stWordMask> masks = m_line.masks.mid(0, mostMasks);
+    m_masks->setRowCount(static_cast<int>(masks.size()));
+    for (int i = 0; i < masks.size(); ++i) {
+        const stWordMask& mask = masks.at(i);
+        const QString list = mask.list == stWordMask::OlderList ? tr("older") : tr("newer");
+        const QString row = m_tables == nullptr ? QString() : m_tables->rowOf(mask);
+        m_masks->setItem(i, Word, new QTableWidgetItem(mask.word));
+        m_masks->setItem(i, List, new QTableWidgetItem(list));
+        m_masks->setItem(i, Covers,
+                         new QTableWidgetItem(m_line.typed.mid(mask.start, mask.length)));
+        m_masks->setItem(i, From, number(QString::number(mask.start)));
+        m_masks->setItem(i, Place, number(row));
+        m_masks->item(i, Word)->setToolTip(
+            tr("Enter or a double click shows it in %1").arg(tableOf(mask)));
+    }
+}
+
+void LineMasks::lookNear()
+{
+    const int looking = ++m_looking;
+    if (m_line.shown.isEmpty())
+        return;
+    ZSensitiveWordsInfoListMgr* filter = ZSensitiveWordsInfoListMgr::getInstance();
+    inBackground(
+        *QThreadPool::globalInstance(), this,
+        [shown = m_line.shown, olderWords = filter->getSensitiveWordsMap(),
+         newerWords = filter->getNewSensitiveWordsMap()] {
+            return NearWords::in(shown, olderWords.keys() + newerWords.keys());
+        },
+        [this, looking](const QStringList& near) {
+            if (m_looking != looking)
+                return;
+            m_near->setText(near.join(u'\n'));
+            m_near->setVisible(!near.isEmpty());
+        });
+}
