@@ -3,7 +3,7 @@
 
 step.py NAME LOG COMMAND...
 The count is the last "[n/m]" or "n/m Test" that the command printed: one line that moves on a
-terminal, every quarter elsewhere. When the command fails, what matters of its output is printed
+terminal, with the time that has passed and what that makes of the rest; every quarter elsewhere. When the command fails, what matters of its output is printed
 and the log is named; the status is the command's own.
 """
 import os
@@ -11,10 +11,15 @@ import re
 import signal
 import subprocess
 import sys
+import threading
 import time
 
 COUNT = re.compile(r"^\s*\[?(\d+)/(\d+)(?:\]| Test +#\d+:) *(.*)")
 TEST = re.compile(r"^\d+/\d+ Testing: (\S+)\n", re.M)
+
+
+def spelled(seconds):
+    return f"{round(seconds)} s" if seconds < 100 else f"{round(seconds / 60)} min"
 
 
 class Progress:
@@ -22,17 +27,36 @@ class Progress:
 
     def __init__(self, name):
         self.name, self.quarter, self.start = name, 0, time.monotonic()
+        self.count, self.what = (0, 0), ""
         self.terminal = sys.stderr.isatty() and os.environ.get("TERM") != "dumb"
 
     def show(self, done, total, what=""):
+        self.count, self.what = (done, total), what
         if self.terminal:
-            width = os.get_terminal_size(sys.stderr.fileno()).columns or 80
-            line = f"{self.name}: {done}/{total} {what}"
-            sys.stderr.write(f"\r\033[K{line[:width - 1]}")
+            self.draw()
         elif total and done * 4 // total > self.quarter:
             self.quarter = done * 4 // total
-            sys.stderr.write(f"{self.name}: {done}/{total}, {self.seconds()} s\n")
+            sys.stderr.write(f"{self.name}: {done}/{total}, {self.times()}\n")
+            sys.stderr.flush()
+
+    def draw(self):
+        if not self.terminal:
+            return
+        done, total = self.count
+        parts = [f"{done}/{total}"] if total else []
+        parts += [self.times()] if self.seconds() else []
+        line = f"{self.name}: {', '.join(parts)} {self.what}"
+        width = os.get_terminal_size(sys.stderr.fileno()).columns or 80
+        sys.stderr.write(f"\r\033[K{line[:width - 1]}")
         sys.stderr.flush()
+
+    def times(self):
+        """How long it has taken and, once that tells something, how long the rest will."""
+        done, total = self.count
+        passed = spelled(self.seconds())
+        if self.seconds() == 0 or done * 20 < total or done in (0, total):
+            return passed
+        return f"{passed}, about {spelled(self.seconds() * (total - done) / done)} left"
 
     def seconds(self):
         return round(time.monotonic() - self.start)
@@ -94,12 +118,21 @@ def of_tests(output, log):
     return kept or output.splitlines()[-20:]
 
 
+def tick(progress, ended):
+    """The clock goes on where the command is silent."""
+    while not ended.wait(1):
+        progress.draw()
+
+
 def follow(progress, command, log):
     """The command's status and output; each line is looked at for the count as it comes."""
-    lines = []
-    with open(log, "w", encoding="utf-8", errors="replace") as file:
-        with subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-                              encoding="utf-8", errors="replace") as process:
+    lines, ended = [], threading.Event()
+    clock = threading.Thread(target=tick, args=(progress, ended))
+    clock.start()
+    try:
+        with open(log, "w", encoding="utf-8", errors="replace") as file, \
+                subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                 text=True, encoding="utf-8", errors="replace") as process:
             try:
                 for line in process.stdout:
                     lines.append(line)
@@ -110,8 +143,11 @@ def follow(progress, command, log):
                         progress.show(int(count[1]), int(count[2]), what)
             except KeyboardInterrupt:
                 process.wait()
-                progress.end()
                 sys.exit(128 + signal.SIGINT)
+    finally:
+        ended.set()
+        clock.join()
+        progress.end()
     return process.returncode, "".join(lines)
 
 
