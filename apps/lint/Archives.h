@@ -4,6 +4,8 @@
 #include <QHash>
 #include <QString>
 
+#include <functional>
+
 /** What becomes of archives at a client. Remembers it, so that what has not changed is not unpacked
  *  again. */
 class Archives
@@ -15,10 +17,14 @@ public:
         bool hasDescription = false; ///< whether the file in question is in it
     };
 
+    /** Called before each archive; what it throws comes through. */
+    void setPause(const std::function<void()>& pause) { m_pause = pause; }
+
     /** Unpacks the archive in a temporary folder, and looks there for the file described. The
      *  version is a part of the name that a client gives it. */
     Verdict verdictOn(const QString& path, const QString& version, const QString& description);
 
 private:
     QHash<QByteArray, Verdict> m_known;
+    std::function<void()> m_pause = [] {};
 };

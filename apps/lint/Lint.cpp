@@ -26,6 +26,12 @@ Lint::Lint(const QStringList& silenced, const QStringList& phrases)
 {
 }
 
+void Lint::setPause(const std::function<void()>& pause)
+{
+    m_pause = pause;
+    m_archives.setPause(pause);
+}
+
 QVector<Finding> Lint::findings(const Content& content, const Content* published,
                                 const QDateTime& moment)
 {
@@ -34,6 +40,7 @@ QVector<Finding> Lint::findings(const Content& content, const Content* published
     for (auto file = content.tables.begin(); file != content.tables.end(); ++file)
         tables.append(Table(file.key(), *file));
     for (const Table& table : tables) {
+        m_pause();
         if (!Content::isTable(table.name()))
             continue;
         Checks::checkTable(table, findings);
@@ -44,11 +51,13 @@ QVector<Finding> Lint::findings(const Content& content, const Content* published
     }
     ContentChecks::checkReferences(tables, findings);
     ContentChecks::checkFiles(content, tables, m_archives, findings);
+    m_pause();
     ContentChecks::checkVersions(content, tables, findings);
     if (published != nullptr)
         ContentChecks::checkChanges(content, *published, findings);
     if (published != nullptr && moment.isValid())
         ContentChecks::checkShown(content, *published, moment, findings);
+    m_pause();
     ContentChecks::checkWords(tables, m_phrases, findings);
     QVector<Finding> all = findings.all();
     std::stable_sort(all.begin(), all.end(), &comesBefore);

@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
+
 /**
  * Tells what clients would silently do with content, by the library's own declarations and readers.
  * Prints nothing, and writes nothing but into a temporary folder for the archives. GUI thread.
@@ -17,6 +19,9 @@ class Lint
 public:
     /** Rules are silenced by name; no forbidden word may mask one of the phrases. */
     explicit Lint(const QStringList& silenced = {}, const QStringList& phrases = everydayPhrases());
+
+    /** Called now and then during the work; what it throws ends that, with nothing left behind. */
+    void setPause(const std::function<void()>& pause);
 
     /**
      * In the order of the tables, and within each of the rows. The published content is what
@@ -33,4 +38,5 @@ private:
     QStringList m_silenced;
     QStringList m_phrases;
     Archives m_archives;
+    std::function<void()> m_pause = [] {};
 };

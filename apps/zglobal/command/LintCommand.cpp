@@ -88,8 +88,8 @@ int run(const QCommandLineParser& line)
     if (line.positionalArguments().isEmpty())
         throw UsageFailure(u"DIR or FILE is missing; see \"zglobal lint --help\""_s);
     Lint lint(FindingReport::silencedBy(line), phrasesFor(line));
+    lint.setPause(&Interrupt::check);
     const QDateTime moment = momentFor(line);
-    Interrupt::release(); // nothing is left behind
     const Content content = contentAt(line.positionalArguments());
     std::optional<Content> published;
     if (line.isSet(againstOption()))

@@ -14,8 +14,9 @@ QCommandLineOption updateOption()
 
 int run(const QCommandLineParser& line)
 {
-    Session session(line);
-    if (line.isSet(updateOption())) {
+    const bool updates = line.isSet(updateOption());
+    Session session(line, updates ? Session::Updates : Session::Looks);
+    if (updates) {
         ZDataTableMgr::getInstance()->loadLocalVersion();
         settled(session->update()); // the report tells what has failed
     }

@@ -82,7 +82,8 @@ void Session::load()
     const QVector<TableStatus> tables = ZDataTableMgr::getInstance()->getTableStatuses();
     if (std::none_of(tables.begin(), tables.end(),
                      [](const TableStatus& table) { return table.size > 0; }))
-        throw Failure {u"nothing has been downloaded yet: "_s + advice()};
+        throw Failure {u"nothing of %1 has been downloaded yet: %2"_s.arg(
+            ZGlobalClient::configuration(u"cmsServer"_s), advice())};
     complain(m_client.failures());
     throw Failure {u"without these tables there is no client: "_s + advice()};
 }

@@ -16,7 +16,7 @@ namespace Interrupt {
 void watch();
 
 /** From now on such a signal ends the program where it stands: for what reads, or thinks, for long
- *  without turning the event loop, and leaves nothing behind. */
+ *  without turning the event loop, and has nothing to leave behind, no temporary folder neither. */
 void release();
 
 /** Throws Interrupted when the program has been told to end. */
