@@ -8,15 +8,20 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QSettings>
+#include <QSlider>
 #include <QTableView>
 #include <QTableWidget>
+#include <QTextBrowser>
+#include <QToolButton>
 #include <QtTest>
 
 namespace {
@@ -60,6 +65,8 @@ private Q_SLOTS:
     void brokenTable();
     void writtenVersion();
     void chat();
+    void giftAtAMoment();
+    void giftIsNotInThePanel();
     void log();
     void serverIsGone();
     void everyPageHasItsPicture();
@@ -252,6 +259,43 @@ void tst_inspector::chat()
     QCOMPARE(m_window->current()->objectName(), u"tables"_s);
     const QModelIndex word = find<QTableView>("records")->currentIndex();
     QCOMPARE(word.data().toString(), u"加群换礼物"_s);
+}
+
+void tst_inspector::giftAtAMoment()
+{
+    m_window->show(u"gifts"_s, u"G1195"_s);
+    const auto* tiles = find<QListView>("gifts");
+    const int all = tiles->model()->rowCount();
+    QCOMPARE(tiles->currentIndex().data(Qt::DisplayRole).toString(), u"195"_s);
+    auto* moment = find<QDateTimeEdit>("moment");
+    moment->setDateTime(QDateTime({2024, 2, 3}, {23, 59, 59})); // its last second on sale
+    const auto* why = find<QTextBrowser>("explanation");
+    QTRY_VERIFY(why->toPlainText().contains(u"can be sent"_s));
+    QTest::keyClick(find<QSlider>("time"), Qt::Key_Right);
+    QCOMPARE(moment->dateTime(), QDateTime({2024, 2, 4}, {0, 0, 0}));
+    QTRY_VERIFY(why->toPlainText().contains(u"cannot be sent"_s));
+    QVERIFY(why->toPlainText().contains(u"endTime is 2024-02-03 23:59:59"_s));
+    find<QComboBox>("shown")->setCurrentIndex(1);
+    const int sendable = tiles->model()->rowCount();
+    find<QComboBox>("shown")->setCurrentIndex(2);
+    QCOMPARE(sendable + tiles->model()->rowCount(), all);
+    QTest::mouseClick(find<QToolButton>("now"), Qt::LeftButton);
+    const QString count = find<QLabel>("count")->text();
+    QVERIFY2(count.startsWith(u"0 of "_s) && !count.startsWith(u"0 of 0"_s), qPrintable(count));
+    find<QComboBox>("shown")->setCurrentIndex(0);
+    QTest::mouseClick(find<QPushButton>("fetch"), Qt::LeftButton);
+    QTRY_COMPARE(find<QLabel>("animation")->text(), u"sportscar, 2 frames"_s);
+    QVERIFY(find<QLabel>("frames")->isVisible());
+}
+
+void tst_inspector::giftIsNotInThePanel()
+{
+    m_window->show(u"gifts"_s);
+    QTest::keyClicks(find<QLineEdit>("search"), u"G1007"_s);
+    QCOMPARE(find<QListView>("gifts")->model()->rowCount(), 0);
+    const auto* why = find<QTextBrowser>("explanation");
+    QTRY_VERIFY(why->toPlainText().contains(u"row 7 is left out for valid"_s));
+    find<QLineEdit>("search")->clear();
 }
 
 void tst_inspector::log()

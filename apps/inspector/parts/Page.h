@@ -46,6 +46,9 @@ public:
         return {{objectName(), [] {}}};
     }
 
+    /** Whether nothing is under way that will yet change what the page shows. */
+    virtual bool isAtRest() const { return true; }
+
     /** Goes to the search box that is shown on the page, if there is one; Ctrl+F. */
     void search();
 

@@ -1,15 +1,9 @@
 #include "inspector/parts/RecordView.h"
 
-#include <QAction>
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QHeaderView>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QSettings>
+#include "inspector/parts/CopiedRows.h"
 
-#include <algorithm>
+#include <QHeaderView>
+#include <QSettings>
 
 namespace {
 
@@ -34,16 +28,7 @@ RecordView::RecordView(QWidget* parent)
     horizontalHeader()->setSectionsMovable(true);
     horizontalHeader()->setHighlightSections(false);
 
-    const auto add = [this](const QString& text, const QKeySequence& keys, auto slot) {
-        auto* action = new QAction(text, this);
-        action->setShortcut(keys);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        connect(action, &QAction::triggered, this, slot);
-        addAction(action);
-    };
-    setContextMenuPolicy(Qt::ActionsContextMenu);
-    add(tr("Copy as text"), QKeySequence::Copy, &RecordView::copyText);
-    add(tr("Copy as JSON"), QKeySequence(QStringLiteral("Ctrl+Shift+C")), &RecordView::copyJson);
+    CopiedRows::addActions(*this, [this] { return shownColumns(); });
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &RecordView::saveColumns);
     connect(horizontalHeader(), &QHeaderView::sectionMoved, this, &RecordView::saveColumns);
 }
@@ -74,58 +59,6 @@ void RecordView::fitColumns()
             setColumnWidth(column, qMin(wanted, widestColumn));
     }
     m_fitting = false;
-}
-
-QString RecordView::selectedText() const
-{
-    const QVector<int> columns = shownColumns();
-    const QModelIndexList rows = selectedRows();
-    QStringList lines;
-    for (const QModelIndex& row : rows) {
-        QStringList cells;
-        for (const int column : columns)
-            cells.append(row.sibling(row.row(), column).data().toString());
-        lines.append(cells.join(u'\t'));
-    }
-    return lines.join(u'\n');
-}
-
-QString RecordView::selectedJson() const
-{
-    const QVector<int> columns = shownColumns();
-    const QModelIndexList rows = selectedRows();
-    QJsonArray objects;
-    for (const QModelIndex& row : rows) {
-        QJsonObject object;
-        for (const int column : columns) {
-            const QString name = model()->headerData(column, Qt::Horizontal).toString();
-            const QVariant value = row.sibling(row.row(), column).data(Qt::UserRole);
-            object.insert(name, QJsonValue::fromVariant(value));
-        }
-        objects.append(object);
-    }
-    return QString::fromUtf8(QJsonDocument(objects).toJson());
-}
-
-void RecordView::copyText() const
-{
-    QGuiApplication::clipboard()->setText(selectedText());
-}
-
-void RecordView::copyJson() const
-{
-    QGuiApplication::clipboard()->setText(selectedJson());
-}
-
-QModelIndexList RecordView::selectedRows() const
-{
-    if (selectionModel() == nullptr)
-        return {};
-    QModelIndexList rows = selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end(), [](const QModelIndex& left, const QModelIndex& right) {
-        return left.row() < right.row();
-    });
-    return rows;
 }
 
 QVector<int> RecordView::shownColumns() const

@@ -21,16 +21,7 @@ public:
     /** Makes the columns as wide as what they hold, unless somebody has given them a width. */
     void fitColumns();
 
-    /** The selected rows, visible columns in their order: between tabs, or as a list of objects. */
-    QString selectedText() const;
-    QString selectedJson() const;
-
-public Q_SLOTS:
-    void copyText() const;
-    void copyJson() const;
-
 private:
-    QModelIndexList selectedRows() const;
     QVector<int> shownColumns() const;
     QString settingsKey() const;
     void saveColumns() const;

@@ -1,6 +1,7 @@
 #include "inspector/window/PageList.h"
 
 #include "inspector/pages/ChatPage.h"
+#include "inspector/pages/GiftsPage.h"
 #include "inspector/pages/LogPage.h"
 #include "inspector/pages/OverviewPage.h"
 #include "inspector/pages/TablesPage.h"
@@ -20,6 +21,7 @@ const QVector<PageEntry>& pageList()
     static const QVector<PageEntry> list {
         {"overview", QT_TRANSLATE_NOOP("PageList", "Overview"), &make<OverviewPage>},
         {"tables", QT_TRANSLATE_NOOP("PageList", "Tables"), &make<TablesPage>},
+        {"gifts", QT_TRANSLATE_NOOP("PageList", "Gifts"), &make<GiftsPage>},
         {"chat", QT_TRANSLATE_NOOP("PageList", "Chat"), &make<ChatPage>},
         {"log", QT_TRANSLATE_NOOP("PageList", "Log"), &make<LogPage>},
     };

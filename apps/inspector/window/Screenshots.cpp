@@ -68,7 +68,7 @@ private:
     {
         // Pictures are asked for by the painting, and what they are asked for comes afterwards.
         m_window.grab();
-        if (++m_looks < 4 || !m_window.pictures().isIdle())
+        if (++m_looks < 4 || !m_window.pictures().isIdle() || !m_window.current()->isAtRest())
             return;
         const Shot shot = m_shots.takeFirst();
         const QString suffix = shot.palette == QLatin1String("dark") ? QStringLiteral("-dark.png")

@@ -1,0 +1,364 @@
+#include "inspector/pages/GiftsPage.h"
+
+#include "client/ZGlobalClient.h"
+#include "gift/ZGiftLabelMgr.h"
+#include "gift/ZGiftListMgr.h"
+#include "inspector/host/ClientHost.h"
+#include "inspector/parts/EmptyNote.h"
+#include "inspector/parts/ExplanationView.h"
+#include "inspector/parts/FilterModel.h"
+#include "inspector/parts/FramePlayer.h"
+#include "inspector/parts/Pictures.h"
+#include "inspector/parts/SearchBox.h"
+#include "inspector/parts/Tiles.h"
+#include "inspector/parts/TimeSlider.h"
+#include "models/ZGiftModel.h"
+#include "why/Why.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTabBar>
+
+namespace {
+
+constexpr int allTabs = -1;
+constexpr QSize pictureSize(64, 64);
+
+QString dayOf(qint64 seconds)
+{
+    return QDateTime::fromSecsSinceEpoch(seconds).toString(QStringLiteral("yyyy-MM-dd"));
+}
+
+/** The rule that says no, in what fits on a tile; empty where none does. */
+QString faultOf(const ZGiftInfo& gift, qint64 time)
+{
+    static const QVector<stGiftRule> rules = ZGiftListMgr::validityRules();
+    for (const stGiftRule& rule : rules) {
+        if (rule.holds(gift, time))
+            continue;
+        const QString column = QString::fromLatin1(rule.column);
+        if (column == QLatin1String("startTime"))
+            return GiftsPage::tr("from %1").arg(dayOf(gift.startTime));
+        if (column == QLatin1String("endTime"))
+            return GiftsPage::tr("until %1").arg(dayOf(gift.endTime));
+        if (column == QLatin1String("isVisible"))
+            return GiftsPage::tr("not visible");
+        if (column == QLatin1String("giftDisplayLocation"))
+            return GiftsPage::tr("not in the panel");
+        return QString::fromUtf8(rule.words);
+    }
+    return {};
+}
+
+Tile tileOf(const QString& id, qint64 time)
+{
+    ZGiftListMgr* gifts = ZGiftListMgr::getInstance();
+    const ZGiftInfo gift = gifts->getGiftInfoById(id);
+    Tile tile;
+    tile.path = gifts->getGiftImagePathById(id);
+    tile.address = gifts->getGiftImageUrlById(id);
+    tile.title = gift.giftName;
+    tile.below = QStringLiteral("%1 · %2").arg(id, QLocale().toString(gift.price));
+    tile.fault = faultOf(gift, time);
+    const ZGiftLabelInfo label = ZGiftLabelMgr::getInstance().getInfoById(gift.giftLabelId);
+    tile.badge = label.giftLabelName;
+    tile.badgeStart = QColor(label.startColor);
+    tile.badgeEnd = QColor(label.endColor);
+    tile.badgeHolds = gift.labelStartTime <= time && time <= gift.labelEndTime;
+    return tile;
+}
+
+} // namespace
+
+/** The gifts of a tab that can be sent, that cannot, or both. */
+class GiftsPage::Panel : public FilterModel
+{
+public:
+    enum Shown { All, Sendable, Unsendable };
+
+    using FilterModel::FilterModel;
+
+    void setTab(int tab, Shown shown)
+    {
+        m_tab = tab;
+        m_shown = shown;
+        invalidateFilter();
+    }
+
+    const ZGiftModel& gifts() const { return static_cast<const ZGiftModel&>(*sourceModel()); }
+    QString id(const QModelIndex& shown) const { return gifts().key(mapToSource(shown).row()); }
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex& parent) const override
+    {
+        const int tab = gifts().value(row, QStringLiteral("showTab")).toInt();
+        const bool isShown = m_shown == All || gifts().isSendable(row) == (m_shown == Sendable);
+        return (m_tab == allTabs || m_tab == tab) && isShown
+            && FilterModel::filterAcceptsRow(row, parent);
+    }
+
+private:
+    int m_tab = allTabs;
+    Shown m_shown = All;
+};
+
+GiftsPage::GiftsPage(const Inspected& inspected, QWidget* parent)
+    : Page(parent)
+    , m_host(inspected.host)
+    , m_gifts(new ZGiftModel(this))
+    , m_panel(new Panel(this))
+    , m_view(new TileView)
+    , m_tabs(new QTabBar)
+    , m_shown(new QComboBox)
+    , m_search(new SearchBox(tr("Search, or column:text")))
+    , m_time(new TimeSlider)
+    , m_count(new QLabel)
+    , m_player(new FramePlayer)
+    , m_frames(new QLabel)
+    , m_fetch(new QPushButton(tr("&Fetch the animation")))
+    , m_explanation(new ExplanationView)
+{
+    m_panel->setSourceModel(m_gifts);
+    auto* parts = new QSplitter;
+    parts->addWidget(makeTiles(inspected));
+    parts->addWidget(makeGift());
+    parts->setSizes({800, 330});
+    parts->setStretchFactor(0, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(makeTop());
+    layout->addWidget(m_tabs);
+    layout->addWidget(parts, 1);
+    layout->addWidget(m_time);
+    m_explain.setSingleShot(true);
+    connect(&m_explain, &QTimer::timeout, this, &GiftsPage::explain);
+    connect(m_time, &TimeSlider::sigTimeChanged, this, &GiftsPage::setTime);
+    connect(&m_host, &ClientHost::sigFilesChanged, this, &GiftsPage::refresh);
+    setTime(m_time->time());
+    readTable();
+}
+
+void GiftsPage::open(const QString& thing)
+{
+    m_tabs->setCurrentIndex(0);
+    m_shown->setCurrentIndex(Panel::All);
+    const int row = m_gifts->rowOf(thing);
+    m_search->setText(row < 0 ? thing : QString());
+    const QModelIndex shown = m_panel->mapFromSource(m_gifts->index(row, 0));
+    m_view->setCurrentIndex(shown);
+    m_view->scrollTo(shown);
+}
+
+void GiftsPage::refresh()
+{
+    readTable();
+    play();
+    m_explain.start();
+}
+
+QVector<Page::Scene> GiftsPage::scenes()
+{
+    return {{QStringLiteral("gifts"),
+             [this] {
+                 m_time->setTime(QDateTime::currentSecsSinceEpoch());
+                 open(QStringLiteral("G1014"));
+                 fetchFrames();
+             }},
+            {QStringLiteral("gifts-time"), [this] {
+                 const QString gift = QStringLiteral("G1195");
+                 open(gift);
+                 m_tabs->setCurrentIndex(4);
+                 m_view->scrollTo(m_view->currentIndex());
+                 m_time->setTime(ZGiftListMgr::getInstance()->getGiftInfoById(gift).endTime + 1);
+                 fetchFrames();
+             }}};
+}
+
+bool GiftsPage::isAtRest() const
+{
+    return !m_explain.isActive() && !m_fetches && !m_player->isReading();
+}
+
+QWidget* GiftsPage::makeTop()
+{
+    m_tabs->setObjectName(QStringLiteral("tabs"));
+    m_tabs->setDrawBase(false);
+    m_tabs->setExpanding(false);
+    m_shown->setObjectName(QStringLiteral("shown"));
+    m_shown->addItems({tr("All gifts"), tr("Can be sent"), tr("Cannot be sent")});
+    m_count->setObjectName(QStringLiteral("count"));
+    auto* top = new QWidget;
+    auto* layout = new QHBoxLayout(top);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_shown);
+    layout->addWidget(m_count, 1);
+    layout->addWidget(m_search, 1);
+    connect(m_tabs, &QTabBar::currentChanged, this, &GiftsPage::filter);
+    connect(m_shown, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &GiftsPage::filter);
+    connect(m_search, &QLineEdit::textChanged, this, &GiftsPage::filter);
+    return top;
+}
+
+QWidget* GiftsPage::makeTiles(const Inspected& inspected)
+{
+    m_view->setObjectName(QStringLiteral("gifts"));
+    m_view->setItemDelegate(new TileDelegate(
+        inspected.pictures, pictureSize,
+        [this](const QModelIndex& shown) { return tileOf(m_panel->id(shown), m_gifts->time()); },
+        m_view));
+    m_view->setModel(m_panel);
+    new EmptyNote(m_view, m_gifts->table());
+    connect(&inspected.pictures, &Pictures::sigLoaded, this, [this](const QString& path) {
+        if (path == ZGiftListMgr::getInstance()->getGiftImagePathById(m_selected))
+            m_explain.start(); // which tells whether the picture is there
+    });
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &GiftsPage::select);
+    connect(m_view, &QAbstractItemView::clicked, this, &GiftsPage::play);
+    return m_view;
+}
+
+QWidget* GiftsPage::makeGift()
+{
+    m_player->setFixedSize(128, 128);
+    m_frames->setObjectName(QStringLiteral("animation"));
+    m_frames->setWordWrap(true);
+    m_frames->setAlignment(Qt::AlignCenter);
+    m_fetch->setObjectName(QStringLiteral("fetch"));
+    auto* gift = new QWidget;
+    auto* layout = new QVBoxLayout(gift);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_player, 0, Qt::AlignHCenter);
+    layout->addWidget(m_frames);
+    layout->addWidget(m_fetch, 0, Qt::AlignHCenter);
+    layout->addWidget(m_explanation, 1);
+    connect(m_player, &FramePlayer::sigRead, this, &GiftsPage::tellFrames);
+    connect(m_fetch, &QPushButton::clicked, this, &GiftsPage::fetchFrames);
+    connect(m_explanation, &ExplanationView::sigMeant, this, &GiftsPage::open);
+    connect(m_explanation, &ExplanationView::sigOrigin, this,
+            [this](const QString& thing) { Q_EMIT sigOpen(QStringLiteral("tables"), thing); });
+    return gift;
+}
+
+void GiftsPage::readTable()
+{
+    QVector<qint64> changes;
+    QMap<int, int> tabs;
+    const auto& gifts = ZGiftListMgr::getInstance()->getGiftList();
+    for (const ZGiftInfo& gift : gifts) {
+        changes.append({gift.startTime, gift.endTime + 1}); // the last second is still on sale
+        ++tabs[gift.showTab];
+    }
+    m_time->setChanges(changes);
+    QVector<QPair<int, QString>> wanted {{allTabs, tr("All (%1)").arg(gifts.size())}};
+    for (auto tab = tabs.constBegin(); tab != tabs.constEnd(); ++tab)
+        wanted.append({tab.key(), tr("Tab %1 (%2)").arg(tab.key()).arg(tab.value())});
+    while (m_tabs->count() > wanted.size())
+        m_tabs->removeTab(m_tabs->count() - 1);
+    for (int place = 0; place < wanted.size(); ++place) {
+        if (place == m_tabs->count())
+            m_tabs->addTab(QString());
+        m_tabs->setTabText(place, wanted.at(place).second);
+        m_tabs->setTabData(place, wanted.at(place).first);
+    }
+    filter();
+}
+
+void GiftsPage::setTime(qint64 seconds)
+{
+    m_gifts->setTime(seconds);
+    if (m_shown->currentIndex() != Panel::All)
+        filter();
+    m_view->viewport()->update(); // labels have their times, too
+    count();
+    m_explain.start();
+}
+
+void GiftsPage::filter()
+{
+    m_filters = true;
+    m_panel->setSearch(m_search->text());
+    m_panel->setTab(m_tabs->tabData(m_tabs->currentIndex()).toInt(),
+                    static_cast<Panel::Shown>(m_shown->currentIndex()));
+    // A view whose current row goes takes a neighbour, which nobody has asked for.
+    m_view->setCurrentIndex(m_panel->mapFromSource(m_gifts->index(m_gifts->rowOf(m_selected), 0)));
+    m_filters = false;
+    count();
+    m_explain.start(); // of what is looked for, where no tile has it
+}
+
+void GiftsPage::count()
+{
+    int sendable = 0;
+    for (int row = 0; row < m_panel->rowCount(); ++row)
+        sendable += m_gifts->isSendable(m_panel->mapToSource(m_panel->index(row, 0)).row()) ? 1 : 0;
+    m_count->setText(tr("%1 of %2 can be sent").arg(sendable).arg(m_panel->rowCount()));
+}
+
+void GiftsPage::select(const QModelIndex& shown)
+{
+    if (m_filters || !shown.isValid())
+        return;
+    m_selected = m_panel->id(shown);
+    play();
+    m_explain.start();
+}
+
+void GiftsPage::play()
+{
+    const QString name = ZGiftListMgr::getInstance()->getGiftInfoById(m_selected).animationName;
+    const QString folder = ZGiftListMgr::getInstance()->getGiftAnimationPathById(m_selected);
+    const bool isFilm = name.endsWith(QLatin1String(".mp4"));
+    const bool isThere = !name.isEmpty() && !isFilm && Animations::isThere(folder);
+    m_player->play(isThere ? folder : QString());
+    m_player->setVisible(isThere);
+    m_fetch->setVisible(!name.isEmpty() && !isFilm && !isThere);
+    m_frames->setVisible(!m_selected.isEmpty());
+    m_frames->setText(name.isEmpty() ? tr("This gift has no animation.")
+                          : isFilm   ? tr("%1 is a film, which is not played here.").arg(name)
+                          : isThere  ? name
+                                     : tr("%1 is not on the disk.").arg(name));
+}
+
+void GiftsPage::tellFrames(const QString& fault)
+{
+    const QString name = ZGiftListMgr::getInstance()->getGiftInfoById(m_selected).animationName;
+    m_frames->setText(fault.isEmpty() ? tr("%1, %2 frames").arg(name).arg(m_player->frames())
+                                      : fault);
+}
+
+void GiftsPage::fetchFrames()
+{
+    ZGiftListMgr* gifts = ZGiftListMgr::getInstance();
+    if (m_fetch->isHidden())
+        return;
+    m_fetches = true;
+    m_fetch->setEnabled(false);
+    const QString fetched = m_selected;
+    Animations::fetch(gifts->getGiftAnimationPathById(fetched),
+                      gifts->getGiftAnimationUrlById(fetched), this,
+                      [this, fetched](const QString& fault) {
+                          m_fetches = false;
+                          m_fetch->setEnabled(true);
+                          if (fetched != m_selected)
+                              return;
+                          play();
+                          m_explain.start();
+                          if (!fault.isEmpty())
+                              m_frames->setText(fault);
+                      });
+}
+
+void GiftsPage::explain()
+{
+    const bool isMissed = m_panel->rowCount() == 0 && !m_search->text().isEmpty();
+    const QString asked = isMissed ? m_search->text() : m_selected;
+    if (asked.isEmpty()) {
+        m_explanation->setPlainText(tr("Select a gift to see why it can be sent, or cannot."));
+        return;
+    }
+    m_explanation->show(Why::gift(asked, QDateTime::fromSecsSinceEpoch(m_gifts->time()),
+                                  m_host.client().failures()));
+}
