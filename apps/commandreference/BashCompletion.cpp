@@ -33,7 +33,7 @@ QString argumentCases(const QList<Command>& commands)
     QString cases;
     for (const Command& command : commands)
         cases += u"        %1) echo '%2' ;;\n"_s.arg(
-            command.name, Values::placeholders(command.arguments).join(QLatin1Char(' ')));
+            command.name, Values::placeholders(command).join(QLatin1Char(' ')));
     return cases;
 }
 

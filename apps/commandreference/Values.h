@@ -1,5 +1,6 @@
 #pragma once
 
+#include "command/CommandLine.h"
 #include "datatable/ZDataTableMgr.h"
 
 #include <QRegularExpression>
@@ -22,14 +23,17 @@ inline QStringList tables()
     return {QStringLiteral("KIND"), QStringLiteral("TABLE")};
 }
 
-/** The placeholders of a command's arguments, without the signs that one may be left out. */
-inline QStringList placeholders(const QString& arguments)
+/** The placeholders of a command's arguments, without the signs that one may be left out; for what
+ *  is chosen from a list the choices, "|" between them. */
+inline QStringList placeholders(const Command& command)
 {
     static const QRegularExpression word(QStringLiteral("[A-Z]+"));
     QStringList found;
-    auto words = word.globalMatch(arguments);
+    auto words = word.globalMatch(command.arguments);
     while (words.hasNext())
         found.append(words.next().captured());
+    if (!command.choices.isEmpty())
+        found.first() = command.choices.join(QLatin1Char('|'));
     return found;
 }
 

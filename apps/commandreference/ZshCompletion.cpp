@@ -29,6 +29,9 @@ QString offered(const QString& placeholder)
         return u"_files"_s;
     if (Values::tables().contains(placeholder))
         return u"_zglobal_tables"_s;
+    if (placeholder.contains(QLatin1Char('|')))
+        return QLatin1Char('(') + QString(placeholder).replace(QLatin1Char('|'), QLatin1Char(' '))
+            + QLatin1Char(')');
     return u" "_s;
 }
 
@@ -50,12 +53,13 @@ QString commandCase(const Command& command)
         for (const QString& spelling : spellings)
             arguments.append(toldOf(spelling, option));
     }
-    const QStringList placeholders = Values::placeholders(command.arguments);
+    const QStringList placeholders = Values::placeholders(command);
     int place = 0;
     for (const QString& placeholder : placeholders) {
         const QString which =
             command.most == Command::anyNumber ? u"*"_s : QString::number(++place);
-        arguments.append(quoted(u"%1:%2:%3"_s.arg(which, placeholder, offered(placeholder))));
+        const QString title = placeholder.contains(QLatin1Char('|')) ? u"one of"_s : placeholder;
+        arguments.append(quoted(u"%1:%2:%3"_s.arg(which, title, offered(placeholder))));
     }
     return arguments.join(u" \\\n            "_s) + u" ;;\n"_s;
 }

@@ -36,6 +36,7 @@ expect "<--data>" complete zglobal show CS_MedalList --d
 expect "<folder>" complete zglobal status --data f
 expect "<CS_MedalList>" complete zglobal diff a b --table CS_Med
 expect "<folder>" complete zglobal status --data = f
+expect "<banner>" complete zglobal why b
 expect "<CS_MedalList>" complete zglobal show --server http : //127.0.0.1 : 80 CS_Med
 [ "$(complete zglobal status --config f | wc -w)" = 2 ] || { echo "no file is offered"; exit 1; }
 

@@ -15,6 +15,7 @@ struct Command
 
     QString name;
     QString arguments;    ///< as the help shows them, such as "ID"
+    QStringList choices;  ///< what the first argument may be; empty when that is no fixed list
     int fewest = 0;       ///< how many arguments there must be ...
     int most = 0;         ///< ... and may be, or anyNumber
     QString summary;      ///< one line

@@ -66,12 +66,18 @@ QVector<Question> questions()
     };
 }
 
+QStringList kinds()
+{
+    QStringList kinds;
+    for (const Question& question : questions())
+        kinds.append(question.kind);
+    return kinds;
+}
+
 Question questionFor(const QCommandLineParser& line)
 {
     const QString kind = line.positionalArguments().constFirst();
-    QStringList kinds;
     for (const Question& question : questions()) {
-        kinds.append(question.kind);
         if (question.kind != kind)
             continue;
         if (line.isSet(atOption()) && !question.hasTime)
@@ -79,7 +85,7 @@ Question questionFor(const QCommandLineParser& line)
         return question;
     }
     throw UsageFailure(
-        u"\"%1\" is nothing to ask about; there are %2"_s.arg(kind, kinds.join(u", "_s)));
+        u"\"%1\" is nothing to ask about; there are %2"_s.arg(kind, kinds().join(u", "_s)));
 }
 
 QString wordsOf(const Why::Origin& origin)
@@ -186,6 +192,7 @@ Command whyCommand()
     Command command;
     command.name = u"why"_s;
     command.arguments = u"SUBJECT WHAT"_s;
+    command.choices = kinds();
     command.fewest = command.most = 2;
     command.summary = u"Tell why something is shown or not, rule by rule."_s;
     command.details =
