@@ -119,6 +119,56 @@ void writeLabels(const QByteArray& name)
                        exampleTable(labels).replace("\xe7\x83\xad\xe9\x97\xa8", name));
 }
 
+/** What gets in the way of the program. */
+struct Disturbance
+{
+    QString call; ///< with its number, from 1, and what becomes of it; as tests/faults has it
+    int at = 0;
+    QString error;
+    int milliseconds = -1; ///< until it is killed; -1 when it is not
+};
+
+/** The program's status; -1 when it was killed. Its source differs each time. */
+int publishDisturbed(const Disturbance& disturbance)
+{
+    static int round = 0;
+    writeLabels("name " + QByteArray::number(++round));
+    const QString tree = QDir::current().filePath(u"www"_s);
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(ZGLOBAL_FAULTS));
+    environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
+    environment.insert(u"ZGLOBAL_FAULT_REPORT"_s, QDir::current().filePath(u"report"_s));
+    environment.insert(u"ZGLOBAL_FAULT_BELOW"_s, tree);
+    environment.insert(u"ZGLOBAL_FAULT_CALL"_s, disturbance.call);
+    environment.insert(u"ZGLOBAL_FAULT_AT"_s, QString::number(disturbance.at));
+    environment.insert(u"ZGLOBAL_FAULT_ERROR"_s, disturbance.error);
+    process.setProcessEnvironment(environment);
+    process.start(program, {u"publish"_s, u"src"_s, tree});
+    if (disturbance.milliseconds >= 0
+        && !process.waitForFinished(std::max(disturbance.milliseconds, 1)))
+        process.kill();
+    process.waitForFinished(patience);
+    return process.exitStatus() == QProcess::CrashExit ? -1 : process.exitCode();
+}
+
+bool isOldOrNew(const Tree& before)
+{
+    const Tree after = served();
+    const bool isNew = after != before;
+    Tree wanted = before;
+    const QByteArray table = ZTestFolder::read(u"src/CS_GiftLabel"_s);
+    if (isNew) {
+        wanted[u"app/resources/CS_GiftLabel"_s] = table;
+        wanted[u"app/resources/CS_GiftLabel.gz"_s] = Gzip::compressed(table);
+        wanted[u"app/logo/gift/G1"_s] = "picture";
+        for (const QString& file : {u"app/versions.json"_s, u"app/versions.json.gz"_s})
+            wanted[file] = after[file];
+    }
+    return after == wanted && faultOf(after).isEmpty()
+        && versionIn(after, labels) == versionIn(before, labels) + (isNew ? 1 : 0);
+}
+
 } // namespace
 
 /** Sheets become tables, tables become releases, and a server never has half of one. */
@@ -162,6 +212,48 @@ class tst_publish : public FolderTest
         ZTestFolder::write(u"src/versions.json"_s,
                            R"({"versions": {"CS_GiftLabel": 4, "Message": 18}})");
         QCOMPARE(published(), QString());
+    }
+
+    static void killAtAnyMoment()
+    {
+        const quint32 seed = QRandomGenerator::global()->generate();
+        QRandomGenerator random(seed);
+        qInfo("seed %u", seed);
+        QElapsedTimer clock;
+        int duration = 0;
+        for (int i = 0; i < 5; ++i) {
+            clock.start();
+            QCOMPARE(publishDisturbed({}), 0);
+            duration = std::max(duration, static_cast<int>(clock.elapsed()));
+        }
+        int changed = 0;
+        for (int i = 0; i < 100; ++i) {
+            const Tree before = served();
+            publishDisturbed({{}, 0, {}, random.bounded(duration)});
+            QVERIFY2(isOldOrNew(before), qPrintable(u"round %1"_s.arg(i)));
+            changed += served() == before ? 0 : 1;
+        }
+        qInfo("%d of 100 kills came after the new tree, within %d ms", changed, duration);
+    }
+
+    static void disturbEveryCall(const QString& error)
+    {
+        for (int i = 0; i < 5; ++i) // until releases go, too
+            QCOMPARE(publishDisturbed({}), 0);
+        const auto counts = ZTestFolder::read(u"report"_s).trimmed().split('\n');
+        for (const QByteArray& line : counts) {
+            const QString call = QString::fromLatin1(line).section(u' ', 0, 0);
+            const int count = line.mid(line.indexOf(' ')).toInt();
+            QVERIFY2(call == u"unlink"_s || count > 0, line.constData());
+            for (int at = 1; at <= count; ++at) {
+                const Tree before = served();
+                const int status = publishDisturbed({call, at, error});
+                const QString what = u"%1 %2"_s.arg(call).arg(at);
+                QVERIFY2(isOldOrNew(before), qPrintable(what));
+                QVERIFY2((status < 0) == (error == u"kill"_s), qPrintable(what));
+                QVERIFY2(status < 0 || (status == 0) == (served() != before), qPrintable(what));
+            }
+        }
     }
 
 private Q_SLOTS:
@@ -273,6 +365,9 @@ private Q_SLOTS:
         QVERIFY(run({u"publish"_s, u"src"_s, u"www/current"_s}, 1)
                     .contains(u"is the content of a release"_s));
         QVERIFY(run({u"publish"_s, u"src"_s, u"."_s}, 1).contains(u"holds other files"_s));
+        QVERIFY(run({u"publish"_s, u"src/Message"_s, u"ww"_s}, 1)
+                    .contains(u"nothing is published in ww yet"_s));
+        QVERIFY(!QFileInfo::exists(u"ww"_s));
 
         ZTestFolder::write(u"plain/app/versions.json"_s, "{\"versions\": {\"Message\": 7}}");
         ZTestFolder::write(u"plain/app/resources/Message"_s, exampleTable(u"Message"_s));
@@ -286,89 +381,33 @@ private Q_SLOTS:
         QVERIFY(run({u"rollback"_s, u"plain"_s}).contains(u"content of release 1"_s));
     }
 
+    void killed_data()
+    {
+        QTest::addColumn<QString>("error");
+        QTest::newRow("at any moment") << QString();
+        QTest::newRow("before any call") << u"kill"_s;
+        QTest::newRow("any call fails: no space") << u"28"_s;
+    }
+
     /** Whatever ends it and when, a server has the old tree or the new one; then goes on. */
     void killed()
     {
-        const quint32 seed = QRandomGenerator::global()->generate();
-        QRandomGenerator random(seed);
-        qInfo("seed %u", seed);
+        QFETCH(QString, error);
         publishFirst();
         ZTestFolder::write(u"src/app/logo/gift/G1"_s, "picture");
-        int round = 0;
-        const auto publishAndKill = [&round](const QStringList& fault, int milliseconds) {
-            writeLabels("name " + QByteArray::number(++round));
-            QProcess process;
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            // Nothing is lost but with the power if the disk is not waited for.
-            environment.insert(u"LD_PRELOAD"_s, QStringLiteral(ZGLOBAL_FAULTS));
-            environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
-            environment.insert(u"ZGLOBAL_FAULT_ERROR"_s, u"kill"_s);
-            environment.insert(u"ZGLOBAL_FAULT_REPORT"_s, QDir::current().filePath(u"report"_s));
-            environment.insert(u"ZGLOBAL_FAULT_BELOW"_s, QDir::current().filePath(u"www"_s));
-            environment.insert(u"ZGLOBAL_FAULT_CALL"_s, fault.value(0));
-            environment.insert(u"ZGLOBAL_FAULT_AT"_s, fault.value(1, u"0"_s));
-            process.setProcessEnvironment(environment);
-            process.start(program, {u"publish"_s, u"src"_s, QDir::current().filePath(u"www"_s)});
-            if (milliseconds >= 0 && !process.waitForFinished(std::max(milliseconds, 1)))
-                process.kill();
-            process.waitForFinished(patience);
-            return process.exitStatus() == QProcess::CrashExit;
-        };
-        const auto isOldOrNew = [](const Tree& before) {
-            const Tree after = served();
-            Tree wanted = before;
-            const QByteArray table = ZTestFolder::read(u"src/CS_GiftLabel"_s);
-            if (after != before) {
-                wanted[u"app/resources/CS_GiftLabel"_s] = table;
-                wanted[u"app/resources/CS_GiftLabel.gz"_s] = Gzip::compressed(table);
-                wanted[u"app/logo/gift/G1"_s] = "picture";
-                for (const QString& file : {u"app/versions.json"_s, u"app/versions.json.gz"_s})
-                    wanted[file] = after[file];
-            }
-            return after == wanted && faultOf(after).isEmpty()
-                && versionIn(after, labels)
-                == versionIn(before, labels) + (after == before ? 0 : 1);
-        };
-
-        QElapsedTimer clock;
-        int duration = patience;
-        for (int i = 0; i < 3; ++i) {
-            clock.start();
-            publishAndKill({}, -1);
-            duration = std::min(duration, static_cast<int>(clock.elapsed()));
-            QCOMPARE(versionIn(served(), labels), 5 + i);
-        }
-        int changed = 0;
-        for (int i = 0; i < 100; ++i) {
-            const Tree before = served();
-            publishAndKill({}, random.bounded(duration));
-            QVERIFY2(isOldOrNew(before), qPrintable(u"round %1"_s.arg(i)));
-            changed += served() == before ? 0 : 1;
-        }
-        qInfo("%d of 100 kills came after the new tree, within %d ms", changed, duration);
-
-        publishAndKill({}, -1);
-        int calls = 0;
-        for (const QByteArray& line : ZTestFolder::read(u"report"_s).trimmed().split('\n')) {
-            const QStringList counted = QString::fromLatin1(line).split(u' ');
-            for (int at = 1; at <= counted.value(1).toInt(); ++at, ++calls) {
-                const Tree before = served();
-                QVERIFY(publishAndKill({counted.first(), QString::number(at)}, -1));
-                QVERIFY2(isOldOrNew(before), qPrintable(counted.first() + QString::number(at)));
-            }
-        }
-        qInfo("killed before each of %d calls", calls);
+        if (error.isEmpty())
+            killAtAnyMoment();
+        else
+            disturbEveryCall(error);
 
         // What they left behind is gone with the next, which nothing is in the way of.
         const Tree before = served();
-        publishAndKill({}, -1);
+        QCOMPARE(publishDisturbed({}), 0);
         QVERIFY(isOldOrNew(before) && served() != before);
-        QCOMPARE(QDir(u"www"_s).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+        QCOMPARE(QDir(u"www"_s).entryList(all),
                  QStringList({u"current"_s, u"journal.jsonl"_s, u"releases"_s}));
-        QCOMPARE(QDir(u"www/releases"_s)
-                     .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
-                     .size(),
-                 5);
+        QCOMPARE(QDir(u"www/releases"_s).entryList(all).size(), 5);
     }
 
     /** From a gift in a spreadsheet to the same gift at a client. */

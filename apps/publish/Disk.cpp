@@ -88,6 +88,14 @@ QString pour(QIODevice& source, const QString& path, const QDateTime& changed)
 
 } // namespace
 
+QString Disk::read(const QString& path, QByteArray& bytes)
+{
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly))
+        bytes = file.readAll();
+    return file.error() == QFileDevice::NoError ? QString() : failed(path, file.errorString());
+}
+
 QString Disk::write(const QString& path, const QByteArray& bytes, const QDateTime& changed)
 {
     QByteArray copy = bytes;

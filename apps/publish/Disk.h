@@ -11,6 +11,8 @@
  */
 namespace Disk {
 
+QString read(const QString& path, QByteArray& bytes);
+
 /** A new file that says it was changed at that moment. */
 QString write(const QString& path, const QByteArray& bytes, const QDateTime& changed);
 QString copy(const QString& from, const QString& to, const QDateTime& changed);

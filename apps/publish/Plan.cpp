@@ -67,6 +67,11 @@ QString Plan::publish(const QString& path, const PublishedTree& tree, const Publ
     QString fault = tree.content().isEmpty() ? QString() : before.read(tree.content());
     if (fault.isEmpty())
         fault = source.read(path, before, options.encoding);
+    if (fault.isEmpty() && before.folder.isEmpty() && !source.versions)
+        fault =
+            QStringLiteral("nothing is published in %1 yet; what comes first is a whole content "
+                           "folder, with app/versions.json")
+                .arg(QDir::toNativeSeparators(tree.folder()));
     if (!fault.isEmpty())
         return fault;
     sheetRows = source.sheetRows;

@@ -6,7 +6,6 @@
 #include "publish/Gzip.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -19,12 +18,6 @@ const QLatin1String currentName("current");
 const QLatin1String journalName("journal.jsonl");
 const QLatin1String leftoversName("leftovers.json");
 const QLatin1String stagingName(".next");
-
-QByteArray contentOfFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QByteArray line(const JournalEntry& entry)
 {
@@ -129,7 +122,8 @@ QVector<int> PublishedTree::releases() const
 
 QMap<QString, int> PublishedTree::leftoversOf(int release) const
 {
-    const QByteArray text = contentOfFile(folderOf(release) + QLatin1Char('/') + leftoversName);
+    QByteArray text;
+    Disk::read(folderOf(release) + QLatin1Char('/') + leftoversName, text);
     const QJsonObject object = QJsonDocument::fromJson(text).object();
     QMap<QString, int> leftovers;
     for (auto file = object.begin(); file != object.end(); ++file)
@@ -139,8 +133,9 @@ QMap<QString, int> PublishedTree::leftoversOf(int release) const
 
 QVector<JournalEntry> PublishedTree::journal() const
 {
+    QByteArray text;
+    Disk::read(folderOf(m_current) + QLatin1Char('/') + journalName, text);
     QVector<JournalEntry> entries;
-    const QByteArray text = contentOfFile(folderOf(m_current) + QLatin1Char('/') + journalName);
     for (const QByteArray& each : text.split('\n')) {
         if (!each.isEmpty())
             entries.append(JournalEntry::fromJson(QJsonDocument::fromJson(each).object()));
@@ -234,8 +229,10 @@ QString PublishedTree::writeFile(const QString& target, const QString& path,
                                           : Disk::copy(file.source, target, file.changed);
     if (!cause.isEmpty() || !wantsTwin)
         return cause;
-    const QByteArray packed = Gzip::compressed(contentOfFile(target));
-    return packed.isEmpty() ? QString() : Disk::write(Gzip::twinOf(target), packed, file.changed);
+    QByteArray bytes;
+    cause = Disk::read(target, bytes);
+    const QByteArray packed = Gzip::compressed(bytes);
+    return packed.isEmpty() ? cause : Disk::write(Gzip::twinOf(target), packed, file.changed);
 }
 
 QString PublishedTree::writeRecords(const QString& folder, const Release& release)
@@ -245,14 +242,12 @@ QString PublishedTree::writeRecords(const QString& folder, const Release& releas
         leftovers.insert(file.key(), *file);
     QString cause = Disk::write(folder + QLatin1Char('/') + leftoversName,
                                 QJsonDocument(leftovers).toJson(), release.entry.time);
-    if (!cause.isEmpty())
-        return cause;
-    const QString known = folderOf(m_current) + QLatin1Char('/') + journalName;
-    const QByteArray before = contentOfFile(known);
-    if (m_current > 0 && before.isEmpty())
-        return QStringLiteral("%1 cannot be read").arg(QDir::toNativeSeparators(known));
-    return Disk::write(folder + QLatin1Char('/') + journalName, before + line(release.entry),
-                       release.entry.time);
+    QByteArray before;
+    if (cause.isEmpty() && m_current > 0)
+        cause = Disk::read(folderOf(m_current) + QLatin1Char('/') + journalName, before);
+    return cause.isEmpty() ? Disk::write(folder + QLatin1Char('/') + journalName,
+                                         before + line(release.entry), release.entry.time)
+                           : cause;
 }
 
 QString PublishedTree::turnTo(int release)

@@ -6,12 +6,14 @@
 #include "publish/TableText.h"
 
 #include <QHash>
+#include <QMap>
 
 #include <algorithm>
 
 namespace {
 
 constexpr int daysLength = 10; // of a date without a time
+constexpr int mostTold = 5;    // faults of a column
 
 struct Column
 {
@@ -51,6 +53,7 @@ public:
         QVector<QJsonArray> rows;
         for (int i = 1; i < m_records.size(); ++i)
             rows.append(rowOf(m_records.at(i)));
+        countUntold();
         QStringList names;
         for (const Column& column : qAsConst(m_columns))
             names.append(column.name);
@@ -61,10 +64,26 @@ public:
 private:
     const QString& key() const { return m_declared.schema().key; }
 
+    /** Of a column that is wrong all the way down some cells are enough. */
     void fault(int row, const QString& column, const QString& message)
+    {
+        if (++m_faulty[column] <= mostTold)
+            tell(row, column, message);
+    }
+
+    void tell(int row, const QString& column, const QString& message)
     {
         m_made.faults.append(
             {QStringLiteral("sheet"), Severity::Error, {m_declared.name(), row, column}, message});
+    }
+
+    void countUntold()
+    {
+        for (auto column = m_faulty.cbegin(); column != m_faulty.cend(); ++column) {
+            if (*column > mostTold)
+                tell(0, column.key(),
+                     QStringLiteral("so it is with %1 more").arg(*column - mostTold));
+        }
     }
 
     void findColumns()
@@ -159,6 +178,7 @@ private:
     QHash<QString, const Row*> m_publishedRows; // by key
     QVector<Column> m_columns;
     QHash<QString, int> m_sharpness; // of the row's dates
+    QMap<QString, int> m_faulty;     // cells, by column
     SheetTable m_made;
 };
 

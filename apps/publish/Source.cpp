@@ -1,29 +1,18 @@
 #include "publish/Source.h"
 
 #include "content/Table.h"
+#include "publish/Disk.h"
 #include "publish/SheetTable.h"
 #include "publish/SheetText.h"
 
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
 
 namespace {
 
 const QLatin1String tableFolder("app/resources");
 const QLatin1String versionsPath("app/versions.json");
-
-QString readFile(const QString& path, QByteArray& bytes)
-{
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-        bytes = file.readAll();
-    return file.error() == QFileDevice::NoError
-        ? QString()
-        : QStringLiteral("%1 cannot be read: %2")
-              .arg(QDir::toNativeSeparators(path), file.errorString());
-}
 
 /** Relative and sorted. Compressed files are made anew, and what a spreadsheet puts beside an open
  *  file is none. */
@@ -67,7 +56,7 @@ QString Source::read(const QString& path, const Content& published, const QStrin
         const QString file = QDir::cleanPath(path) + QLatin1Char('/') + name;
         QString fault;
         if (name == versionsPath || name == QLatin1String("versions.json"))
-            fault = readFile(file, versions.emplace());
+            fault = Disk::read(file, versions.emplace());
         else if (folderOf(name).isEmpty() || folderOf(name) == tableFolder)
             fault = readTable(file, published, encoding);
         else if (isOfContent(name))
@@ -94,7 +83,7 @@ QString Source::readTable(const QString& path, const Content& published, const Q
     if (extension == QLatin1String("csv") || extension == QLatin1String("tsv"))
         return readSheetFile(path, table, published, encoding);
     if (extension.isEmpty() || extension == QLatin1String("json"))
-        return readFile(path, tables[table]);
+        return Disk::read(path, tables[table]);
     return QStringLiteral("%1 is no table; save a spreadsheet as CSV, in UTF-8 where it lets you")
         .arg(QDir::toNativeSeparators(path));
 }
@@ -103,7 +92,7 @@ QString Source::readSheetFile(const QString& path, const QString& table, const C
                               const QString& encoding)
 {
     QByteArray bytes;
-    QString fault = readFile(path, bytes);
+    QString fault = Disk::read(path, bytes);
     if (!fault.isEmpty())
         return fault;
     QString text;

@@ -24,10 +24,11 @@ int sheetRowOf(const Finding& finding, const SheetRows& sheetRows)
 QString textOf(const Finding& finding, int sheetRow)
 {
     QStringList place;
-    if (finding.place.row > 0)
-        place.append(u"row %1"_s.arg(finding.place.row));
     if (sheetRow > 0)
-        place.append(u"in the sheet %1"_s.arg(sheetRow));
+        place.append(u"row %1 (in the sheet %2)"_s.arg(QString::number(finding.place.row),
+                                                       QString::number(sheetRow)));
+    else if (finding.place.row > 0)
+        place.append(u"row %1"_s.arg(finding.place.row));
     if (!finding.place.column.isEmpty())
         place.append(finding.place.column);
     const QString where = place.isEmpty() ? QString() : place.join(u", "_s) + u": "_s;

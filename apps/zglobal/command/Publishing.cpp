@@ -9,6 +9,7 @@
 #include "console/Readable.h"
 #include "console/Terminal.h"
 #include "diff/ContentDiff.h"
+#include "diff/DiffJson.h"
 #include "publish/TableText.h"
 
 #include <QDir>
@@ -76,12 +77,13 @@ void print(const Plan& plan, const QVector<TableChange>& changes)
         Terminal::print(Publishing::textOf(change));
 }
 
-QJsonObject objectOf(const Plan& plan, int release)
+QJsonObject objectOf(const Plan& plan, const QVector<TableChange>& changes, int release)
 {
     QJsonObject object = plan.release.entry.toJson();
     object.insert(u"release"_s, release);
     object.remove(u"time"_s);
     object.insert(u"findings"_s, FindingReport::json(plan.findings, plan.sheetRows));
+    object.insert(u"changes"_s, DiffJson::of(changes));
     object.insert(u"notes"_s, QJsonArray::fromStringList(plan.notes));
     return object;
 }
@@ -103,7 +105,7 @@ void tellOutcome(const Plan& plan, const PublishedTree& tree, int release)
         Terminal::tell(u"clients fetch %1 when they next update"_s.arg(
             plan.tables.size() > 3 ? Readable::counted(plan.tables.size(), u"table"_s)
                                    : plan.tables.join(u", "_s)));
-    if (release > 1)
+    if (release > 1 && plan.release.entry.restored == 0)
         Terminal::tell(u"the way back: zglobal rollback %1"_s.arg(native(tree.folder())));
 }
 
@@ -157,7 +159,7 @@ int Publishing::carryOut(const QCommandLineParser& line, Plan& plan, PublishedTr
         release = tree.current();
     }
     if (wantsJson)
-        Json::print(objectOf(plan, release));
+        Json::print(objectOf(plan, changes, release));
     tellOutcome(plan, tree, release);
     return release;
 }

@@ -28,15 +28,16 @@ QString actionOf(const JournalEntry& entry)
 
 QString changesOf(const JournalEntry& entry)
 {
+    constexpr int mostNamed = 3;
     QStringList changes;
     for (const VersionChange& change : entry.tables)
         changes.append(Publishing::textOf(change));
+    if (changes.size() > mostNamed)
+        changes = QStringList {Readable::counted(changes.size(), u"table"_s)};
     const int files = entry.addedFiles + entry.changedFiles + entry.removedFiles;
     if (files > 0)
-        changes.append(u"%1 file(s)"_s.arg(files));
-    return changes.size() > 3
-        ? changes.mid(0, 2).join(u", "_s) + u", %1 more"_s.arg(changes.size() - 2)
-        : changes.join(u", "_s);
+        changes.append(Readable::counted(files, u"file"_s));
+    return changes.join(u", "_s);
 }
 
 void printJournal(const QCommandLineParser& line, const PublishedTree& tree)
@@ -47,7 +48,7 @@ void printJournal(const QCommandLineParser& line, const PublishedTree& tree)
         QJsonObject object = entry.toJson();
         object.insert(u"kept"_s, tree.has(entry.release));
         list.append(object);
-        table.add({QString::number(entry.release), Readable::time(entry.time.toSecsSinceEpoch()),
+        table.add({QString::number(entry.release), Readable::time(entry.time),
                    tree.has(entry.release) ? u"kept"_s : QString(), actionOf(entry),
                    changesOf(entry)});
     }
