@@ -439,7 +439,7 @@ private Q_SLOTS:
                                + QByteArray(reinterpret_cast<const char*>(sheet.utf16()),
                                             static_cast<int>(2 * sheet.size())));
         const QString told = run({u"publish"_s, u"CS_GiftList.csv"_s, u"origin/www"_s});
-        QVERIFY2(told.contains(u"CS_GiftList 57 -> 58"_s) && told.count(u" -> "_s) == 2,
+        QVERIFY2(told.contains(u"CS_GiftList  version 57 -> 58"_s) && told.count(u" -> "_s) == 2,
                  qPrintable(told));
         run(QStringList {u"update"_s} + client);
         const QString status = run(QStringList {u"status"_s, u"--json"_s} + client);

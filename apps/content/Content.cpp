@@ -10,6 +10,7 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -142,7 +143,13 @@ QStringList Content::files() const
     while (walk.hasNext())
         files.append(root.relativeFilePath(walk.next()));
     files.sort();
-    return files;
+    const auto isCompressed = [&files](const QString& file) {
+        return file.endsWith(QLatin1String(".gz"))
+            && std::binary_search(files.cbegin(), files.cend(), file.chopped(3));
+    };
+    QStringList plain;
+    std::remove_copy_if(files.cbegin(), files.cend(), std::back_inserter(plain), isCompressed);
+    return plain;
 }
 
 QStringList Content::tableNames()

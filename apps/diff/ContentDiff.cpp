@@ -63,11 +63,8 @@ QSet<QString> otherFiles(const Content& content)
     QSet<QString> paths;
     const QString tables = QStringLiteral("app/resources/");
     for (const QString& file : content.files()) {
-        QString plain = file;
-        if (plain.endsWith(QLatin1String(".gz")))
-            plain.chop(3);
-        const bool isTable = plain.startsWith(tables) && Content::isTable(plain.mid(tables.size()));
-        if (!isTable && plain != QLatin1String("app/versions.json"))
+        const bool isTable = file.startsWith(tables) && Content::isTable(file.mid(tables.size()));
+        if (!isTable && file != QLatin1String("app/versions.json"))
             paths.insert(file);
     }
     return paths;

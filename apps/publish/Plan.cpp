@@ -2,7 +2,6 @@
 
 #include "lint/Lint.h"
 #include "publish/Disk.h"
-#include "publish/Gzip.h"
 #include "publish/Source.h"
 #include "publish/TableText.h"
 #include "publish/Versions.h"
@@ -20,19 +19,14 @@ namespace {
 const QLatin1String tableFolder("app/resources/");
 const QLatin1String versionsPath("app/versions.json");
 
-/** The files of a content folder beside tables, versions and what is compressed. */
+/** The files of a content folder beside tables and versions. */
 QSet<QString> otherFiles(const Content& content)
 {
-    if (content.folder.isEmpty())
-        return {};
-    const QStringList all = content.files();
     QSet<QString> others;
-    for (const QString& file : all) {
+    for (const QString& file : content.folder.isEmpty() ? QStringList() : content.files()) {
         if (file != versionsPath && !file.startsWith(tableFolder))
             others.insert(file);
     }
-    for (const QString& file : all)
-        others.remove(Gzip::twinOf(file));
     return others;
 }
 

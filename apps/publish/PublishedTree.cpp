@@ -162,14 +162,11 @@ QString PublishedTree::adopt(const Progress& progress)
         return cause;
     Release release;
     release.entry.action = QStringLiteral("adopt");
-    const QStringList files = plain.files();
-    for (const QString& file : files) {
+    for (const QString& file : plain.files()) {
         const QString source = path(file);
         release.files.insert(file,
                              {QString(), source, QByteArray(), QFileInfo(source).lastModified()});
     }
-    for (const QString& file : files) // made anew
-        release.files.remove(Gzip::twinOf(file));
     return add(release, 1, progress);
 }
 

@@ -1,6 +1,7 @@
 #include "command/Publishing.h"
 
 #include "command/CommandLine.h"
+#include "command/DiffText.h"
 #include "command/FindingReport.h"
 #include "console/Failure.h"
 #include "console/Interrupt.h"
@@ -10,7 +11,6 @@
 #include "console/Terminal.h"
 #include "diff/ContentDiff.h"
 #include "diff/DiffJson.h"
-#include "publish/TableText.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -33,34 +33,22 @@ QCommandLineOption keepOption()
 }
 
 /** Clients fetch a picture again when its address is another one. */
-QStringList unseenFiles(const QVector<TableChange>& changes)
+QStringList notesOn(const QVector<TableChange>& changes)
 {
-    QStringList files;
+    QStringList notes;
     for (const TableChange& table : changes) {
         for (const FileChange& file : table.files) {
             const bool isTold = std::any_of(table.records.begin(), table.records.end(),
                                             [&file](const RecordChange& record) {
                                                 return file.records.contains(record.label());
                                             });
-            if (file.kind == Change::Changed && !isTold)
-                files.append(file.path);
+            if (file.kind == Change::Changed && !isTold && !table.table.isEmpty())
+                notes.append(
+                    u"%1 changed, but nothing that names it: who has it keeps the old one"_s.arg(
+                        file.path));
         }
     }
-    return files;
-}
-
-void printChanges(const QVector<TableChange>& changes)
-{
-    for (const TableChange& table : changes) {
-        for (const RecordChange& record : table.records) {
-            Terminal::print(u"  %1"_s.arg(record.label()));
-            if (record.kind != Change::Changed)
-                continue;
-            for (const FieldChange& field : record.fields)
-                Terminal::print(u"    %1: %2 -> %3"_s.arg(
-                    field.column, TableText::shown(field.before), TableText::shown(field.after)));
-        }
-    }
+    return notes;
 }
 
 void print(const Plan& plan, const QVector<TableChange>& changes)
@@ -72,9 +60,8 @@ void print(const Plan& plan, const QVector<TableChange>& changes)
         Terminal::print(tables + u", "_s + files);
         return;
     }
-    printChanges(changes);
-    for (const VersionChange& change : plan.release.entry.tables)
-        Terminal::print(Publishing::textOf(change));
+    for (const QString& line : DiffText::lines(changes))
+        Terminal::print(line);
 }
 
 QJsonObject objectOf(const Plan& plan, const QVector<TableChange>& changes, int release)
@@ -148,11 +135,9 @@ int Publishing::carryOut(const QCommandLineParser& line, Plan& plan, PublishedTr
     const bool wantsJson = CommandLine::wantsJson(line);
     if (!wantsJson)
         print(plan, changes);
+    plan.notes += notesOn(changes);
     for (const QString& note : qAsConst(plan.notes))
         Terminal::tell(u"note: "_s + note);
-    for (const QString& file : unseenFiles(changes))
-        Terminal::tell(
-            u"note: %1 changed under its old address; who has it keeps the old one"_s.arg(file));
     int release = 0;
     if (!isTrial(line)) {
         check(tree.add(plan.release, keptBy(line), progress()));
