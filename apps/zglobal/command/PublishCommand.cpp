@@ -71,7 +71,13 @@ int run(const QCommandLineParser& line)
     Publishing::openFor(line, tree);
     takeOver(line, tree);
     Plan plan;
-    Publishing::check(plan.publish(arguments.at(0), tree, options));
+    const bool isWatched = Terminal::isErrorTerminal();
+    if (isWatched)
+        Terminal::draw(u"\r\x1b[Klooking over what would be published"_s);
+    const QString fault = plan.publish(arguments.at(0), tree, options);
+    if (isWatched)
+        Terminal::draw(u"\r\x1b[K"_s);
+    Publishing::check(fault);
     const bool hasWarning = FindingReport::count(plan.findings, Severity::Warning) > 0;
     if (plan.isRefused() || (line.isSet(strictOption()) && hasWarning))
         return refuse(line, plan);
