@@ -67,6 +67,7 @@ private Q_SLOTS:
     void chat();
     void giftAtAMoment();
     void giftIsNotInThePanel();
+    void tidying();
     void log();
     void serverIsGone();
     void everyPageHasItsPicture();
@@ -296,6 +297,35 @@ void tst_inspector::giftIsNotInThePanel()
     const auto* why = find<QTextBrowser>("explanation");
     QTRY_VERIFY(why->toPlainText().contains(u"row 7 is left out for valid"_s));
     find<QLineEdit>("search")->clear();
+}
+
+void tst_inspector::tidying()
+{
+    const QString stale = u"res/dataTable/stale"_s;
+    ZTestFolder::write(stale, QByteArray(3000, 'x'));
+    QFile file(stale);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-8),
+                             QFileDevice::FileModificationTime));
+    file.close();
+    m_window->show(u"cache"_s);
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    const auto* summary = find<QLabel>("summary");
+    QTRY_VERIFY2(summary->text().contains(u"would remove 1 of"_s), qPrintable(summary->text()));
+    m_window->show(u"cache"_s, stale);
+    const auto* view = find<QTableView>("entries");
+    const auto cell = [view](int column) {
+        return view->currentIndex().siblingAtColumn(column).data().toString();
+    };
+    QCOMPARE(cell(0), u"stale"_s);
+    QCOMPARE(cell(2) + u": "_s + cell(3), u"goes: no table's current file"_s);
+    click("tidy");
+    QTRY_VERIFY2(summary->text().contains(u"Removed: 1 of 1"_s), qPrintable(summary->text()));
+    QVERIFY(!QFile::exists(stale));
+    QCOMPARE(cell(2), u"removed"_s);
+    QVERIFY(!column(*find<QTableView>("run"), 3).filter(u"stale"_s).isEmpty());
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    QTRY_VERIFY(summary->text().contains(u"would remove nothing"_s));
 }
 
 void tst_inspector::log()

@@ -119,10 +119,29 @@ void ClientHost::tidy()
     if (!begin(tr("Tidying")))
         return;
     const QPointer<ClientHost> self(this);
-    m_client->tidy().then([self] {
-        if (self != nullptr)
-            self->end();
-    });
+    planned()
+        .then([self] {
+            return self != nullptr ? self->m_client->tidy() : QtPromise::QPromise<void>::resolve();
+        })
+        .then([self] {
+            if (self != nullptr)
+                self->end();
+        });
+}
+
+QtPromise::QPromise<TidyPlan> ClientHost::planTidying()
+{
+    if (!m_plan.has_value() || !m_plan->isPending())
+        m_plan = m_client->planTidying();
+    return *m_plan;
+}
+
+QtPromise::QPromise<void> ClientHost::planned() const
+{
+    // A plan and a run are made by the same thread, which would not begin the second.
+    if (!m_plan.has_value())
+        return QtPromise::QPromise<void>::resolve();
+    return m_plan->then([](const TidyPlan&) {}).fail([](const zErrorInfo&) {});
 }
 
 bool ClientHost::openFolder(const Wish& wish)

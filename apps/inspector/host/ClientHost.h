@@ -1,6 +1,7 @@
 #pragma once
 
 #include "client/ClientResults.h"
+#include "tidy/TidyPlan.h"
 
 #include <QObject>
 #include <QString>
@@ -9,6 +10,7 @@
 #include <QtPromise>
 
 #include <memory>
+#include <optional>
 
 class ContentServer;
 class ZGlobalClient;
@@ -49,6 +51,9 @@ public:
     /** What is being done; empty when nothing is. */
     QString task() const { return m_task; }
 
+    /** What tidying would remove now, and why; nothing is removed. Rejected while it is done. */
+    QtPromise::QPromise<TidyPlan> planTidying();
+
 public Q_SLOTS:
     /** Versions, files, loading, pictures of banners. */
     void update();
@@ -74,10 +79,12 @@ private:
     void end();
     void follow(const QtPromise::QPromise<ZUpdateResult>& update);
     QtPromise::QPromise<void> takeUpdate(const ZUpdateResult& result);
+    QtPromise::QPromise<void> planned() const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<ContentServer> m_server;
     ZGlobalClient* m_client;
-    QVector<ZClientFailure> m_failures; // of the last task that can fail
+    QVector<ZClientFailure> m_failures;                  // of the last task that can fail
+    std::optional<QtPromise::QPromise<TidyPlan>> m_plan; // the last
     QString m_task;
 };

@@ -29,7 +29,10 @@ RecordView::RecordView(QWidget* parent)
     horizontalHeader()->setHighlightSections(false);
 
     CopiedRows::addActions(*this, [this] { return shownColumns(); });
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, &RecordView::saveColumns);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (!isStretched(column)) // whose width is that of the window
+            saveColumns();
+    });
     connect(horizontalHeader(), &QHeaderView::sectionMoved, this, &RecordView::saveColumns);
 }
 
@@ -76,6 +79,12 @@ QVector<int> RecordView::shownColumns() const
 QString RecordView::settingsKey() const
 {
     return QStringLiteral("columns/") + m_name;
+}
+
+bool RecordView::isStretched(int column) const
+{
+    const QVector<int> shown = shownColumns();
+    return horizontalHeader()->stretchLastSection() && !shown.isEmpty() && shown.last() == column;
 }
 
 void RecordView::saveColumns() const

@@ -24,6 +24,7 @@ public:
 private:
     QVector<int> shownColumns() const;
     QString settingsKey() const;
+    bool isStretched(int column) const;
     void saveColumns() const;
 
     QString m_name;
