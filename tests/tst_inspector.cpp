@@ -68,6 +68,7 @@ private Q_SLOTS:
     void giftAtAMoment();
     void giftIsNotInThePanel();
     void tidying();
+    void pages();
     void log();
     void serverIsGone();
     void everyPageHasItsPicture();
@@ -326,6 +327,36 @@ void tst_inspector::tidying()
     QVERIFY(!column(*find<QTableView>("run"), 3).filter(u"stale"_s).isEmpty());
     QTest::keyClick(m_window.get(), Qt::Key_F5);
     QTRY_VERIFY(summary->text().contains(u"would remove nothing"_s));
+}
+
+void tst_inspector::pages()
+{
+    m_window->show(u"pages"_s);
+    const auto* answer = find<QTextBrowser>("explanation");
+    const auto saysAll = [answer](const QStringList& words) {
+        const QString page = answer->toPlainText();
+        return std::all_of(words.begin(), words.end(),
+                           [&](const QString& each) { return page.contains(each); });
+    };
+    QTest::keyClick(m_window.get(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), u"https://m.example.com/task/center?a=1"_s);
+    QTRY_VERIFY(saysAll({u"opens embedded: it is the page of a banner"_s, u"/task/center"_s}));
+    find<QLineEdit>("question")->setText(u"https://m.example.com/large/plain"_s);
+    QTRY_VERIFY(saysAll({u"opens outside"_s, u"none of 1 paths"_s}));
+    // In the order of weights, and a click asks for the banner and for its page.
+    auto* banners = find<QListView>("CS_BannerConfig");
+    QCOMPARE(banners->model()->rowCount(), 5);
+    QTest::mouseClick(banners->viewport(), Qt::LeftButton, {},
+                      banners->visualRect(banners->model()->index(0, 0)).center());
+    QVERIFY(
+        saysAll({u"2 “新人首充” is shown: place 1 of 5"_s, u"/recharge/first opens embedded"_s}));
+    auto* leftOut = find<QListWidget>("leftOut");
+    QTRY_COMPARE(leftOut->count(), 2);
+    leftOut->setCurrentRow(0);
+    QVERIFY(saysAll({u"6 “手机专享” is not shown: row 6 is left out for showPosition"_s}));
+    const QString recharge = find<QTableView>("webpages")->model()->index(0, 6).data().toString();
+    QCOMPARE(recharge,
+             m_window->host().ownServer()->baseUrl() + u"/web/pc/recharge.html?version=27"_s);
 }
 
 void tst_inspector::log()

@@ -3,6 +3,7 @@
 #include "inspector/host/ClientHost.h"
 #include "inspector/parts/BubbleDelegate.h"
 #include "inspector/parts/ChatLines.h"
+#include "inspector/parts/CopiedRows.h"
 #include "inspector/parts/DerivedColumn.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/FilterModel.h"
@@ -98,7 +99,7 @@ ChatPage::ChatPage(const Inspected& inspected, QWidget* parent)
     parts->setChildrenCollapsible(false);
     (new QVBoxLayout(this))->addWidget(parts);
     connect(&inspected.host, &ClientHost::sigFilesChanged, this, &ChatPage::refresh);
-    refresh();
+    ChatPage::refresh();
     tellLines();
     explain();
 }
@@ -127,6 +128,11 @@ QVector<Page::Scene> ChatPage::scenes()
     return {scene(QStringLiteral("chat"), QStringLiteral("bubbles")),
             scene(QStringLiteral("chat-stickers"), QStringLiteral("stickers")),
             scene(QStringLiteral("chat-messages"), QStringLiteral("messages"))};
+}
+
+bool ChatPage::isAtRest() const
+{
+    return m_lines->waiting() == 0 && !m_masks->isReading();
 }
 
 QWidget* ChatPage::makeTyping()
@@ -191,6 +197,7 @@ void ChatPage::makeBubbles(Pictures& pictures)
     m_bubbles->setResizeMode(QListView::Adjust);
     m_bubbles->setSpacing(4);
     connect(&pictures, &Pictures::sigLoaded, m_bubbles, &QListView::doItemsLayout);
+    CopiedRows::addActions(*m_bubbles);
     new EmptyNote(m_bubbles, styles->table());
     m_tabs->addTab(m_bubbles, tr("Bubbles"));
 }
@@ -242,6 +249,7 @@ void ChatPage::makeMessages()
     view->horizontalHeader()->moveSection(
         view->horizontalHeader()->visualIndex(m_filled->columnCount() - 1),
         view->horizontalHeader()->visualIndex(m_messages->columnOf(QStringLiteral("zh_cn"))) + 1);
+    connect(filter, &QAbstractItemModel::rowsInserted, view, &RecordView::fitColumns);
     new EmptyNote(view, m_messages->table());
     m_values->setObjectName(QStringLiteral("values"));
     auto* stands = new QLabel(tr("What stands for %1, %2 and so on, &between commas:"));

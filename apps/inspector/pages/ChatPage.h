@@ -27,6 +27,7 @@ public:
     void open(const QString& thing) override;
     void refresh() override;
     QVector<Scene> scenes() override;
+    bool isAtRest() const override;
 
 private:
     QWidget* makeTyping();

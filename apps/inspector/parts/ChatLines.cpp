@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int turnMilliseconds = 8;
-constexpr qint64 millisecond = 1000 * 1000; // in nanoseconds
+constexpr qint64 millisecond = 1000000; // in nanoseconds
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "inspector/parts/LineMasks.h"
 
 #include "inspector/parts/Background.h"
+#include "inspector/parts/CopiedRows.h"
 #include "inspector/parts/EmptyNote.h"
 #include "why/NearWords.h"
 #include "why/Subjects.h"
@@ -31,11 +32,13 @@ QString tableOf(const stWordMask& mask)
     return mask.list == stWordMask::OlderList ? older() : newer();
 }
 
-QTableWidgetItem* number(const QString& text)
+QTableWidgetItem* item(const QVariant& value)
 {
-    auto* item = new QTableWidgetItem(text);
-    item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return item;
+    auto* made = new QTableWidgetItem(value.toString());
+    made->setData(Qt::UserRole, value);
+    if (value.userType() == QMetaType::Int)
+        made->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return made;
 }
 
 } // namespace
@@ -46,11 +49,11 @@ struct LineMasks::Tables
     Why::RawTable older;
     Why::RawTable newer;
 
-    QString rowOf(const stWordMask& mask) const
+    QVariant rowOf(const stWordMask& mask) const
     {
         const bool isOlder = mask.list == stWordMask::OlderList;
         const Why::RawRow* row = (isOlder ? older : newer).find(mask.word);
-        return row == nullptr ? QString() : QString::number(row->row.number);
+        return row == nullptr ? QVariant() : row->row.number;
     }
 };
 
@@ -83,6 +86,7 @@ LineMasks::LineMasks(QWidget* parent)
     m_masks->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_masks->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_masks->horizontalHeader()->setSectionResizeMode(Covers, QHeaderView::Stretch);
+    CopiedRows::addActions(*m_masks);
     connect(m_masks, &QTableWidget::itemActivated, this, [this](const QTableWidgetItem* item) {
         const stWordMask mask = m_line.masks.at(item->row());
         Q_EMIT sigOpen(QStringLiteral("tables"), tableOf(mask) + u'/' + mask.word);
@@ -115,6 +119,7 @@ void LineMasks::explain(const ChatLines::Line& line)
 void LineMasks::readTables()
 {
     const int reading = ++m_reading;
+    m_tables.reset();
     const TableStatus olderStatus = Why::statusOf(older());
     const TableStatus newerStatus = Why::statusOf(newer());
     inBackground(
@@ -138,13 +143,11 @@ void LineMasks::showMasks()
     for (int i = 0; i < masks.size(); ++i) {
         const stWordMask& mask = masks.at(i);
         const QString list = mask.list == stWordMask::OlderList ? tr("older") : tr("newer");
-        const QString row = m_tables == nullptr ? QString() : m_tables->rowOf(mask);
-        m_masks->setItem(i, Word, new QTableWidgetItem(mask.word));
-        m_masks->setItem(i, List, new QTableWidgetItem(list));
-        m_masks->setItem(i, Covers,
-                         new QTableWidgetItem(m_line.typed.mid(mask.start, mask.length)));
-        m_masks->setItem(i, From, number(QString::number(mask.start)));
-        m_masks->setItem(i, Place, number(row));
+        m_masks->setItem(i, Word, item(mask.word));
+        m_masks->setItem(i, List, item(list));
+        m_masks->setItem(i, Covers, item(m_line.typed.mid(mask.start, mask.length)));
+        m_masks->setItem(i, From, item(mask.start));
+        m_masks->setItem(i, Place, item(m_tables == nullptr ? QVariant() : m_tables->rowOf(mask)));
         m_masks->item(i, Word)->setToolTip(
             tr("Enter or a double click shows it in %1").arg(tableOf(mask)));
     }

@@ -23,6 +23,7 @@ public:
 
     /** Looks anew where the words stand. */
     void readTables();
+    bool isReading() const { return m_tables == nullptr; }
 
 Q_SIGNALS:
     /** Somebody wants to see a word in its table: "Table/word". */

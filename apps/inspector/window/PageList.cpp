@@ -1,10 +1,11 @@
 #include "inspector/window/PageList.h"
 
+#include "inspector/pages/CachePage.h"
 #include "inspector/pages/ChatPage.h"
 #include "inspector/pages/GiftsPage.h"
-#include "inspector/pages/CachePage.h"
 #include "inspector/pages/LogPage.h"
 #include "inspector/pages/OverviewPage.h"
+#include "inspector/pages/PagesPage.h"
 #include "inspector/pages/TablesPage.h"
 
 namespace {
@@ -24,6 +25,7 @@ const QVector<PageEntry>& pageList()
         {"tables", QT_TRANSLATE_NOOP("PageList", "Tables"), &make<TablesPage>},
         {"gifts", QT_TRANSLATE_NOOP("PageList", "Gifts"), &make<GiftsPage>},
         {"chat", QT_TRANSLATE_NOOP("PageList", "Chat"), &make<ChatPage>},
+        {"pages", QT_TRANSLATE_NOOP("PageList", "Pages"), &make<PagesPage>},
         {"cache", QT_TRANSLATE_NOOP("PageList", "Cache"), &make<CachePage>},
         {"log", QT_TRANSLATE_NOOP("PageList", "Log"), &make<LogPage>},
     };
