@@ -482,6 +482,34 @@ private Q_SLOTS:
         QCOMPARE(ZTestFolder::read(cachePath(urls.at(1))), QByteArray("whole"));
     }
 
+    void cancelsAll()
+    {
+        m_server->hold(u"/held"_s);
+        m_server->fail(u"/resting"_s, 503);
+        m_http->setRetries(2, 600 * 1000);
+        QSignalSpy retried(m_http, &ZHttpComm::sigRequestRetried);
+        std::vector<std::shared_ptr<Outcome>> outcomes {
+            outcomeOf(m_http->get(m_server->url(u"/resting"_s)))};
+        QTRY_COMPARE(retried.size(), 1);
+        for (int i = 0; i < ZHttpComm::maxUnderWay + 3; ++i)
+            outcomes.push_back(outcomeOf(m_http->get(m_server->url(u"/held"_s))));
+        QTRY_COMPARE(m_server->held(), ZHttpComm::maxUnderWay);
+        m_http->cancelAll();
+        for (const auto& outcome : outcomes) {
+            QTRY_VERIFY(outcome->settled);
+            QVERIFY2(outcome->error.message().endsWith(u": cancelled"_s)
+                         && outcome->error.message().startsWith(m_server->baseUrl()),
+                     qPrintable(outcome->error.message()));
+        }
+        QCOMPARE(m_server->requests(u"/held"_s), ZHttpComm::maxUnderWay);
+        // Their places are free again.
+        m_server->release(u"/held"_s);
+        m_server->serve(u"/other"_s, "body");
+        const auto other = outcomeOf(m_http->get(m_server->url(u"/other"_s)));
+        QTRY_VERIFY(other->settled);
+        QCOMPARE(other->body, QByteArray("body"));
+    }
+
     void requestsMayOutliveTheApplication()
     {
         m_server->hold(u"/held"_s);

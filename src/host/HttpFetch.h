@@ -31,6 +31,9 @@ public:
     /** To be called once; sigDone then comes exactly once, and never from within. */
     void start();
 
+    /** Ends it, whether it waits or is under way. */
+    void cancel();
+
 Q_SIGNALS:
     void sigProgress(qint64 received, qint64 total);
     void sigRetried(int retry, int pause, const QString& cause);
@@ -39,12 +42,18 @@ Q_SIGNALS:
 private:
     void onTurn();
     void request();
+    void endNow();
     void onTried(HttpRequest* request, const HttpOutcome& outcome);
+    void tellCancelled();
     int pauseAfter(const HttpOutcome& outcome);
 
     HttpOrder m_order;
     HttpNetwork& m_network;
     QElapsedTimer m_sinceTurn;
     QTimer m_pause;
+    QTimer m_end;                     // of what was cancelled
+    HttpRequest* m_request = nullptr; // the try that is under way
+    bool m_hasTurn = false;
+    bool m_isCancelled = false;
     int m_tried = 0;
 };

@@ -235,10 +235,19 @@ void HttpRequest::done(const HttpOutcome& outcome)
     if (told.error.isEmpty())
         told.body = m_body;
     else
-        told.error.prepend(
-            m_url.toString(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment)
-            + QStringLiteral(": "));
+        told.error = named(m_url, told.error);
     Q_EMIT sigDone(told);
+}
+
+HttpOutcome HttpRequest::cancelled()
+{
+    return failure(QStringLiteral("cancelled"));
+}
+
+QString HttpRequest::named(const QUrl& url, const QString& cause)
+{
+    return url.toString(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment)
+        + QStringLiteral(": ") + cause;
 }
 
 int HttpRequest::status() const

@@ -50,6 +50,13 @@ public:
 
     /** Ends the request now, unless its answer has begun. */
     void recall();
+    /** Ends the request now. */
+    void cancel() { done(cancelled()); }
+
+    /** The outcome of what somebody called off; its error names no address yet. */
+    static HttpOutcome cancelled();
+    /** A cause with the address in front, as errors have it: without query and user information. */
+    static QString named(const QUrl& url, const QString& cause);
 
 Q_SIGNALS:
     void sigProgress(qint64 received, qint64 total);

@@ -69,6 +69,12 @@ QtPromise::QPromise<QByteArray> ZHttpComm::add(const QUrl& url, bool inBackgroun
     return promise;
 }
 
+void ZHttpComm::cancelAll()
+{
+    for (HttpFetch* fetch : std::as_const(m_fetches))
+        fetch->cancel();
+}
+
 void ZHttpComm::setTimeout(int milliseconds)
 {
     m_timeout = milliseconds;

@@ -76,6 +76,13 @@ public:
     /** As get(), for what nobody waits for. */
     QtPromise::QPromise<QByteArray> getInBackground(const QUrl& url);
 
+    /**
+     * Calls off every request that waits or is under way: its promise is rejected, after this has
+     * returned, with a message that names the address and "cancelled". Requests made afterwards,
+     * from a handler of such a promise too, are others.
+     */
+    void cancelAll();
+
     /** For how many milliseconds a request under way may receive nothing; the default is
      *  defaultTimeout, 0 means for ever. For requests made from now on. */
     void setTimeout(int milliseconds);
