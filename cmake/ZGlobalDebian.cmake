@@ -1,11 +1,13 @@
-# Debian packages by CPack: the libraries, what compiling against them needs, and the program. The
+# Debian packages by CPack: the libraries, what compiling against them needs, and the programs. The
 # preset "package" has what the whole build has to know of it.
 set(debian "${CMAKE_CURRENT_LIST_DIR}/debian")
 set(library libzglobal${PROJECT_VERSION_MAJOR})
 set(same_version "${library} (= ${PROJECT_VERSION})")
 set(qt_development qtbase5-dev)
+set(qt_vectors libqt5svg5)
 if(ZGLOBAL_QT EQUAL 6)
     set(qt_development qt6-base-dev)
+    set(qt_vectors libqt6svg6)
 endif()
 
 file(STRINGS "${debian}/changelog" newest LIMIT_COUNT 1)
@@ -23,7 +25,7 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/CompressPages.cmake")
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_COMPONENTS_ALL runtime development tools)
+set(CPACK_COMPONENTS_ALL runtime development tools inspector)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
@@ -73,6 +75,16 @@ ${about}
 .
 This package has the program zglobal, which updates and shows a client's
 tables and masks chat lines with them, and example content for it to serve.")
+
+zglobal_package(inspector zglobal-inspector devel foreign "${same_version}, zglobal-tools (= ${PROJECT_VERSION})"
+"data tables of a live-streaming client: desktop program
+${about}
+.
+This package has zglobal-inspector, which shows the tables, pictures, masks
+and caches of a client as it sees them, and why it sees them so.")
+# Chinese content in its own script, and the program's own icon.
+set(CPACK_DEBIAN_INSPECTOR_PACKAGE_RECOMMENDS
+    "fonts-wqy-microhei | fonts-noto-cjk, ${qt_vectors}")
 
 # The packages with libraries in the folders where the loader looks.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${debian}/triggers")

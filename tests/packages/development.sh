@@ -23,9 +23,12 @@ expect "星光皇冠" ./embed "$(cat ../address)"
 # shellcheck disable=SC2046
 expect "" g++ -std=c++17 -fPIC ../managers/main.cpp -o managers $(pkg-config --cflags --libs zglobal)
 expect "星光皇冠" ./managers "$(cat ../address)"
+# shellcheck disable=SC2046
+expect "" g++ -std=c++17 -fPIC ../guide/main.cpp -o guide $(pkg-config --cflags --libs zglobalclient zglobalmodels)
+expect "星光皇冠" ./guide "$(cat ../address)"
 cd ..
 
-of_ours=(libzglobal1 libzglobal-dev zglobal-tools)
+of_ours=(libzglobal1 libzglobal-dev zglobal-tools zglobal-inspector)
 for name in "${of_ours[@]}"; do dpkg -L "$name"; done | sort -u >files
 expect /usr/include/ZGlobal cat files
 apt-get -qy purge "${of_ours[@]}" >/tmp/apt.log
