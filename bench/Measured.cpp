@@ -10,9 +10,13 @@
 
 #include <benchmark/benchmark.h>
 
+#include <memory>
+
 int Measured::run(int argc, char** argv, const std::function<void()>& add)
 {
-    const QCoreApplication application(argc, argv);
+    std::unique_ptr<QCoreApplication> application;
+    if (QCoreApplication::instance() == nullptr)
+        application = std::make_unique<QCoreApplication>(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;

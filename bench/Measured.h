@@ -14,7 +14,8 @@
  */
 namespace Measured {
 
-/** Calls add, which adds benchmarks, and runs what the command line says; what main() returns. */
+/** Calls add, which adds benchmarks, and runs what the command line says; what main() returns.
+ * Makes the application, unless there is one. */
 int run(
     int argc, char** argv, const std::function<void()>& add = [] {});
 
