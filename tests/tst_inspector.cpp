@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -20,20 +21,25 @@
 #include <QSlider>
 #include <QTableView>
 #include <QTableWidget>
+#include <QTcpServer>
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QtTest>
 
 namespace {
 
-void copyFolder(const QString& from, const QString& to)
+/** The badges of the levels, five hundred small files, stay where they are: nobody looks at them
+ * here. */
+void copyContent(const QString& from, const QString& to)
 {
     QDir().mkpath(to);
     const auto entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
     for (const QFileInfo& entry : entries) {
         const QString copy = to + u'/' + entry.fileName();
+        if (entry.fileName() == u"logo"_s)
+            continue;
         if (entry.isDir())
-            copyFolder(entry.filePath(), copy);
+            copyContent(entry.filePath(), copy);
         else
             QVERIFY2(QFile::copy(entry.filePath(), copy), qPrintable(copy));
     }
@@ -70,7 +76,9 @@ private Q_SLOTS:
     void tidying();
     void pages();
     void log();
+    void lostRows();
     void serverIsGone();
+    void stop();
     void everyPageHasItsPicture();
 
 private:
@@ -101,7 +109,7 @@ void tst_inspector::initTestCase()
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        QDir::currentPath() + u"/settings"_s);
     QCoreApplication::setOrganizationName(u"ZGlobal"_s);
-    copyFolder(QStringLiteral(ZGLOBAL_CONTENT), m_site);
+    copyContent(QStringLiteral(ZGLOBAL_CONTENT), m_site);
     m_window = std::make_unique<MainWindow>();
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
@@ -379,6 +387,34 @@ void tst_inspector::serverIsGone()
     click("update");
     QVERIFY2(failure().contains(u"could not be learnt"_s), qPrintable(failure()));
     QVERIFY(m_window->findChild<QLabel*>(u"failure"_s)->isVisible());
+}
+
+void tst_inspector::lostRows()
+{
+    m_window->show(u"tables"_s, u"CS_GiftList"_s);
+    auto* view = find<QTableView>("lost");
+    auto* box = find<QCheckBox>("showLost");
+    QTRY_VERIFY(box->isEnabled());
+    QVERIFY(!view->isVisible());
+    box->click();
+    QVERIFY(view->isVisible());
+    view->setCurrentIndex(view->model()->index(0, 0));
+    const QString fate = view->model()->index(0, 3).data().toString();
+    QVERIFY2(find<QLabel>("place")->text().endsWith(fate) && !fate.isEmpty(), qPrintable(fate));
+    box->click();
+}
+
+void tst_inspector::stop()
+{
+    QTcpServer silent; // takes connections and says nothing
+    QVERIFY(silent.listen(QHostAddress::LocalHost));
+    m_window->host().open(
+        {u"http://127.0.0.1:%1"_s.arg(silent.serverPort()), QDir::currentPath(), {}});
+    QTRY_VERIFY(silent.hasPendingConnections());
+    QVERIFY(find<QPushButton>("stop")->isEnabled());
+    click("stop");
+    QVERIFY2(failure().contains(u"cancelled"_s), qPrintable(failure()));
+    QVERIFY(!find<QPushButton>("stop")->isEnabled());
 }
 
 void tst_inspector::everyPageHasItsPicture()

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 
 namespace {
 
@@ -27,6 +28,8 @@ int main(int argc, char* argv[])
     QCoreApplication::setOrganizationName(QStringLiteral("ZGlobal"));
     QCoreApplication::setApplicationName(QStringLiteral("zglobal-inspector"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZGLOBAL_VERSION_STR));
+    QGuiApplication::setDesktopFileName(QStringLiteral("zglobal-inspector"));
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("zglobal-inspector")));
 
     using App = QCoreApplication;
     QCommandLineParser line;
@@ -52,6 +55,10 @@ int main(int argc, char* argv[])
     line.process(application);
 
     Look::setPalette(option(line, "palette"));
+    if (line.isSet(pictures)) { // before anything takes its size from how it looks
+        Look::setPalette(QStringLiteral("light"));
+        Look::setFontForPictures();
+    }
     MainWindow window;
     if (line.isSet(pictures))
         Screenshots::take(window, QDir(line.value(pictures)).absolutePath());

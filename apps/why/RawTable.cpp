@@ -46,6 +46,12 @@ Why::RawTable::RawTable(const TableStatus& status)
         readRows();
 }
 
+bool Why::RawTable::isRecord(const RawRow& row) const
+{
+    const bool isKept = row.fate == RawRow::Overwritten && m_table.schema().isEveryRowKept;
+    return row.fate == RawRow::Record || isKept;
+}
+
 int Why::RawTable::count(RawRow::Fate fate) const
 {
     return static_cast<int>(std::count_if(m_rows.begin(), m_rows.end(),

@@ -44,6 +44,9 @@ public:
     const Table& table() const { return m_table; }
     const QVector<RawRow>& rows() const { return m_rows; }
 
+    /** Whether a row is held as a record: one that a later row answers for may be. */
+    bool isRecord(const RawRow& row) const;
+
     /** How many rows have a fate. */
     int count(RawRow::Fate fate) const;
 

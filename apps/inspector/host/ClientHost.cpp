@@ -2,6 +2,7 @@
 
 #include "client/ZGlobalClient.h"
 #include "datatable/ZDataTableMgr.h"
+#include "host/ZHttpComm.h"
 #include "host/zErrorInfo.h"
 #include "server/ContentFolder.h"
 #include "server/ContentServer.h"
@@ -30,6 +31,11 @@ ClientHost::ClientHost(QObject* parent)
     , m_client(new ZGlobalClient(this))
 {
     connect(m_client, &ZGlobalClient::sigProgress, this, &ClientHost::sigProgress);
+    // What follows on what was stopped has to stop, too.
+    connect(ZHttpComm::getInstance(), &ZHttpComm::sigRequestStarted, this, [this] {
+        if (m_isStopping)
+            ZHttpComm::getInstance()->cancelAll();
+    });
 }
 
 ClientHost::~ClientHost()
@@ -55,13 +61,13 @@ QString ClientHost::server()
 
 void ClientHost::update()
 {
-    if (begin(tr("Updating")))
+    if (begin(tr("Updating"), Stop::Possible))
         follow(m_client->update());
 }
 
 void ClientHost::fetchTables()
 {
-    if (!begin(tr("Fetching")))
+    if (!begin(tr("Fetching"), Stop::Possible))
         return;
     // A load begins with the versions that are saved.
     const QPointer<ClientHost> self(this);
@@ -102,12 +108,12 @@ QtPromise::QPromise<void> ClientHost::takeUpdate(const ZUpdateResult& result)
         if (!isKnown)
             m_failures.append(failure);
     }
-    return m_client->fetchPictures();
+    return m_isStopping ? QtPromise::QPromise<void>::resolve() : m_client->fetchPictures();
 }
 
 void ClientHost::reload()
 {
-    if (!begin(tr("Loading")))
+    if (!begin(tr("Loading"), Stop::Impossible))
         return;
     m_client->load();
     m_failures = m_client->failures();
@@ -116,7 +122,7 @@ void ClientHost::reload()
 
 void ClientHost::tidy()
 {
-    if (!begin(tr("Tidying")))
+    if (!begin(tr("Tidying"), Stop::Impossible))
         return;
     const QPointer<ClientHost> self(this);
     planned()
@@ -184,11 +190,20 @@ bool ClientHost::serveContent(const QString& named)
     return serves;
 }
 
-bool ClientHost::begin(const QString& task)
+void ClientHost::stop()
+{
+    if (!m_canStop)
+        return;
+    m_isStopping = true;
+    ZHttpComm::getInstance()->cancelAll();
+}
+
+bool ClientHost::begin(const QString& task, Stop stop)
 {
     if (!m_task.isEmpty())
         return false;
     m_task = task;
+    m_canStop = stop == Stop::Possible;
     Q_EMIT sigTask(m_task);
     return true;
 }
@@ -196,6 +211,8 @@ bool ClientHost::begin(const QString& task)
 void ClientHost::end()
 {
     m_task.clear();
+    m_canStop = false;
+    m_isStopping = false;
     Q_EMIT sigFilesChanged();
     Q_EMIT sigFailure(wordsOf(m_failures));
     Q_EMIT sigTask(m_task);

@@ -50,6 +50,8 @@ public:
 
     /** What is being done; empty when nothing is. */
     QString task() const { return m_task; }
+    /** Whether it can be stopped; a tidying run cannot, it goes on to its end. */
+    bool canStop() const { return m_canStop; }
 
     /** What tidying would remove now, and why; nothing is removed. Rejected while it is done. */
     QtPromise::QPromise<TidyPlan> planTidying();
@@ -62,6 +64,8 @@ public Q_SLOTS:
     /** Hands the files on the disk to their managers once more. */
     void reload();
     void tidy();
+    /** Ends an update or a fetch: what is not there yet fails as cancelled, what is there stays. */
+    void stop();
 
 Q_SIGNALS:
     /** A task begins, or ends with an empty one. */
@@ -75,7 +79,8 @@ Q_SIGNALS:
 private:
     bool openFolder(const Wish& wish);
     bool serveContent(const QString& named);
-    bool begin(const QString& task);
+    enum class Stop { Possible, Impossible };
+    bool begin(const QString& task, Stop stop);
     void end();
     void follow(const QtPromise::QPromise<ZUpdateResult>& update);
     QtPromise::QPromise<void> takeUpdate(const ZUpdateResult& result);
@@ -87,4 +92,6 @@ private:
     QVector<ZClientFailure> m_failures;                  // of the last task that can fail
     std::optional<QtPromise::QPromise<TidyPlan>> m_plan; // the last
     QString m_task;
+    bool m_canStop = false;
+    bool m_isStopping = false;
 };

@@ -4,13 +4,14 @@
 #include "inspector/parts/Background.h"
 #include "inspector/parts/ChangeMarks.h"
 #include "inspector/parts/FilterModel.h"
-#include "inspector/parts/Look.h"
+#include "inspector/parts/LostRows.h"
 #include "inspector/parts/RecordView.h"
 #include "inspector/parts/RowCells.h"
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/ShownTables.h"
 #include "models/ZRecordModel.h"
 
+#include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
@@ -40,6 +41,9 @@ TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     , m_changes(new ChangeMarks(this))
     , m_filter(new FilterModel(this))
     , m_view(new RecordView)
+    , m_lost(new LostRows(this))
+    , m_lostView(new RecordView)
+    , m_showLost(new QCheckBox)
     , m_search(new SearchBox(tr("Search, or column:text")))
     , m_told(new QLabel)
     , m_place(new QLabel)
@@ -49,7 +53,7 @@ TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     parts->addWidget(makeTables());
     parts->addWidget(makeRecords());
     parts->addWidget(makeRow());
-    parts->setSizes({270, 450, 440});
+    parts->setSizes({230, 370, 560});
     parts->setStretchFactor(1, 1);
     (new QVBoxLayout(this))->addWidget(parts);
     connect(&inspected.host, &ClientHost::sigFilesChanged, this, &TablesPage::refresh);
@@ -98,11 +102,13 @@ QWidget* TablesPage::makeTables()
     m_tableView->setObjectName(QStringLiteral("tables"));
     m_tableView->setModel(m_shownTables);
     m_tableView->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_tableView->horizontalHeader()->setStretchLastSection(true);
     for (int c = 0; c < ZTableModel::ColumnCount; ++c)
         m_tableView->setColumnHidden(c, c != ZTableModel::Table && c != ZTableModel::Records);
     m_tableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_tableView->setColumnWidth(ZTableModel::Table, 190);
+    QHeaderView* header = m_tableView->horizontalHeader();
+    header->setStretchLastSection(false);
+    header->setSectionResizeMode(ZTableModel::Table, QHeaderView::Stretch);
+    header->setSectionResizeMode(ZTableModel::Records, QHeaderView::ResizeToContents);
     m_tableView->sortByColumn(ZTableModel::Table, Qt::AscendingOrder);
     connect(m_tableView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& row) {
@@ -122,7 +128,23 @@ QWidget* TablesPage::makeRecords()
     connect(m_search, &QLineEdit::textChanged, this, &TablesPage::tellChanges);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &TablesPage::showRow);
-    return column({m_search, m_view, m_told});
+    return column({m_search, m_view, m_told, makeLost()});
+}
+
+QWidget* TablesPage::makeLost()
+{
+    auto* filter = new FilterModel(this);
+    filter->setSourceModel(m_lost);
+    m_lostView->setObjectName(QStringLiteral("lost"));
+    m_lostView->setModel(filter);
+    m_lostView->horizontalHeader()->setStretchLastSection(true);
+    m_lostView->hide();
+    m_showLost->setObjectName(QStringLiteral("showLost"));
+    connect(m_search, &QLineEdit::textChanged, filter, &FilterModel::setSearch);
+    connect(m_showLost, &QCheckBox::toggled, this, &TablesPage::showLost);
+    connect(m_lostView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &TablesPage::showLostRow);
+    return column({m_showLost, m_lostView});
 }
 
 QWidget* TablesPage::makeRow()
@@ -147,8 +169,7 @@ void TablesPage::showTable(const QString& table)
 
 void TablesPage::readFile()
 {
-    m_file.reset();
-    showRow();
+    takeFile(nullptr);
     const int reading = ++m_reading;
     const TableStatus status = Why::statusOf(m_records->table());
     inBackground(
@@ -157,9 +178,36 @@ void TablesPage::readFile()
         [this, reading](const std::shared_ptr<const Why::RawTable>& file) {
             if (m_reading != reading)
                 return;
-            m_file = file;
-            showRow();
+            takeFile(file);
         });
+}
+
+void TablesPage::takeFile(const std::shared_ptr<const Why::RawTable>& file)
+{
+    m_file = file;
+    m_lost->setFile(file);
+    const int lost = m_lost->rowCount();
+    m_showLost->setText(tr("Rows of the file that became no record: %1").arg(lost));
+    m_showLost->setEnabled(lost > 0);
+    showLost();
+    showRow();
+}
+
+void TablesPage::showLost()
+{
+    // Where there are no records, they are all that can be shown.
+    const bool isWanted = m_showLost->isChecked() || m_records->rowCount() == 0;
+    m_lostView->setVisible(isWanted && m_lost->rowCount() > 0);
+    m_lostView->fitColumns();
+}
+
+void TablesPage::showLostRow()
+{
+    const QModelIndex shown = m_lostView->currentIndex();
+    const auto* filter = static_cast<const FilterModel*>(m_lostView->model());
+    const Why::RawRow* row = m_lost->row(filter->mapToSource(shown).row());
+    if (m_file != nullptr && row != nullptr)
+        m_place->setText(RowCells::showLost(*m_cells, *row, *m_file));
 }
 
 void TablesPage::showRow()

@@ -6,6 +6,8 @@
 
 class ChangeMarks;
 class FilterModel;
+class LostRows;
+class QCheckBox;
 class QLabel;
 class QTableWidget;
 class RecordView;
@@ -32,10 +34,14 @@ public:
 private:
     QWidget* makeTables();
     QWidget* makeRecords();
+    QWidget* makeLost();
     QWidget* makeRow();
     void showTable(const QString& table);
     void readFile();
     void showRow();
+    void showLost();
+    void showLostRow();
+    void takeFile(const std::shared_ptr<const Why::RawTable>& file);
     void tellChanges();
 
     ShownTables* m_tables;
@@ -45,6 +51,9 @@ private:
     ChangeMarks* m_changes;
     FilterModel* m_filter;
     RecordView* m_view;
+    LostRows* m_lost;
+    RecordView* m_lostView;
+    QCheckBox* m_showLost;
     SearchBox* m_search;
     QLabel* m_told;
     QLabel* m_place;

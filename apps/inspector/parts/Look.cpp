@@ -50,6 +50,13 @@ void Look::setPalette(const QString& name)
                                               QColor(42, 110, 200)));
 }
 
+void Look::setFontForPictures()
+{
+    QFont font(QStringLiteral("WenQuanYi Micro Hei"));
+    font.setPixelSize(13);
+    QApplication::setFont(font);
+}
+
 QColor Look::faultColour(const QPalette& palette)
 {
     return isDark(palette) ? QColor(255, 128, 118) : QColor(176, 22, 22);

@@ -12,6 +12,10 @@ namespace Look {
 /** Puts a palette into force: "light", "dark", or that of the system for anything else. */
 void setPalette(const QString& name);
 
+/** Texts in a font that has Latin and Chinese characters alike, of one size on every machine that
+ * has it; for pictures. */
+void setFontForPictures();
+
 /** For what has gone wrong, and for what nobody reads, on the palette in force. */
 QColor faultColour(const QPalette& palette);
 QColor unreadColour(const QPalette& palette);

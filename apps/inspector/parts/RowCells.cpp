@@ -5,34 +5,40 @@
 #include "models/ZRecordModel.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFontDatabase>
 #include <QHeaderView>
 #include <QTableWidget>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
 enum Column { Name, InFile, InRecord, Note, ColumnCount };
+
+constexpr int widestColumn = 120;
 
 QString tr(const char* text)
 {
     return QCoreApplication::translate("RowCells", text);
 }
 
-/** The row that became the record: by its key, or the same place among those that did. */
+/** The row that became the record: of its key, the first one for the first record and so on; in a
+ *  table without keys the one in the same place. */
 const Why::RawRow* rowOf(const ZRecordModel& records, int row, const Why::RawTable& file)
 {
     const QString key = records.key(row);
-    if (!key.isEmpty())
-        return file.find(key);
-    int place = row;
+    QVector<const Why::RawRow*> found;
     for (const Why::RawRow& each : file.rows()) {
-        if (each.fate == Why::RawRow::Record && place-- == 0)
-            return &each;
+        if (file.isRecord(each) && (key.isEmpty() || each.id == key))
+            found.append(&each);
     }
-    return nullptr;
+    int place = row;
+    if (!key.isEmpty()) {
+        place = 0;
+        for (int before = 0; found.size() > 1 && before < row; ++before)
+            place += records.key(before) == key ? 1 : 0;
+    }
+    return found.value(place, nullptr);
 }
 
 struct Line
@@ -89,6 +95,32 @@ QStringList namesIn(const Why::RawTable& file)
     return names;
 }
 
+QString fill(QTableWidget& cells, const Why::RawRow& raw, const Why::RawTable& file,
+             const std::function<QString(const QString& name)>& held)
+{
+    const QStringList names = namesIn(file);
+    cells.setRowCount(static_cast<int>(names.size()));
+    for (int i = 0; i < names.size(); ++i) {
+        Line line = lineOf(names.at(i), raw.row, file);
+        if (file.table().columns().isEmpty())
+            line = {names.at(i), file.table().cell(raw.row, names.at(i)), {}, {}};
+        line.held = held(names.at(i));
+        const QString cell = line.cell.isUndefined() ? tr("none") : Wording::shown(line.cell);
+        cells.setItem(i, Name, item(line.name, line));
+        cells.setItem(i, InFile, item(cell, line));
+        cells.setItem(i, InRecord, item(line.held, line));
+        cells.setItem(i, Note, item(line.note, line));
+    }
+    for (int column = Name; column < Note; ++column) {
+        cells.resizeColumnToContents(column);
+        cells.setColumnWidth(column, qMin(cells.columnWidth(column), widestColumn));
+    }
+    return tr("Row %1 of version %2: %3")
+        .arg(raw.row.number)
+        .arg(file.status().version)
+        .arg(raw.words);
+}
+
 } // namespace
 
 void RowCells::prepare(QTableWidget& cells)
@@ -98,9 +130,11 @@ void RowCells::prepare(QTableWidget& cells)
         {tr("column"), tr("in the file"), tr("in the record"), tr("note")});
     cells.setEditTriggers(QAbstractItemView::NoEditTriggers);
     cells.setSelectionBehavior(QAbstractItemView::SelectRows);
-    cells.setWordWrap(false);
     cells.verticalHeader()->hide();
-    cells.verticalHeader()->setDefaultSectionSize(cells.fontMetrics().height() + 6);
+    // A note may take some lines; what is longer is in the tool tip.
+    cells.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    cells.verticalHeader()->setMinimumSectionSize(cells.fontMetrics().height() + 6);
+    cells.verticalHeader()->setMaximumSectionSize(4 * cells.fontMetrics().height());
     cells.horizontalHeader()->setStretchLastSection(true);
 }
 
@@ -111,25 +145,13 @@ QString RowCells::show(QTableWidget& cells, const ZRecordModel& records, int row
     cells.setRowCount(0);
     if (raw == nullptr)
         return tr("The file has no such row any more.");
-    const QStringList names = namesIn(file);
-    cells.setRowCount(static_cast<int>(names.size()));
-    for (int i = 0; i < names.size(); ++i) {
-        Line line = lineOf(names.at(i), raw->row, file);
-        if (file.table().columns().isEmpty())
-            line = {names.at(i), file.table().cell(raw->row, names.at(i)), {}, {}};
-        const int column = records.columnOf(names.at(i));
-        if (column >= 0)
-            line.held = records.index(row, column).data().toString();
-        const QString cell = line.cell.isUndefined() ? tr("none") : Wording::shown(line.cell);
-        cells.setItem(i, Name, item(line.name, line));
-        cells.setItem(i, InFile, item(cell, line));
-        cells.setItem(i, InRecord, item(line.held, line));
-        cells.setItem(i, Note, item(line.note, line));
-    }
-    for (int column = Name; column < Note; ++column)
-        cells.setColumnWidth(column, 115);
-    return tr("Row %1 of version %2: %3")
-        .arg(raw->row.number)
-        .arg(file.status().version)
-        .arg(raw->words);
+    return fill(cells, *raw, file, [&](const QString& name) {
+        const int column = records.columnOf(name);
+        return column < 0 ? QString() : records.index(row, column).data().toString();
+    });
+}
+
+QString RowCells::showLost(QTableWidget& cells, const Why::RawRow& row, const Why::RawTable& file)
+{
+    return fill(cells, row, file, [](const QString&) { return QString(); });
 }

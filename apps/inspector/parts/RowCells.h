@@ -16,4 +16,7 @@ void prepare(QTableWidget& cells);
  *  Answers where the row stands. */
 QString show(QTableWidget& cells, const ZRecordModel& records, int row, const Why::RawTable& file);
 
+/** The same of a row that became no record. */
+QString showLost(QTableWidget& cells, const Why::RawRow& row, const Why::RawTable& file);
+
 } // namespace RowCells
