@@ -28,7 +28,7 @@
 
 namespace {
 
-/** The badges of the levels, five hundred small files, stay where they are: nobody looks at them
+/** The pictures of the gifts, four hundred small files, stay where they are: nobody looks at them
  * here. */
 void copyContent(const QString& from, const QString& to)
 {
@@ -36,7 +36,7 @@ void copyContent(const QString& from, const QString& to)
     const auto entries = QDir(from).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot);
     for (const QFileInfo& entry : entries) {
         const QString copy = to + u'/' + entry.fileName();
-        if (entry.fileName() == u"logo"_s)
+        if (entry.fileName() == u"gift"_s)
             continue;
         if (entry.isDir())
             copyContent(entry.filePath(), copy);
