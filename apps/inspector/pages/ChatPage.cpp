@@ -180,6 +180,7 @@ QWidget* ChatPage::makeLines()
     connect(m_lines, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex& first, const QModelIndex& last) {
                 tellLines();
+                markMasks();
                 if (first.row() <= currentLine() && currentLine() <= last.row())
                     explain();
             });
@@ -296,7 +297,7 @@ void ChatPage::goToLine(int line)
 
 void ChatPage::tellLines()
 {
-    QString words = tr("%1 lines, %2 masked, %3 in all")
+    QString words = tr("Lines: %1, masked: %2, %3 in all")
                         .arg(m_lines->rowCount())
                         .arg(m_lines->masked())
                         .arg(ChatLines::timeText(m_lines->nanoseconds()));

@@ -252,7 +252,7 @@ RecordView* PagesPage::addRecords(const QString& name, const QString& title, Der
     view->setObjectName(name);
     view->setModel(filter);
     view->keepColumns(name);
-    view->horizontalHeader()->setStretchLastSection(true);
+    view->horizontalHeader()->setSectionResizeMode(askedColumn, QHeaderView::Stretch);
     connect(filter, &QAbstractItemModel::rowsInserted, view, &RecordView::fitColumns);
     connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this, askedColumn](const QModelIndex& row) {

@@ -5,6 +5,7 @@
 #include "why/Subjects.h"
 
 #include <QAbstractItemView>
+#include <QEvent>
 #include <QVBoxLayout>
 
 EmptyNote::EmptyNote(QAbstractItemView* view, const QString& table)
@@ -14,6 +15,7 @@ EmptyNote::EmptyNote(QAbstractItemView* view, const QString& table)
     setObjectName(QStringLiteral("empty"));
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
+    setForegroundRole(QPalette::WindowText); // not that of the view
     setAttribute(Qt::WA_TransparentForMouseEvents);
     (new QVBoxLayout(view->viewport()))->addWidget(this);
     const QAbstractItemModel* model = view->model();
@@ -30,6 +32,13 @@ QString EmptyNote::faultOf(const QString& table)
 {
     const QString fault = Why::loadFault(Why::statusOf(table));
     return fault.isEmpty() ? QString() : tr("%1 did not load: %2").arg(table, fault);
+}
+
+void EmptyNote::changeEvent(QEvent* event)
+{
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        tell();
 }
 
 void EmptyNote::tell()

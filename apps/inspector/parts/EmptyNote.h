@@ -16,6 +16,9 @@ public:
     /** "Doutu did not load: ..."; empty when it did. */
     static QString faultOf(const QString& table);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void tell();
 

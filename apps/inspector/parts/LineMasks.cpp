@@ -3,6 +3,7 @@
 #include "inspector/parts/Background.h"
 #include "inspector/parts/CopiedRows.h"
 #include "inspector/parts/EmptyNote.h"
+#include "inspector/parts/Look.h"
 #include "why/NearWords.h"
 #include "why/Subjects.h"
 
@@ -60,17 +61,20 @@ struct LineMasks::Tables
 LineMasks::LineMasks(QWidget* parent)
     : QWidget(parent)
     , m_verdict(new QLabel)
+    , m_fault(new QLabel)
     , m_masks(new QTableWidget)
     , m_near(new QLabel)
 {
     m_verdict->setObjectName(QStringLiteral("verdict"));
+    m_fault->setObjectName(QStringLiteral("fault"));
     m_near->setObjectName(QStringLiteral("near"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_verdict);
+    layout->addWidget(m_fault);
     layout->addWidget(m_masks, 1);
     layout->addWidget(m_near);
-    for (QLabel* label : {m_verdict, m_near}) {
+    for (QLabel* label : {m_verdict, m_fault, m_near}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -99,21 +103,28 @@ LineMasks::~LineMasks() = default;
 void LineMasks::explain(const ChatLines::Line& line)
 {
     m_line = line;
-    QStringList words;
     if (line.nanoseconds < 0)
-        words.append(line.typed.isEmpty() ? tr("Nothing is typed yet.")
-                                          : tr("“%1” waits for its turn").arg(line.typed));
+        m_verdict->setText(line.typed.isEmpty() ? tr("Nothing is typed yet.")
+                                                : tr("“%1” waits for its turn").arg(line.typed));
     else if (line.masks.isEmpty())
-        words.append(tr("“%1” is shown as it is").arg(line.typed));
+        m_verdict->setText(tr("“%1” is shown as it is").arg(line.typed));
     else
-        words.append(tr("“%1” is shown as “%2”").arg(line.typed, line.shown));
-    for (const QString& table : {older(), newer()})
-        words.append(EmptyNote::faultOf(table));
-    words.removeAll(QString());
-    m_verdict->setText(words.join(u'\n'));
+        m_verdict->setText(tr("“%1” is shown as “%2”").arg(line.typed, line.shown));
+    tellFaults();
     showMasks();
     m_near->hide();
     lookNear();
+}
+
+void LineMasks::tellFaults()
+{
+    QStringList faults {EmptyNote::faultOf(older()), EmptyNote::faultOf(newer())};
+    faults.removeAll(QString());
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, Look::faultColour(colours));
+    m_fault->setPalette(colours);
+    m_fault->setText(faults.join(u'\n'));
+    m_fault->setVisible(!faults.isEmpty());
 }
 
 void LineMasks::readTables()

@@ -32,11 +32,13 @@ Q_SIGNALS:
 private:
     struct Tables;
 
+    void tellFaults();
     void showMasks();
     void lookNear();
 
     ChatLines::Line m_line;
     QLabel* m_verdict;
+    QLabel* m_fault;
     QTableWidget* m_masks;
     QLabel* m_near;
     std::shared_ptr<const Tables> m_tables; // null while they are being read
