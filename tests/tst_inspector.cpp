@@ -75,6 +75,7 @@ private Q_SLOTS:
     void giftIsNotInThePanel();
     void tidying();
     void pages();
+    void people();
     void log();
     void lostRows();
     void serverIsGone();
@@ -365,6 +366,21 @@ void tst_inspector::pages()
     const QString recharge = find<QTableView>("webpages")->model()->index(0, 6).data().toString();
     QCOMPARE(recharge,
              m_window->host().ownServer()->baseUrl() + u"/web/pc/recharge.html?version=27"_s);
+}
+
+void tst_inspector::people()
+{
+    m_window->show(u"people"_s, u"medal/6"_s);
+    const auto* medals = find<QWidget>("medal");
+    QTest::mouseClick(medals->findChild<QPushButton*>(u"fetch"_s), Qt::LeftButton);
+    QTRY_COMPARE(medals->findChild<QLabel*>(u"animation"_s)->text(),
+                 u"medal_6_moving.png, 3 frames"_s);
+    m_window->show(u"people"_s, u"frame/103"_s);
+    const auto* why = find<QWidget>("frame")->findChild<QTextBrowser*>();
+    find<QTimeEdit>("hour")->setTime({21, 59});
+    QTRY_VERIFY(why->toPlainText().contains(u"shows dusk.png at 21:59:00: that of period 3"_s));
+    QTest::keyClick(find<QSlider>("day"), Qt::Key_Right);
+    QTRY_VERIFY(why->toPlainText().contains(u"shows night.png at 22:00:00: that of period 1"_s));
 }
 
 void tst_inspector::log()

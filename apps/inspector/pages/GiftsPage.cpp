@@ -4,10 +4,10 @@
 #include "gift/ZGiftLabelMgr.h"
 #include "gift/ZGiftListMgr.h"
 #include "inspector/host/ClientHost.h"
+#include "inspector/parts/AnimationBox.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
-#include "inspector/parts/FramePlayer.h"
 #include "inspector/parts/Pictures.h"
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/Tiles.h"
@@ -18,7 +18,6 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QSplitter>
 #include <QTabBar>
 
@@ -116,9 +115,7 @@ GiftsPage::GiftsPage(const Inspected& inspected, QWidget* parent)
     , m_search(new SearchBox(tr("Search, or column:text")))
     , m_time(new TimeSlider)
     , m_count(new QLabel)
-    , m_player(new FramePlayer)
-    , m_frames(new QLabel)
-    , m_fetch(new QPushButton(tr("&Fetch the animation")))
+    , m_animation(new AnimationBox)
     , m_explanation(new ExplanationView)
 {
     m_panel->setSourceModel(m_gifts);
@@ -164,7 +161,7 @@ QVector<Page::Scene> GiftsPage::scenes()
              [this] {
                  m_time->setTime(QDateTime::currentSecsSinceEpoch());
                  open(QStringLiteral("G1014"));
-                 fetchFrames();
+                 m_animation->fetch();
              }},
             {QStringLiteral("gifts-time"), [this] {
                  const QString gift = QStringLiteral("G1195");
@@ -172,13 +169,13 @@ QVector<Page::Scene> GiftsPage::scenes()
                  m_tabs->setCurrentIndex(4);
                  m_view->scrollTo(m_view->currentIndex());
                  m_time->setTime(ZGiftListMgr::getInstance()->getGiftInfoById(gift).endTime + 1);
-                 fetchFrames();
+                 m_animation->fetch();
              }}};
 }
 
 bool GiftsPage::isAtRest() const
 {
-    return !m_explain.isActive() && !m_fetches && !m_player->isReading();
+    return !m_explain.isActive() && m_animation->isAtRest();
 }
 
 QWidget* GiftsPage::makeTop()
@@ -222,20 +219,12 @@ QWidget* GiftsPage::makeTiles(const Inspected& inspected)
 
 QWidget* GiftsPage::makeGift()
 {
-    m_player->setFixedSize(128, 128);
-    m_frames->setObjectName(QStringLiteral("animation"));
-    m_frames->setWordWrap(true);
-    m_frames->setAlignment(Qt::AlignCenter);
-    m_fetch->setObjectName(QStringLiteral("fetch"));
     auto* gift = new QWidget;
     auto* layout = new QVBoxLayout(gift);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_player, 0, Qt::AlignHCenter);
-    layout->addWidget(m_frames);
-    layout->addWidget(m_fetch, 0, Qt::AlignHCenter);
+    layout->addWidget(m_animation);
     layout->addWidget(m_explanation, 1);
-    connect(m_player, &FramePlayer::sigRead, this, &GiftsPage::tellFrames);
-    connect(m_fetch, &QPushButton::clicked, this, &GiftsPage::fetchFrames);
+    connect(m_animation, &AnimationBox::sigFetched, this, [this] { m_explain.start(); });
     connect(m_explanation, &ExplanationView::sigMeant, this, &GiftsPage::open);
     connect(m_explanation, &ExplanationView::sigOrigin, this,
             [this](const QString& thing) { Q_EMIT sigOpen(QStringLiteral("tables"), thing); });
@@ -308,47 +297,12 @@ void GiftsPage::select(const QModelIndex& shown)
 
 void GiftsPage::play()
 {
-    const QString name = ZGiftListMgr::getInstance()->getGiftInfoById(m_selected).animationName;
-    const QString folder = ZGiftListMgr::getInstance()->getGiftAnimationPathById(m_selected);
-    const bool isFilm = name.endsWith(QLatin1String(".mp4"));
-    const bool isThere = !name.isEmpty() && !isFilm && Animations::isThere(folder);
-    m_player->play(isThere ? folder : QString());
-    m_player->setVisible(isThere);
-    m_fetch->setVisible(!name.isEmpty() && !isFilm && !isThere);
-    m_frames->setVisible(!m_selected.isEmpty());
-    m_frames->setText(name.isEmpty() ? tr("This gift has no animation.")
-                          : isFilm   ? tr("%1 is a film, which is not played here.").arg(name)
-                          : isThere  ? name
-                                     : tr("%1 is not on the disk.").arg(name));
-}
-
-void GiftsPage::tellFrames(const QString& fault)
-{
-    const QString name = ZGiftListMgr::getInstance()->getGiftInfoById(m_selected).animationName;
-    m_frames->setText(fault.isEmpty() ? tr("%1, %2 frames").arg(name).arg(m_player->frames())
-                                      : fault);
-}
-
-void GiftsPage::fetchFrames()
-{
     ZGiftListMgr* gifts = ZGiftListMgr::getInstance();
-    if (m_fetch->isHidden())
-        return;
-    m_fetches = true;
-    m_fetch->setEnabled(false);
-    const QString fetched = m_selected;
-    Animations::fetch(gifts->getGiftAnimationPathById(fetched),
-                      gifts->getGiftAnimationUrlById(fetched), this,
-                      [this, fetched](const QString& fault) {
-                          m_fetches = false;
-                          m_fetch->setEnabled(true);
-                          if (fetched != m_selected)
-                              return;
-                          play();
-                          m_explain.start();
-                          if (!fault.isEmpty())
-                              m_frames->setText(fault);
-                      });
+    const QString name = gifts->getGiftInfoById(m_selected).animationName;
+    m_animation->setHidden(m_selected.isEmpty());
+    m_animation->show(Moving {name.isEmpty() ? Moving::None : Moving::Archive, name,
+                              gifts->getGiftAnimationPathById(m_selected),
+                              gifts->getGiftAnimationUrlById(m_selected)});
 }
 
 void GiftsPage::explain()

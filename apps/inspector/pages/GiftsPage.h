@@ -4,11 +4,10 @@
 
 #include <QTimer>
 
+class AnimationBox;
 class ExplanationView;
-class FramePlayer;
 class QComboBox;
 class QLabel;
-class QPushButton;
 class QTabBar;
 class SearchBox;
 class TileView;
@@ -42,8 +41,6 @@ private:
     void count();
     void select(const QModelIndex& shown);
     void play();
-    void tellFrames(const QString& fault);
-    void fetchFrames();
     void explain();
 
     ClientHost& m_host;
@@ -55,12 +52,9 @@ private:
     SearchBox* m_search;
     TimeSlider* m_time;
     QLabel* m_count;
-    FramePlayer* m_player;
-    QLabel* m_frames;
-    QPushButton* m_fetch;
+    AnimationBox* m_animation;
     ExplanationView* m_explanation;
     QTimer m_explain; // once, however fast the slider moves
     QString m_selected;
-    bool m_fetches = false;
     bool m_filters = false;
 };

@@ -17,6 +17,7 @@
 namespace {
 
 constexpr int mostFrames = 300;
+constexpr int usualSpeed = 12; // frames a second
 
 /** Folders are called "name_version", and what comes out of the archive has the name alone. */
 QString descriptionOf(const QString& folder)
@@ -60,7 +61,7 @@ Animations::Frames Animations::read(const QString& folder, const QSize& size)
     }
     const QJsonObject description = QJsonDocument::fromJson(file.readAll()).object();
     const int speed = description.value(QLatin1String("framesPerSecond")).toInt();
-    frames.framesPerSecond = speed > 0 ? qMin(speed, 60) : frames.framesPerSecond;
+    const int milliseconds = 1000 / (speed > 0 ? qMin(speed, 60) : usualSpeed);
     const QJsonArray names = description.value(QLatin1String("frames")).toArray();
     for (const QJsonValue& name : names) {
         const QString path = QDir::cleanPath(name.toString());
@@ -68,14 +69,40 @@ Animations::Frames Animations::read(const QString& folder, const QSize& size)
             continue; // a description that leads out of its folder
         const QImage image = readFrame(folder + u'/' + path, size);
         if (!image.isNull())
-            frames.images.append(image);
-        if (frames.images.size() == mostFrames)
+            frames.shown.append({image, milliseconds});
+        if (frames.shown.size() == mostFrames)
             break;
     }
-    if (frames.images.isEmpty())
+    if (frames.shown.isEmpty())
         frames.fault =
             QCoreApplication::translate("Animations", "%1 lists no frame that can be read")
                 .arg(file.fileName());
+    return frames;
+}
+
+Animations::Frames Animations::readPicture(const QString& path, const QSize& size)
+{
+    Frames frames;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        frames.fault = QStringLiteral("%1: %2").arg(path, file.errorString());
+        return frames;
+    }
+    frames.shown = AnimatedPng::frames(file.readAll());
+    if (!frames.shown.isEmpty())
+        return frames;
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true); // the cache's files have no extension
+    do {
+        const QImage image = reader.read();
+        if (!image.isNull())
+            frames.shown.append({image.width() > size.width() || image.height() > size.height()
+                                     ? image.scaled(size, Qt::KeepAspectRatio)
+                                     : image,
+                                 qMax(reader.nextImageDelay(), 20)});
+    } while (reader.supportsAnimation() && reader.canRead() && frames.shown.size() < mostFrames);
+    if (frames.shown.isEmpty())
+        frames.fault = QStringLiteral("%1: %2").arg(path, reader.errorString());
     return frames;
 }
 

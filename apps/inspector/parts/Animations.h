@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QImage>
+#include "inspector/parts/AnimatedPng.h"
+
+#include <QSize>
 #include <QString>
 #include <QVector>
 
@@ -12,17 +14,19 @@ class QObject;
  *  the frames that it lists. */
 namespace Animations {
 
-/** What an animation's folder holds, to be played. */
+/** What is to be played. */
 struct Frames
 {
-    QVector<QImage> images;
-    int framesPerSecond = 12;
+    QVector<MovingFrame> shown;
     QString fault; ///< why there are none
 };
 
-/** Reads the frames, none larger than size; any thread. Frames beyond the first few hundred are
- *  passed over. */
+/** Reads the frames of a folder, none larger than size; any thread. Frames beyond the first few
+ *  hundred are passed over. */
 Frames read(const QString& folder, const QSize& size);
+
+/** Reads a picture that moves, or one frame of one that does not; any thread. */
+Frames readPicture(const QString& path, const QSize& size);
 
 /** Whether the folder has a description, which is the last thing to come out of an archive. */
 bool isThere(const QString& folder);

@@ -2,8 +2,6 @@
 
 #include "inspector/parts/Background.h"
 
-#include <QDir>
-
 FramePlayer::FramePlayer(QWidget* parent)
     : QLabel(parent)
 {
@@ -15,20 +13,18 @@ FramePlayer::FramePlayer(QWidget* parent)
     });
 }
 
-void FramePlayer::play(const QString& folder)
+void FramePlayer::play(const Read& read)
 {
     m_time.stop();
     m_frames = {};
     clear();
     const int asked = ++m_asked;
-    m_reads = !folder.isEmpty();
-    if (folder.isEmpty())
+    m_reads = read != nullptr;
+    if (!m_reads)
         return;
     const QSize size = maximumSize().boundedTo({512, 512}) * devicePixelRatioF();
-    const QString place = QDir(folder).absolutePath();
     inBackground(
-        *QThreadPool::globalInstance(), this,
-        [place, size] { return Animations::read(place, size); },
+        *QThreadPool::globalInstance(), this, [read, size] { return read(size); },
         [this, asked](const Animations::Frames& frames) {
             if (asked == m_asked)
                 take(frames);
@@ -53,17 +49,20 @@ void FramePlayer::take(const Animations::Frames& frames)
     m_frames = frames;
     m_shown = 0;
     m_reads = false;
-    m_time.setInterval(1000 / frames.framesPerSecond);
-    if (!frames.images.isEmpty())
+    if (!frames.shown.isEmpty())
         showFrame();
-    if (frames.images.size() > 1 && isVisible())
+    if (frames.shown.size() > 1 && isVisible())
         m_time.start();
     Q_EMIT sigRead(frames.fault);
 }
 
 void FramePlayer::showFrame()
 {
-    QPixmap picture = QPixmap::fromImage(m_frames.images.at(m_shown));
-    picture.setDevicePixelRatio(devicePixelRatioF());
+    QPixmap picture = QPixmap::fromImage(m_frames.shown.at(m_shown).image);
+    // As large as it is, unless that does not fit; what has been read is for this screen then.
+    const QSizeF room(size());
+    picture.setDevicePixelRatio(
+        qMax(1.0, qMax(picture.width() / room.width(), picture.height() / room.height())));
     setPixmap(picture);
+    m_time.setInterval(qMax(m_frames.shown.at(m_shown).milliseconds, 10));
 }

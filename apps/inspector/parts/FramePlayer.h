@@ -5,7 +5,9 @@
 #include <QLabel>
 #include <QTimer>
 
-/** Plays the frames of an animation's folder over and over while it is visible. */
+#include <functional>
+
+/** Plays frames over and over while it is visible. */
 class FramePlayer : public QLabel
 {
     Q_OBJECT
@@ -13,11 +15,13 @@ class FramePlayer : public QLabel
 public:
     explicit FramePlayer(QWidget* parent = nullptr);
 
-    /** Begins with what the folder holds; an empty one shows nothing. */
-    void play(const QString& folder);
+    using Read = std::function<Animations::Frames(const QSize& size)>;
+
+    /** Begins with what read() brings, which is called in another thread; nothing shows nothing. */
+    void play(const Read& read = {});
 
     /** How many frames are being played; none while they are read. */
-    int frames() const { return static_cast<int>(m_frames.images.size()); }
+    int frames() const { return static_cast<int>(m_frames.shown.size()); }
     bool isReading() const { return m_reads; }
 
 Q_SIGNALS:

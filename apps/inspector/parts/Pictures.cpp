@@ -4,6 +4,7 @@
 #include "host/zErrorInfo.h"
 #include "inspector/parts/Background.h"
 
+#include <QCryptographicHash>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QPointer>
@@ -57,6 +58,13 @@ QImage Pictures::get(const QString& path, const QString& address, const QSize& s
     else
         fetch(path, address, size);
     return {};
+}
+
+QString Pictures::pathOf(const QString& address)
+{
+    const QByteArray name =
+        QCryptographicHash::hash(address.toUtf8(), QCryptographicHash::Md5).toHex().toUpper();
+    return QStringLiteral("res/images/") + QString::fromLatin1(name);
 }
 
 void Pictures::retry()

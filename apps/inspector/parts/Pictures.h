@@ -27,6 +27,9 @@ public:
      */
     QImage get(const QString& path, const QString& address, const QSize& size);
 
+    /** The file in the cache that the picture of an address has. */
+    static QString pathOf(const QString& address);
+
     /** Why there is no picture; empty while it is being read, and when there is one. */
     QString fault(const QString& path) const { return m_faults.value(path); }
 

@@ -89,12 +89,16 @@ void TileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 void TileDelegate::paintPicture(QPainter& painter, const QRect& inside, const Tile& tile) const
 {
     const qreal ratio = painter.device()->devicePixelRatioF();
-    QImage image = m_pictures.get(tile.path, tile.address, m_picture * ratio);
-    image.setDevicePixelRatio(ratio);
-    QRectF place(QPointF(), QSizeF(image.size()) / ratio);
+    const QImage image = m_pictures.get(tile.path, tile.address, m_picture * ratio);
+    if (image.isNull())
+        return;
+    const bool fits = QRect(QPoint(), m_picture).contains(image.rect());
+    QRectF place(QPointF(),
+                 fits ? image.size() : image.size().scaled(m_picture, Qt::KeepAspectRatio));
     place.moveCenter(QPointF(inside.center().x(), inside.top() + m_picture.height() / 2.0));
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setOpacity(tile.fault.isEmpty() ? 1 : dimmed);
-    painter.drawImage(place.topLeft(), image);
+    painter.drawImage(place, image);
     painter.setOpacity(1);
 }
 

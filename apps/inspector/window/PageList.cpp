@@ -6,6 +6,7 @@
 #include "inspector/pages/LogPage.h"
 #include "inspector/pages/OverviewPage.h"
 #include "inspector/pages/PagesPage.h"
+#include "inspector/pages/PeoplePage.h"
 #include "inspector/pages/TablesPage.h"
 
 namespace {
@@ -24,6 +25,7 @@ const QVector<PageEntry>& pageList()
         {"overview", QT_TRANSLATE_NOOP("PageList", "Overview"), &make<OverviewPage>},
         {"tables", QT_TRANSLATE_NOOP("PageList", "Tables"), &make<TablesPage>},
         {"gifts", QT_TRANSLATE_NOOP("PageList", "Gifts"), &make<GiftsPage>},
+        {"people", QT_TRANSLATE_NOOP("PageList", "People"), &make<PeoplePage>},
         {"chat", QT_TRANSLATE_NOOP("PageList", "Chat"), &make<ChatPage>},
         {"pages", QT_TRANSLATE_NOOP("PageList", "Pages"), &make<PagesPage>},
         {"cache", QT_TRANSLATE_NOOP("PageList", "Cache"), &make<CachePage>},

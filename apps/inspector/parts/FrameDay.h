@@ -1,0 +1,45 @@
+#pragma once
+
+#include "inspector/parts/Page.h"
+
+#include <QTimer>
+#include <QWidget>
+
+class ExplanationView;
+class QListView;
+class QSlider;
+class QTimeEdit;
+class ZRecordModel;
+
+/** The head frames on the line of a day: who wears what at which hour, and which rule says so. */
+class FrameDay : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FrameDay(const Inspected& inspected, QWidget* parent = nullptr);
+
+    /** Whether there is a frame of this id, which is selected then. */
+    bool select(const QString& id);
+    QTime time() const;
+    void setTime(const QTime& time);
+    bool isAtRest() const { return !m_explain.isActive(); }
+
+Q_SIGNALS:
+    /** Somebody wants to see "Table/id". */
+    void sigOrigin(const QString& thing);
+
+private:
+    class Line;
+
+    QWidget* makeTime();
+    void explain();
+
+    ClientHost& m_host;
+    ZRecordModel* m_frames;
+    QListView* m_view;
+    QTimeEdit* m_time;
+    QSlider* m_slider;
+    ExplanationView* m_explanation;
+    QTimer m_explain;
+};
