@@ -333,7 +333,7 @@ void tst_models::tables()
     QVERIFY(cell(ZTableModel::Modified).isValid());
     QVERIFY(!load(u"CS_GiftList"_s, "no table"));
     QCOMPARE(cell(ZTableModel::State).toInt(), int(TableStatus::Failed));
-    QVERIFY(cell(ZTableModel::Error).toString().endsWith(u" is no table"_s));
+    QVERIFY(cell(ZTableModel::Error).toString().contains(u": not JSON at byte 1"_s));
     QCOMPARE(cell(ZTableModel::Records).toInt(), 2);
     QCOMPARE(model.index(row, 0).data(model.roleNames().key("records")), QVariant(2));
     QVERIFY(!model.index(model.rowOf(u"CS_PkRankInfo"_s), ZTableModel::Records).data().isValid());

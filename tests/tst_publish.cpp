@@ -136,6 +136,7 @@ int publishDisturbed(const Disturbance& disturbance)
     const QString tree = QDir::current().filePath(u"www"_s);
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"TMPDIR"_s, QDir::currentPath()); // goes with what a killed one leaves
     environment.insert(u"LD_PRELOAD"_s, QStringLiteral(ZGLOBAL_FAULTS));
     environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
     environment.insert(u"ZGLOBAL_FAULT_REPORT"_s, QDir::current().filePath(u"report"_s));
