@@ -42,6 +42,9 @@ def settled(text):
     text = re.sub(r"\b[0-9A-F]{32}", "DIGEST", text)  # of an address with its port
     text = re.sub(r"(?m)^    “[^”]*”$", "    “DRAWN”", text)
     text = re.sub(r" of [\d-]{10} [\d:]{8} \([^)]*\)", " of TIME", text)  # a file's
+    text = re.sub(r"\((in )?\d+ [a-z]+( ago)?\)", "(AGE)", text)
+    text = re.sub(r" from +loaded", " from  loaded", text)  # above the ages of files
+    text = re.sub(r" (just now|\d+ (second|minute)s? ago) +", " AGE ", text)
     return re.sub(r"(?m)^    now  .*$", "    now", text)
 
 
