@@ -8,6 +8,7 @@
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/FilterModel.h"
 #include "inspector/parts/LineMasks.h"
+#include "inspector/parts/Look.h"
 #include "inspector/parts/PictureDelegate.h"
 #include "inspector/parts/Pictures.h"
 #include "inspector/parts/RecordView.h"
@@ -54,7 +55,7 @@ protected:
         PictureDelegate::initStyleOption(option, index);
         if (option->text.isEmpty())
             option->features &= ~QStyleOptionViewItem::HasDecoration;
-        option->font.setPointSizeF(option->font.pointSizeF() * 0.85);
+        option->font = Look::smaller(option->font);
         option->fontMetrics = QFontMetrics(option->font);
         option->decorationPosition = QStyleOptionViewItem::Top;
         option->decorationAlignment = Qt::AlignCenter;

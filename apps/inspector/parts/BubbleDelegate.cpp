@@ -88,15 +88,13 @@ void BubbleDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->setPen(colours.color(selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawText(words, Qt::AlignLeft, bubble.title);
     words.translate(0, line);
-    QFont small = option.font;
-    small.setPointSizeF(small.pointSizeF() * 0.85);
-    painter->setFont(small);
+    painter->setFont(Look::smaller(option.font));
     if (!selected)
         painter->setPen(bubble.fault.isEmpty() ? colours.color(QPalette::PlaceholderText)
                                                : Look::faultColour(colours));
     const QString below = bubble.fault.isEmpty() ? bubble.words : bubble.fault;
     painter->drawText(words, Qt::AlignLeft,
-                      QFontMetrics(small).elidedText(below, Qt::ElideRight, words.width()));
+                      painter->fontMetrics().elidedText(below, Qt::ElideRight, words.width()));
     painter->restore();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
@@ -55,6 +56,13 @@ void Look::setFontForPictures()
     QFont font(QStringLiteral("WenQuanYi Micro Hei"));
     font.setPixelSize(13);
     QApplication::setFont(font);
+}
+
+QFont Look::smaller(QFont font)
+{
+    constexpr double share = 0.85;
+    font.setPixelSize(qRound(QFontInfo(font).pixelSize() * share));
+    return font;
 }
 
 QColor Look::faultColour(const QPalette& palette)

@@ -4,6 +4,7 @@
 #include <QString>
 
 class QApplication;
+class QFont;
 class QPalette;
 
 /** How the program looks. */
@@ -15,6 +16,9 @@ void setPalette(const QString& name);
 /** Texts in a font that has Latin and Chinese characters alike, of one size on every machine that
  * has it; for pictures. */
 void setFontForPictures();
+
+/** The font for what goes below something else, whichever way its size is given. */
+QFont smaller(QFont font);
 
 /** For what has gone wrong, and for what nobody reads, on the palette in force. */
 QColor faultColour(const QPalette& palette);
