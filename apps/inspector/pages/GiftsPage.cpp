@@ -274,6 +274,8 @@ void GiftsPage::filter()
     // A view whose current row goes takes a neighbour, which nobody has asked for.
     m_view->setCurrentIndex(m_panel->mapFromSource(m_gifts->index(m_gifts->rowOf(m_selected), 0)));
     m_filters = false;
+    if (m_panel->rowCount() == 1 && !m_search->text().isEmpty())
+        m_view->setCurrentIndex(m_panel->index(0, 0)); // what was looked for
     count();
     m_explain.start(); // of what is looked for, where no tile has it
 }
