@@ -98,12 +98,17 @@ CachePage::CachePage(const Inspected& inspected, QWidget* parent)
     layout->addWidget(makeTop());
     layout->addWidget(whole, 1);
     connectHost();
-    look();
 }
 
 void CachePage::refresh()
 {
     look();
+}
+
+void CachePage::showEvent(QShowEvent* event)
+{
+    Page::showEvent(event);
+    look(); // other pages have things fetched
 }
 
 void CachePage::look()
@@ -205,11 +210,10 @@ QWidget* CachePage::makeEntries()
     m_view->setModel(m_filter);
     m_view->keepColumns(QStringLiteral("cache"));
     m_view->horizontalHeader()->setStretchLastSection(true);
-    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this](const QModelIndex& row) {
-                const CacheEntry* entry = m_entries->entry(m_filter->mapToSource(row).row());
-                m_map->mark(entry == nullptr ? QString() : entry->path);
-            });
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
+        const CacheEntry* entry = current();
+        m_map->mark(entry == nullptr ? QString() : entry->path);
+    });
     connect(m_view, &QAbstractItemView::activated, this, [this](const QModelIndex& row) {
         enter(m_entries->entry(m_filter->mapToSource(row).row())->path);
     });
@@ -297,15 +301,23 @@ void CachePage::fitColumns()
 
 void CachePage::take(const CacheTree& tree)
 {
-    m_tree = tree;
     QVector<const CacheEntry*> folders {tree.get()};
     for (const CacheEntry& entry : tree->entries) {
         if (entry.isFolder)
             folders.append(&entry);
     }
+    const bool isFirst = m_tree == nullptr;
+    const CacheEntry* entry = current();
+    const QString selected = entry == nullptr ? QString() : entry->path;
     const QString shown = m_shown; // selecting its row must not lead elsewhere
+    m_tree = tree;
     m_folders->show(tree, folders);
-    showFolder(shown);
+    if (isFirst) // somebody may have asked for a file
+        enter(shown);
+    else
+        showFolder(shown);
+    if (!selected.isEmpty())
+        select(selected);
     judge();
     fitColumns();
 }
@@ -334,6 +346,11 @@ void CachePage::showFolder(const QString& path)
     m_map->show(m_tree, *folder);
     m_up->setEnabled(m_shown != cache());
     m_place->setText(tr("%1: %2").arg(m_shown, sizeOf(*folder)));
+}
+
+const CacheEntry* CachePage::current() const
+{
+    return m_entries->entry(m_filter->mapToSource(m_view->currentIndex()).row());
 }
 
 void CachePage::select(const QString& path)

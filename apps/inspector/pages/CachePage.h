@@ -25,6 +25,10 @@ public:
     /** A file or folder, by its path from the working folder. */
     void open(const QString& thing) override;
     QVector<Scene> scenes() override;
+    bool isAtRest() const override { return m_tree != nullptr && !m_isPlanning; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     QWidget* makeTop();
@@ -39,6 +43,7 @@ private:
     void fitColumns();
     void take(const CacheTree& tree);
     void showFolder(const QString& path);
+    const CacheEntry* current() const;
     void select(const QString& path);
     void enter(const QString& path);
 

@@ -1,5 +1,7 @@
 #include "inspector/parts/TidyVerdicts.h"
 
+#include "datatable/ZDataTableMgr.h"
+
 #include <QDir>
 #include <QLocale>
 
@@ -23,6 +25,9 @@ void TidyVerdicts::setPlan(const TidyPlan& plan)
 {
     *this = {};
     m_isPlanned = true;
+    const auto tables = ZDataTableMgr::getInstance()->getTableStatuses();
+    for (const TableStatus& table : tables)
+        m_tables.insert(QDir::cleanPath(table.path), table.table);
     for (const TidyFolder& folder : plan) {
         for (const TidyDecision& decision : folder.decisions)
             m_decisions.insert(QDir::cleanPath(decision.path), decision);
@@ -145,7 +150,7 @@ QString TidyVerdicts::reason(const TidyDecision& decision)
     }
 }
 
-QString TidyVerdicts::reasonToKeep(const TidyDecision& decision)
+QString TidyVerdicts::reasonToKeep(const TidyDecision& decision) const
 {
     switch (decision.reason) {
     case TidyDecision::HighestVersion:
@@ -161,7 +166,8 @@ QString TidyVerdicts::reasonToKeep(const TidyDecision& decision)
         return tr("a download whose age cannot be told");
     default:
         if (isIn(decision, "res/dataTable"))
-            return tr("a table's current file");
+            return tr("the current file of %1")
+                .arg(m_tables.value(QDir::cleanPath(decision.path), tr("a table")));
         return isIn(decision, "res/animation") ? tr("a gift plays it")
                                                : tr("the flash table names it");
     }

@@ -57,10 +57,11 @@ private:
     bool goesAbove(const QString& path) const;
     TidyVerdict verdict(const TidyDecision& decision) const;
     static QString reason(const TidyDecision& decision);
-    static QString reasonToKeep(const TidyDecision& decision);
+    QString reasonToKeep(const TidyDecision& decision) const;
 
     bool m_isPlanned = false;
     QHash<QString, TidyDecision> m_decisions; // by path, cleaned
     QHash<QString, Sum> m_sums;               // by folder, of all that is in it
+    QHash<QString, QString> m_tables;         // by the path of the current file
     QSet<QString> m_removed;
 };
