@@ -73,6 +73,7 @@ private Q_SLOTS:
     void chat();
     void giftAtAMoment();
     void giftIsNotInThePanel();
+    void look();
     void tidying();
     void pages();
     void people();
@@ -307,6 +308,23 @@ void tst_inspector::giftIsNotInThePanel()
     const auto* why = find<QTextBrowser>("explanation");
     QTRY_VERIFY(why->toPlainText().contains(u"row 7 is left out for valid"_s));
     find<QLineEdit>("search")->clear();
+}
+
+void tst_inspector::look()
+{
+    m_window->show(u"look"_s, u"nobility/4"_s);
+    QCOMPARE(find<QLabel>("told")->text(), u"伯爵 has 5 of 10 privileges"_s);
+    const auto* ranks = find<QTableView>("NobleConsume");
+    QCOMPARE(ranks->currentIndex().siblingAtColumn(2).data().toString(), u"3000"_s);
+    QCOMPARE(ranks->model()->index(1, 8).data().toString(), u"head frame 201; car noble_knight"_s);
+    QTRY_VERIFY(find<QLabel>("skin1")->text().startsWith(u"160 x 24 pixels"_s));
+    m_window->show(u"look"_s, u"flash/level_up"_s);
+    const auto* flashes = find<QTableView>("FlashConfig");
+    QCOMPARE(flashes->currentIndex().siblingAtColumn(3).data().toString(), u"missing"_s);
+    auto* box = find<QWidget>("flash");
+    QTest::mouseClick(box->findChild<QPushButton*>(u"fetch"_s), Qt::LeftButton);
+    QTRY_COMPARE(box->findChild<QLabel*>(u"animation"_s)->text(), u"level_up, 2 frames"_s);
+    QCOMPARE(flashes->currentIndex().siblingAtColumn(3).data().toString(), u"there"_s);
 }
 
 void tst_inspector::tidying()

@@ -4,6 +4,7 @@
 #include "inspector/pages/ChatPage.h"
 #include "inspector/pages/GiftsPage.h"
 #include "inspector/pages/LogPage.h"
+#include "inspector/pages/LookPage.h"
 #include "inspector/pages/OverviewPage.h"
 #include "inspector/pages/PagesPage.h"
 #include "inspector/pages/PeoplePage.h"
@@ -28,6 +29,7 @@ const QVector<PageEntry>& pageList()
         {"people", QT_TRANSLATE_NOOP("PageList", "People"), &make<PeoplePage>},
         {"chat", QT_TRANSLATE_NOOP("PageList", "Chat"), &make<ChatPage>},
         {"pages", QT_TRANSLATE_NOOP("PageList", "Pages"), &make<PagesPage>},
+        {"look", QT_TRANSLATE_NOOP("PageList", "Look"), &make<LookPage>},
         {"cache", QT_TRANSLATE_NOOP("PageList", "Cache"), &make<CachePage>},
         {"log", QT_TRANSLATE_NOOP("PageList", "Log"), &make<LogPage>},
     };
