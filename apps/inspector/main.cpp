@@ -62,10 +62,10 @@ int main(int argc, char* argv[])
     MainWindow window;
     if (line.isSet(pictures))
         Screenshots::take(window, QDir(line.value(pictures)).absolutePath());
+    window.show();
+    window.host().open({option(line, "server"), option(line, "data"), option(line, "content")});
     const QString wanted = option(line, "page");
     if (!wanted.isEmpty())
         window.show(wanted.section(u':', 0, 0), wanted.section(u':', 1));
-    window.show();
-    window.host().open({option(line, "server"), option(line, "data"), option(line, "content")});
     return QApplication::exec();
 }

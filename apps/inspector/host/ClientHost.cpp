@@ -47,7 +47,13 @@ ClientHost::~ClientHost()
 
 void ClientHost::open(const Wish& wish)
 {
-    if (!openFolder(wish))
+    const bool opened = openFolder(wish);
+    if (!opened) { // nothing is to be made where the program was started
+        m_folder = std::make_unique<QTemporaryDir>();
+        QDir::setCurrent(m_folder->path());
+    }
+    Q_EMIT sigEntered();
+    if (!opened)
         return;
     m_client->load(); // a folder that is new has nothing yet
     Q_EMIT sigFilesChanged();

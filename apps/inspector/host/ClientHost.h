@@ -68,6 +68,9 @@ public Q_SLOTS:
     void stop();
 
 Q_SIGNALS:
+    /** The folder is entered: from now on managers find their files, and make their folders, there.
+     */
+    void sigEntered();
     /** A task begins, or ends with an empty one. */
     void sigTask(const QString& task);
     void sigProgress(int finished, int started, qint64 received);

@@ -332,7 +332,6 @@ void LookPage::fetchSkin()
     m_triedSkin = true;
     m_pictures.retry();
     m_skinComes.start(longestWait);
-    QDir().mkpath(QStringLiteral("res/skin")); // the manager may be older than the folder
     ZPCSkinMgr::getInstance().loadPCSkinImages();
     for (const SkinPart& part : qAsConst(m_skin))
         tellSkin(part);

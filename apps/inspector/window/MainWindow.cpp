@@ -68,7 +68,12 @@ MainWindow::MainWindow(QWidget* parent)
     connect(m_list, &QListWidget::currentRowChanged, this, &MainWindow::showPage);
     resize(1280, 800);
     restoreGeometry(QSettings().value(geometryKey()).toByteArray());
-    m_list->setCurrentRow(qMax(0, placeOf(QSettings().value(pageKey()).toString())));
+    m_list->setEnabled(false); // the focus would choose a page
+    connect(&m_host, &ClientHost::sigEntered, this, [this] {
+        m_list->setEnabled(true);
+        if (current() == nullptr)
+            m_list->setCurrentRow(qMax(0, placeOf(QSettings().value(pageKey()).toString())));
+    });
     QString advice;
     if (!Look::hasChineseFont(&advice))
         m_status->tellAdvice(advice);

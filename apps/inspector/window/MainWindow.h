@@ -30,7 +30,7 @@ public:
     void show(const QString& name, const QString& thing = {});
     using QMainWindow::show;
 
-    /** The page that is shown. */
+    /** The page that is shown; null until the host has entered its folder. */
     Page* current() const;
 
 protected:
