@@ -451,6 +451,21 @@ void tst_inspector::stop()
     QVERIFY(!find<QPushButton>("stop")->isEnabled());
 }
 
+/** What the views of a page hold. */
+static QString textsOf(const Page* page)
+{
+    QString texts;
+    const auto views = page->findChildren<QAbstractItemView*>();
+    for (const QAbstractItemView* view : views) {
+        const QAbstractItemModel* model = view->model();
+        for (int row = 0; model != nullptr && row < model->rowCount(); ++row) {
+            for (int column = 0; column < model->columnCount(); ++column)
+                texts += model->index(row, column).data().toString() + u'\n';
+        }
+    }
+    return texts;
+}
+
 void tst_inspector::everyPageHasItsPicture()
 {
     QProcess program;
@@ -460,10 +475,21 @@ void tst_inspector::everyPageHasItsPicture()
     program.start(QStringLiteral(ZGLOBAL_INSPECTOR), {u"--screenshots"_s, u"pictures"_s});
     QVERIFY(program.waitForFinished(-1));
     QVERIFY2(program.exitCode() == 0, program.readAllStandardError().constData());
+    const QMap<QString, QString> shown {{u"overview"_s, u"CS_GiftList"_s},
+                                        {u"tables"_s, u"星光皇冠"_s},
+                                        {u"gifts"_s, u"星光皇冠"_s},
+                                        {u"people"_s, u"平民1"_s},
+                                        {u"chat"_s, u"代充金豆"_s},
+                                        {u"pages"_s, u"周年回顾"_s},
+                                        {u"look"_s, u"帝王"_s},
+                                        {u"cache"_s, u"dataTable"_s},
+                                        {u"log"_s, u"加载完毕"_s}};
     for (const PageEntry& entry : pageList()) {
-        Page* page = m_window->page(QLatin1String(entry.name));
+        const QString name = QString::fromLatin1(entry.name);
+        Page* page = m_window->page(name);
         const auto scenes = page->scenes();
         QVERIFY(!scenes.isEmpty());
+        QVERIFY2(textsOf(page).contains(shown.value(name, u"?"_s)), entry.name);
         for (const Page::Scene& scene : scenes) {
             for (const QString& palette : {u""_s, u"-dark"_s}) {
                 const QImage picture(u"pictures/"_s + scene.name + palette + u".png"_s);
