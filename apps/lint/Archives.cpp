@@ -28,7 +28,7 @@ Archives::Verdict unpacked(const QByteArray& bytes, const QString& name, const Q
 Archives::Verdict Archives::verdictOn(const QString& path, const QString& version,
                                       const QString& description)
 {
-    m_pause();
+    m_pause(QFileInfo(path).fileName());
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {file.errorString(), false};

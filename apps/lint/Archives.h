@@ -17,8 +17,8 @@ public:
         bool hasDescription = false; ///< whether the file in question is in it
     };
 
-    /** Called before each archive; what it throws comes through. */
-    void setPause(const std::function<void()>& pause) { m_pause = pause; }
+    /** Called with the file's name before each archive; what it throws comes through. */
+    void setPause(const std::function<void(const QString&)>& pause) { m_pause = pause; }
 
     /** Unpacks the archive in a temporary folder, and looks there for the file described. The
      *  version is a part of the name that a client gives it. */
@@ -26,5 +26,5 @@ public:
 
 private:
     QHash<QByteArray, Verdict> m_known;
-    std::function<void()> m_pause = [] {};
+    std::function<void(const QString&)> m_pause = [](const QString&) {};
 };

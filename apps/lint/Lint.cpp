@@ -26,7 +26,7 @@ Lint::Lint(const QStringList& silenced, const QStringList& phrases)
 {
 }
 
-void Lint::setPause(const std::function<void()>& pause)
+void Lint::setPause(const std::function<void(const QString& what)>& pause)
 {
     m_pause = pause;
     m_archives.setPause(pause);
@@ -40,7 +40,7 @@ QVector<Finding> Lint::findings(const Content& content, const Content* published
     for (auto file = content.tables.begin(); file != content.tables.end(); ++file)
         tables.append(Table(file.key(), *file));
     for (const Table& table : tables) {
-        m_pause();
+        m_pause(table.name());
         if (!Content::isTable(table.name()))
             continue;
         Checks::checkTable(table, findings);
@@ -51,13 +51,13 @@ QVector<Finding> Lint::findings(const Content& content, const Content* published
     }
     ContentChecks::checkReferences(tables, findings);
     ContentChecks::checkFiles(content, tables, m_archives, findings);
-    m_pause();
+    m_pause(QStringLiteral("versions"));
     ContentChecks::checkVersions(content, tables, findings);
     if (published != nullptr)
         ContentChecks::checkChanges(content, *published, findings);
     if (published != nullptr && moment.isValid())
         ContentChecks::checkShown(content, *published, moment, findings);
-    m_pause();
+    m_pause(QStringLiteral("words"));
     ContentChecks::checkWords(tables, m_phrases, findings);
     QVector<Finding> all = findings.all();
     std::stable_sort(all.begin(), all.end(), &comesBefore);

@@ -20,8 +20,9 @@ public:
     /** Rules are silenced by name; no forbidden word may mask one of the phrases. */
     explicit Lint(const QStringList& silenced = {}, const QStringList& phrases = everydayPhrases());
 
-    /** Called now and then during the work; what it throws ends that, with nothing left behind. */
-    void setPause(const std::function<void()>& pause);
+    /** Called now and then during the work, with what comes next; what it throws ends the work,
+     * with nothing left behind. */
+    void setPause(const std::function<void(const QString& what)>& pause);
 
     /**
      * In the order of the tables, and within each of the rows. The published content is what
@@ -38,5 +39,5 @@ private:
     QStringList m_silenced;
     QStringList m_phrases;
     Archives m_archives;
-    std::function<void()> m_pause = [] {};
+    std::function<void(const QString&)> m_pause = [](const QString&) {};
 };

@@ -228,6 +228,7 @@ QString Plan::imitate()
 void Plan::judge(const PublishOptions& options)
 {
     Lint lint(options.silenced);
+    lint.setPause(options.pause);
     QStringList known;
     if (!before.folder.isEmpty()) {
         for (const Finding& finding : lint.findings(before))

@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 QT_BEGIN_NAMESPACE
@@ -23,6 +24,8 @@ struct PublishOptions
     QString encoding;     ///< of the sheets; empty when they tell it
     bool isWhole = false; ///< what the source lacks is taken away, tables apart
     int kept = 5;         ///< so many releases, the new one among them
+    /** Called now and then, with what is looked over next; what it throws ends the planning. */
+    std::function<void(const QString& what)> pause = [](const QString&) {};
 };
 
 /** A release that is to be, what is to be said of it, and what it would change. */

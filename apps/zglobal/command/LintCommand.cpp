@@ -1,12 +1,12 @@
 #include "command/Commands.h"
 #include "command/FindingReport.h"
 #include "console/Failure.h"
-#include "console/Interrupt.h"
 #include "console/Json.h"
 #include "console/Literals.h"
 #include "console/Readable.h"
 #include "console/Terminal.h"
 #include "console/TextTable.h"
+#include "console/WorkLine.h"
 #include "lint/Lint.h"
 
 #include <QFile>
@@ -88,14 +88,17 @@ int run(const QCommandLineParser& line)
     if (line.positionalArguments().isEmpty())
         throw UsageFailure(u"DIR or FILE is missing; see \"zglobal lint --help\""_s);
     Lint lint(FindingReport::silencedBy(line), phrasesFor(line));
-    lint.setPause(&Interrupt::check);
     const QDateTime moment = momentFor(line);
     const Content content = contentAt(line.positionalArguments());
     std::optional<Content> published;
     if (line.isSet(againstOption()))
         published = contentAt({line.value(againstOption())});
-    const QVector<Finding> findings =
-        lint.findings(content, published ? &*published : nullptr, moment);
+    QVector<Finding> findings;
+    {
+        WorkLine work(u"looking over"_s);
+        lint.setPause([&work](const QString& what) { work.next(what); });
+        findings = lint.findings(content, published ? &*published : nullptr, moment);
+    }
     if (CommandLine::wantsJson(line))
         Json::print(FindingReport::json(findings));
     else

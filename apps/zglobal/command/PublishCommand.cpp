@@ -5,6 +5,7 @@
 #include "console/Json.h"
 #include "console/Literals.h"
 #include "console/Terminal.h"
+#include "console/WorkLine.h"
 
 #include <QDir>
 
@@ -71,12 +72,12 @@ int run(const QCommandLineParser& line)
     Publishing::openFor(line, tree);
     takeOver(line, tree);
     Plan plan;
-    const bool isWatched = Terminal::isErrorTerminal();
-    if (isWatched)
-        Terminal::draw(u"\r\x1b[Klooking over what would be published"_s);
-    const QString fault = plan.publish(arguments.at(0), tree, options);
-    if (isWatched)
-        Terminal::draw(u"\r\x1b[K"_s);
+    QString fault;
+    {
+        WorkLine work(u"looking over"_s);
+        options.pause = [&work](const QString& what) { work.next(what); };
+        fault = plan.publish(arguments.at(0), tree, options);
+    }
     Publishing::check(fault);
     const bool hasWarning = FindingReport::count(plan.findings, Severity::Warning) > 0;
     if (plan.isRefused() || (line.isSet(strictOption()) && hasWarning))
