@@ -110,7 +110,8 @@ const ColumnSchema* ZRecordModel::schema(int column) const
 
 QVariant ZRecordModel::value(int row, const QString& column) const
 {
-    return data(index(row, columnOf(column)), ValueRole);
+    const QModelIndex place = index(row, columnOf(column)); // invalid for what is not there
+    return place.isValid() ? data(place, ValueRole) : QVariant();
 }
 
 QString ZRecordModel::key(int row) const

@@ -53,10 +53,13 @@ public:
     /** What the manager declares of a column; null for that of a table without any. */
     const ColumnSchema* schema(int column) const;
 
-    /** What the record of a row holds, in the type of its field; invalid for an unknown name. */
+    /** What the record of a row holds, in the type of its field; invalid for an unknown name or
+     * row.
+     */
     QVariant value(int row, const QString& column) const;
 
-    /** What names the record of a row, as text; empty in a table where nothing does. */
+    /** What names the record of a row, as text; empty in a table where nothing does, and for a row
+     *  that is not there. */
     QString key(int row) const;
 
     /** The first row of that key; -1 when there is none. */
