@@ -111,7 +111,7 @@ void LogModel::handle(QtMsgType type, const QMessageLogContext& context, const Q
             {QTime::currentTime(), severityOf(type), QString::fromUtf8(context.category), text});
         // Many lines at a time cost the views one insertion.
         if (queue.lines.size() == 1 && queue.model != nullptr)
-            QMetaObject::invokeMethod(queue.model, &LogModel::take, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(queue.model, "take", Qt::QueuedConnection);
     }
     if (before != nullptr)
         before(type, context, text);

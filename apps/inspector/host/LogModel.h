@@ -31,6 +31,9 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
+private Q_SLOTS:
+    void take();
+
 private:
     struct Line
     {
@@ -42,7 +45,6 @@ private:
     class Queue;
 
     static void handle(QtMsgType type, const QMessageLogContext& context, const QString& text);
-    void take();
 
     QVector<Line> m_lines;
 };
