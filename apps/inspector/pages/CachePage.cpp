@@ -5,6 +5,7 @@
 #include "inspector/host/LogModel.h"
 #include "inspector/parts/Background.h"
 #include "inspector/parts/CacheEntries.h"
+#include "inspector/parts/Column.h"
 #include "inspector/parts/FilterModel.h"
 #include "inspector/parts/RecordView.h"
 #include "inspector/parts/SearchBox.h"
@@ -26,16 +27,6 @@ constexpr int followedEvery = 200; // milliseconds
 QString cache()
 {
     return QStringLiteral("res");
-}
-
-QWidget* column(std::initializer_list<QWidget*> widgets)
-{
-    auto* made = new QWidget;
-    auto* layout = new QVBoxLayout(made);
-    layout->setContentsMargins(0, 0, 0, 0);
-    for (QWidget* widget : widgets)
-        layout->addWidget(widget);
-    return made;
 }
 
 QString sizeOf(const CacheEntry& folder)

@@ -3,6 +3,7 @@
 #include "inspector/host/ClientHost.h"
 #include "inspector/parts/BubbleDelegate.h"
 #include "inspector/parts/ChatLines.h"
+#include "inspector/parts/Column.h"
 #include "inspector/parts/CopiedRows.h"
 #include "inspector/parts/DerivedColumn.h"
 #include "inspector/parts/EmptyNote.h"
@@ -32,16 +33,6 @@
 namespace {
 
 const QSize stickerSize(64, 64);
-
-QWidget* column(std::initializer_list<QWidget*> widgets)
-{
-    auto* made = new QWidget;
-    auto* layout = new QVBoxLayout(made);
-    layout->setContentsMargins(0, 0, 0, 0);
-    for (QWidget* widget : widgets)
-        layout->addWidget(widget);
-    return made;
-}
 
 /** Pictures with their names below. */
 class NamedPictures : public PictureDelegate

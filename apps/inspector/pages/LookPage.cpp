@@ -3,6 +3,7 @@
 #include "client/ZGlobalClient.h"
 #include "inspector/host/ClientHost.h"
 #include "inspector/parts/AnimationBox.h"
+#include "inspector/parts/Column.h"
 #include "inspector/parts/DerivedColumn.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/FilterModel.h"
@@ -49,16 +50,6 @@ QString keyOf(const QModelIndex& shown)
     const QModelIndex record = recordOf(shown);
     const auto* records = qobject_cast<const ZRecordModel*>(record.model());
     return records == nullptr ? QString() : records->key(record.row());
-}
-
-QWidget* column(std::initializer_list<QWidget*> widgets)
-{
-    auto* made = new QWidget;
-    auto* layout = new QVBoxLayout(made);
-    layout->setContentsMargins(0, 0, 0, 0);
-    for (QWidget* widget : widgets)
-        layout->addWidget(widget);
-    return made;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "inspector/host/ClientHost.h"
 #include "inspector/parts/Background.h"
 #include "inspector/parts/ChangeMarks.h"
+#include "inspector/parts/Column.h"
 #include "inspector/parts/FilterModel.h"
 #include "inspector/parts/LostRows.h"
 #include "inspector/parts/RecordView.h"
@@ -17,20 +18,6 @@
 #include <QSplitter>
 #include <QTableWidget>
 #include <QVBoxLayout>
-
-namespace {
-
-QWidget* column(std::initializer_list<QWidget*> widgets)
-{
-    auto* made = new QWidget;
-    auto* layout = new QVBoxLayout(made);
-    layout->setContentsMargins(0, 0, 0, 0);
-    for (QWidget* widget : widgets)
-        layout->addWidget(widget);
-    return made;
-}
-
-} // namespace
 
 TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     : Page(parent)

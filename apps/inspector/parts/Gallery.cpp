@@ -1,6 +1,7 @@
 #include "inspector/parts/Gallery.h"
 
 #include "inspector/host/ClientHost.h"
+#include "inspector/parts/Column.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
@@ -14,16 +15,6 @@
 namespace {
 
 constexpr QSize pictureSize(64, 64);
-
-QWidget* column(std::initializer_list<QWidget*> widgets)
-{
-    auto* made = new QWidget;
-    auto* layout = new QVBoxLayout(made);
-    layout->setContentsMargins(0, 0, 0, 0);
-    for (QWidget* widget : widgets)
-        layout->addWidget(widget);
-    return made;
-}
 
 } // namespace
 
