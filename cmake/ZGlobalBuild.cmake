@@ -173,6 +173,31 @@ function(zglobal_program name)
     zglobal_precompile(${name})
 endfunction()
 
+# zglobal_translations(VARIABLE files...) sets the source that puts translations below :/translations.
+# Where Qt's tools for them are missing there is none and a program speaks English; a package has to
+# have them.
+function(zglobal_translations variable)
+    set(${variable} "" PARENT_SCOPE)
+    find_package(Qt${ZGLOBAL_QT} QUIET OPTIONAL_COMPONENTS LinguistTools)
+    if(NOT TARGET Qt${ZGLOBAL_QT}::lrelease)
+        set(severity STATUS)
+        if(ZGLOBAL_PACKAGES)
+            set(severity FATAL_ERROR)
+        endif()
+        message(${severity} "No LinguistTools of Qt ${ZGLOBAL_QT}: programs without translations")
+        return()
+    endif()
+    qt_add_translation(translated ${ARGN} OPTIONS -silent)
+    set(files "")
+    foreach(file IN LISTS translated)
+        get_filename_component(name "${file}" NAME)
+        string(APPEND files "<file>${name}</file>")
+    endforeach()
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/Translations.qrc.in" translations.qrc @ONLY)
+    qt_add_resources(embedded "${CMAKE_CURRENT_BINARY_DIR}/translations.qrc")
+    set(${variable} ${embedded} PARENT_SCOPE)
+endfunction()
+
 # zglobal_test(NAME SOURCES files... LINKS targets...) declares a Qt Test executable. Each test runs
 # with no display and no proxy, and is ended by CTest when it hangs.
 function(zglobal_test name)
@@ -190,5 +215,5 @@ function(zglobal_test_environment)
     set(suppressions "${PROJECT_SOURCE_DIR}/cmake/tsan.supp")
     get_property(tests DIRECTORY PROPERTY TESTS)
     set_tests_properties(${tests} PROPERTIES ENVIRONMENT
-        "no_proxy=*;LC_ALL=C.UTF-8;QT_LOGGING_RULES=;TSAN_OPTIONS=suppressions=${suppressions} ignore_noninstrumented_modules=1")
+        "no_proxy=*;LC_ALL=C.UTF-8;LANGUAGE=;QT_LOGGING_RULES=;TSAN_OPTIONS=suppressions=${suppressions} ignore_noninstrumented_modules=1")
 endfunction()

@@ -5,9 +5,11 @@ set(library libzglobal${PROJECT_VERSION_MAJOR})
 set(same_version "${library} (= ${PROJECT_VERSION})")
 set(qt_development qtbase5-dev)
 set(qt_vectors libqt5svg5)
+set(qt_words qttranslations5-l10n)
 if(ZGLOBAL_QT EQUAL 6)
     set(qt_development qt6-base-dev)
     set(qt_vectors libqt6svg6)
+    set(qt_words qt6-translations-l10n)
 endif()
 
 file(STRINGS "${debian}/changelog" newest LIMIT_COUNT 1)
@@ -82,9 +84,9 @@ ${about}
 .
 This package has zglobal-inspector, which shows the tables, pictures, masks
 and caches of a client as it sees them, and why it sees them so.")
-# Chinese content in its own script, and the program's own icon.
+# Chinese content in its own script, the words of Qt's own widgets, and the program's own icon.
 set(CPACK_DEBIAN_INSPECTOR_PACKAGE_RECOMMENDS
-    "fonts-wqy-microhei | fonts-noto-cjk, ${qt_vectors}")
+    "fonts-wqy-microhei | fonts-noto-cjk, ${qt_vectors}, ${qt_words}")
 
 # The packages with libraries in the folders where the loader looks.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA "${debian}/triggers")

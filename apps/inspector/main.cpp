@@ -1,5 +1,6 @@
 #include "ZGlobalVersion.h"
 #include "inspector/parts/Look.h"
+#include "inspector/window/Language.h"
 #include "inspector/window/MainWindow.h"
 #include "inspector/window/Screenshots.h"
 
@@ -7,11 +8,42 @@
 #include <QCommandLineParser>
 #include <QIcon>
 
+#include <cstdio>
+
 namespace {
+
+constexpr int usageError = 2;
 
 QString option(const QCommandLineParser& line, const char* name)
 {
     return line.value(QString::fromLatin1(name));
+}
+
+void addOptions(QCommandLineParser& line)
+{
+    using App = QCoreApplication;
+    line.setApplicationDescription(
+        App::translate("main",
+                       "Shows what a client sees: tables, pictures, masks, caches, log.\n"
+                       "Without options it serves itself the example content."));
+    const QString server = App::translate("main", "base address of the content server");
+    const QString data = App::translate("main", "the working folder; else one of its own, for now");
+    const QString content = App::translate("main", "published content to serve to itself");
+    const QString language =
+        App::translate("main", "such as en or zh_CN; else that of the system, or English");
+    const QString palette = App::translate("main", "light or dark; else that of the system");
+    const QString page = App::translate("main", "the page to begin with, and what to show on it");
+    line.addOptions({{QStringLiteral("server"), server, QStringLiteral("URL")},
+                     {QStringLiteral("data"), data, QStringLiteral("DIR")},
+                     {QStringLiteral("content"), content, QStringLiteral("DIR")},
+                     {QStringLiteral("language"), language, QStringLiteral("NAME")},
+                     {QStringLiteral("palette"), palette, QStringLiteral("NAME")},
+                     {QStringLiteral("page"), page, QStringLiteral("NAME[:THING]")}});
+    QCommandLineOption pictures(QStringLiteral("screenshots"), {}, QStringLiteral("DIR"));
+    pictures.setFlags(QCommandLineOption::HiddenFromHelp);
+    line.addOption(pictures);
+    line.addHelpOption();
+    line.addVersionOption();
 }
 
 } // namespace
@@ -31,37 +63,29 @@ int main(int argc, char* argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral("zglobal-inspector"));
     QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("zglobal-inspector")));
 
-    using App = QCoreApplication;
+    QCommandLineParser first; // the help is to be in the language, too
+    addOptions(first);
+    first.parse(QCoreApplication::arguments());
+    const bool takesPictures = first.isSet(QStringLiteral("screenshots"));
+    QString error;
+    const QString language = option(first, "language");
+    if (!Language::use(language.isEmpty() && takesPictures ? QStringLiteral("en") : language,
+                       &error)) {
+        std::fprintf(stderr, "%s\n", qPrintable(error));
+        return usageError;
+    }
     QCommandLineParser line;
-    line.setApplicationDescription(
-        App::translate("main",
-                       "Shows what a client sees: tables, pictures, masks, caches, log.\n"
-                       "Without options it serves itself the example content."));
-    const QString server = App::translate("main", "base address of the content server");
-    const QString data = App::translate("main", "the working folder; else one of its own, for now");
-    const QString content = App::translate("main", "published content to serve to itself");
-    const QString palette = App::translate("main", "light or dark; else that of the system");
-    const QString page = App::translate("main", "the page to begin with, and what to show on it");
-    line.addOptions({{QStringLiteral("server"), server, QStringLiteral("URL")},
-                     {QStringLiteral("data"), data, QStringLiteral("DIR")},
-                     {QStringLiteral("content"), content, QStringLiteral("DIR")},
-                     {QStringLiteral("palette"), palette, QStringLiteral("NAME")},
-                     {QStringLiteral("page"), page, QStringLiteral("NAME[:THING]")}});
-    QCommandLineOption pictures(QStringLiteral("screenshots"), {}, QStringLiteral("DIR"));
-    pictures.setFlags(QCommandLineOption::HiddenFromHelp);
-    line.addOption(pictures);
-    line.addHelpOption();
-    line.addVersionOption();
+    addOptions(line);
     line.process(application);
 
     Look::setPalette(option(line, "palette"));
-    if (line.isSet(pictures)) { // before anything takes its size from how it looks
+    if (takesPictures) { // before anything takes its size from how it looks
         Look::setPalette(QStringLiteral("light"));
         Look::setFontForPictures();
     }
     MainWindow window;
-    if (line.isSet(pictures))
-        Screenshots::take(window, QDir(line.value(pictures)).absolutePath());
+    if (takesPictures)
+        Screenshots::take(window, QDir(option(line, "screenshots")).absolutePath());
     window.show();
     window.host().open({option(line, "server"), option(line, "data"), option(line, "content")});
     const QString wanted = option(line, "page");

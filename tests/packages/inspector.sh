@@ -8,6 +8,8 @@ expect "zglobal-inspector 1." env QT_QPA_PLATFORM=offscreen zglobal-inspector --
 expect "" env QT_QPA_PLATFORM=offscreen zglobal-inspector --screenshots pictures
 for page in overview tables log; do expect "" test -s "pictures/$page.png"; done
 
+expect "客户端" env QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 zglobal-inspector --language zh_CN --help
+
 page=/usr/share/man/man1/zglobal-inspector.1.gz
 zcat "$page" | sed 's/\\-/-/g' >manual
 QT_QPA_PLATFORM=offscreen zglobal-inspector --help | grep -o -e '--[a-z]*' | grep -v help-all >options

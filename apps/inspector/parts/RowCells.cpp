@@ -17,10 +17,10 @@ enum Column { Name, InFile, InRecord, Note, ColumnCount };
 
 constexpr int widestColumn = 120;
 
-QString tr(const char* text)
+class Words
 {
-    return QCoreApplication::translate("RowCells", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(RowCells)
+};
 
 /** The row that became the record: of its key, the first one for the first record and so on; in a
  *  table without keys the one in the same place. */
@@ -57,15 +57,15 @@ Line lineOf(const QString& name, const Row& row, const Why::RawTable& file)
     Line line {name, file.table().cell(row, name), {}, {}};
     if (column == nullptr || column->conversion.isEmpty()) {
         line.isUnread = true;
-        line.note = column == nullptr ? tr("nobody reads it") : column->remark;
+        line.note = column == nullptr ? Words::tr("nobody reads it") : column->remark;
         return line;
     }
     line.note = column->remark;
     if (!file.table().header().contains(name)) {
-        line.note = tr("the file has no such column");
+        line.note = Words::tr("the file has no such column");
     } else if (!column->fits(line.cell)) {
         line.isFaulty = true;
-        line.note = tr("no %1: reads as %2").arg(column->conversion, column->otherwise);
+        line.note = Words::tr("no %1: reads as %2").arg(column->conversion, column->otherwise);
     }
     return line;
 }
@@ -105,7 +105,8 @@ QString fill(QTableWidget& cells, const Why::RawRow& raw, const Why::RawTable& f
         if (file.table().columns().isEmpty())
             line = {names.at(i), file.table().cell(raw.row, names.at(i)), {}, {}};
         line.held = held(names.at(i));
-        const QString cell = line.cell.isUndefined() ? tr("none") : Wording::shown(line.cell);
+        const QString cell =
+            line.cell.isUndefined() ? Words::tr("none") : Wording::shown(line.cell);
         cells.setItem(i, Name, item(line.name, line));
         cells.setItem(i, InFile, item(cell, line));
         cells.setItem(i, InRecord, item(line.held, line));
@@ -115,7 +116,7 @@ QString fill(QTableWidget& cells, const Why::RawRow& raw, const Why::RawTable& f
         cells.resizeColumnToContents(column);
         cells.setColumnWidth(column, qMin(cells.columnWidth(column), widestColumn));
     }
-    return tr("Row %1 of version %2: %3")
+    return Words::tr("Row %1 of version %2: %3")
         .arg(raw.row.number)
         .arg(file.status().version)
         .arg(raw.words);
@@ -126,8 +127,8 @@ QString fill(QTableWidget& cells, const Why::RawRow& raw, const Why::RawTable& f
 void RowCells::prepare(QTableWidget& cells)
 {
     cells.setColumnCount(ColumnCount);
-    cells.setHorizontalHeaderLabels(
-        {tr("column"), tr("in the file"), tr("in the record"), tr("note")});
+    cells.setHorizontalHeaderLabels({Words::tr("column"), Words::tr("in the file"),
+                                     Words::tr("in the record"), Words::tr("note")});
     cells.setEditTriggers(QAbstractItemView::NoEditTriggers);
     cells.setSelectionBehavior(QAbstractItemView::SelectRows);
     cells.verticalHeader()->hide();
@@ -144,7 +145,7 @@ QString RowCells::show(QTableWidget& cells, const ZRecordModel& records, int row
     const Why::RawRow* raw = rowOf(records, row, file);
     cells.setRowCount(0);
     if (raw == nullptr)
-        return tr("The file has no such row any more.");
+        return Words::tr("The file has no such row any more.");
     return fill(cells, *raw, file, [&](const QString& name) {
         const int column = records.columnOf(name);
         return column < 0 ? QString() : records.index(row, column).data().toString();

@@ -18,10 +18,10 @@ namespace {
 
 using Wearables::Wearable;
 
-QString tr(const char* text)
+class Words
 {
-    return QCoreApplication::translate("Wearables", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Wearables)
+};
 
 Wearable wearable(const QString& table, const QString& key, const QString& name)
 {
@@ -44,9 +44,9 @@ void setPicture(Wearable& of, const QString& path, const QString& address)
 {
     of.tile.path = path;
     of.tile.address = address;
-    of.explanation.resources.append(path.isEmpty()
-                                        ? Why::noResource(tr("picture"), tr("none is named"))
-                                        : Why::resourceAt(tr("picture"), path, address));
+    of.explanation.resources.append(
+        path.isEmpty() ? Why::noResource(Words::tr("picture"), Words::tr("none is named"))
+                       : Why::resourceAt(Words::tr("picture"), path, address));
 }
 
 QString periodOf(qint64 start, qint64 end)
@@ -68,8 +68,8 @@ QString faultNow(qint64 start, qint64 end)
         return QDateTime::fromSecsSinceEpoch(seconds).toString(QStringLiteral("yyyy-MM-dd"));
     };
     if (start > now)
-        return tr("from %1").arg(day(start));
-    return end != 0 && end < now ? tr("until %1").arg(day(end)) : QString();
+        return Words::tr("from %1").arg(day(start));
+    return end != 0 && end < now ? Words::tr("until %1").arg(day(end)) : QString();
 }
 
 /** The badge of the level's table, which a client takes where it brings none along. */
@@ -92,7 +92,7 @@ Wearables::Wearable Wearables::level(const QString& key)
     const stFunLevelItem item = levels->getFunLevelItem(level);
     Wearable made =
         wearable(QStringLiteral("CS_PlatFunLevel"), key, levels->getFunLevelNameById(level));
-    made.tile.below = tr("from %1").arg(QLocale().toString(item.exp));
+    made.tile.below = Words::tr("from %1").arg(QLocale().toString(item.exp));
     made.tile.badge = key;
     made.tile.badgeStart = QColor(item.levelBackgroundColor);
     made.tile.badgeEnd = QColor(item.levelBackgroundColor);
@@ -103,16 +103,17 @@ Wearables::Wearable Wearables::level(const QString& key)
     else
         setPicture(made, Pictures::pathOf(badgeAddress(item)), badgeAddress(item));
     made.explanation.resources.append(
-        Why::resourceAt(tr("badge that comes with the client"), local, QString()));
+        Why::resourceAt(Words::tr("badge that comes with the client"), local, QString()));
     const QString own = levels->getFunLevelImagePathById(level);
     if (!item.iconName.isEmpty())
-        made.explanation.resources.append(Why::resourceAt(tr("the level's own"), own, QString()));
-    tell(made, tr("the ladder's title"), levels->getFunLevelNameById(level));
-    tell(made, tr("the table's title"), levels->getLevelNameByLevel(level, false));
-    tell(made, tr("experience"), QLocale().toString(item.exp));
-    tell(made, tr("ingots"), QLocale().toString(item.ingots));
-    tell(made, tr("car"), item.carId);
-    tell(made, tr("badge's animation"), levels->getFunLevelFlashUrlById(level));
+        made.explanation.resources.append(
+            Why::resourceAt(Words::tr("the level's own"), own, QString()));
+    tell(made, Words::tr("the ladder's title"), levels->getFunLevelNameById(level));
+    tell(made, Words::tr("the table's title"), levels->getLevelNameByLevel(level, false));
+    tell(made, Words::tr("experience"), QLocale().toString(item.exp));
+    tell(made, Words::tr("ingots"), QLocale().toString(item.ingots));
+    tell(made, Words::tr("car"), item.carId);
+    tell(made, Words::tr("badge's animation"), levels->getFunLevelFlashUrlById(level));
     return made;
 }
 
@@ -122,21 +123,21 @@ Wearables::Wearable Wearables::medal(const QString& key)
     const ZMedalInfo info = medals->getMedalMap().value(key);
     Wearable made = wearable(QStringLiteral("CS_MedalList"), key, info.name);
     const QString moving = medals->getMedalDynamicUrlById(key);
-    made.tile.below = tr("group %1").arg(info.groupId);
+    made.tile.below = Words::tr("group %1").arg(info.groupId);
     setPicture(made, medals->getMedalImagePathById(key), medals->getMedalImageUrlById(key));
     if (!moving.isEmpty()) {
-        made.tile.badge = tr("moves");
+        made.tile.badge = Words::tr("moves");
         made.tile.badgeStart = QColor(0x30, 0x70, 0xC0);
         made.tile.badgeEnd = QColor(0x70, 0x50, 0xC0);
         made.moving = {Moving::Picture, QFileInfo(info.dynamicUrl).fileName(),
                        Pictures::pathOf(moving), moving};
         made.explanation.resources.append(
-            Why::resourceAt(tr("moving picture"), made.moving.path, moving));
+            Why::resourceAt(Words::tr("moving picture"), made.moving.path, moving));
     }
-    tell(made, tr("description"), info.description);
-    tell(made, tr("group, place in it"),
+    tell(made, Words::tr("description"), info.description);
+    tell(made, Words::tr("group, place in it"),
          QStringLiteral("%1, %2").arg(info.groupId).arg(info.groupSort));
-    tell(made, tr("size"), info.size);
+    tell(made, Words::tr("size"), info.size);
     return made;
 }
 
@@ -146,16 +147,17 @@ Wearables::Wearable Wearables::car(const QString& key)
     const ZImageCarInfo info = cars->getInfoById(key);
     Wearable made = wearable(QStringLiteral("CS_CarList"), key, info.name);
     const QString price = QLocale().toString(info.price);
-    made.tile.below = info.price == 0 ? tr("not sold") : price;
+    made.tile.below = info.price == 0 ? Words::tr("not sold") : price;
     made.tile.fault = faultNow(info.startTime, info.endTime);
     setPicture(made, cars->getCarImagePathById(key), cars->getCarImageUrlById(key));
     made.moving = {Moving::Archive, info.animation, cars->getCarAnimationPathById(key),
                    cars->getCarAnimationUrlById(key)};
     made.explanation.resources.append(
-        Why::resourceAt(tr("animation"), made.moving.path, made.moving.address));
-    tell(made, tr("description"), info.description);
-    tell(made, tr("price"), info.price == 0 ? tr("not sold") : tr("%1 diamonds").arg(price));
-    tell(made, tr("on sale"), periodOf(info.startTime, info.endTime));
+        Why::resourceAt(Words::tr("animation"), made.moving.path, made.moving.address));
+    tell(made, Words::tr("description"), info.description);
+    tell(made, Words::tr("price"),
+         info.price == 0 ? Words::tr("not sold") : Words::tr("%1 diamonds").arg(price));
+    tell(made, Words::tr("on sale"), periodOf(info.startTime, info.endTime));
     return made;
 }
 
@@ -164,9 +166,9 @@ Wearables::Wearable Wearables::stamp(const QString& key)
     ZUserStampMgr* stamps = ZUserStampMgr::getInstance();
     const ZUserStampInfo info = stamps->getInfoById(key);
     Wearable made = wearable(QStringLiteral("StampName"), key, info.name);
-    made.tile.below = tr("%1 s").arg(info.duration);
+    made.tile.below = Words::tr("%1 s").arg(info.duration);
     setPicture(made, stamps->getStampImagePathById(key), stamps->getStampImageUrlById(key));
-    tell(made, tr("stays for"), made.tile.below);
+    tell(made, Words::tr("stays for"), made.tile.below);
     return made;
 }
 
@@ -178,7 +180,7 @@ Wearables::Wearable Wearables::funStamp(const QString& key)
     made.tile.below = info.activityId;
     made.tile.fault = faultNow(info.startTime, info.endTime);
     setPicture(made, stamps.getFunStampImagePathById(key), stamps.getFunStampImageUrlById(key));
-    tell(made, tr("activity"), info.activityId);
-    tell(made, tr("worn"), periodOf(info.startTime, info.endTime));
+    tell(made, Words::tr("activity"), info.activityId);
+    tell(made, Words::tr("worn"), periodOf(info.startTime, info.endTime));
     return made;
 }
