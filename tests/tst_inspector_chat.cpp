@@ -1,0 +1,85 @@
+#include "server/ContentServer.h"
+#include "support/InspectorTest.h"
+
+#include <QClipboard>
+#include <QLineEdit>
+#include <QListView>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTextBrowser>
+
+/** What is said and where it leads: the pages of chat and of banners. */
+class tst_inspector_chat : public InspectorTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void chat();
+    void pages();
+};
+
+void tst_inspector_chat::chat()
+{
+    window().show(u"chat"_s);
+    auto* text = find<QPlainTextEdit>("text");
+    text->setFocus();
+    QGuiApplication::clipboard()->setText(u"晚安\n代。充，金 豆！还能加群换礼物"_s);
+    QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
+    const auto* lines = find<QTableView>("lines");
+    QTRY_COMPARE(column(*lines, 1), (QStringList {u"晚安"_s, u"*！还能*"_s}));
+    QVERIFY(column(*lines, 3).first().endsWith(u" µs"_s));
+    QCOMPARE(text->extraSelections().value(1).cursor.selectedText(), u"加群换礼物"_s);
+    auto* masks = find<QTableWidget>("masks");
+    QTRY_COMPARE(masks->item(0, 4)->text(), u"2"_s);
+    QCOMPARE(masks->item(0, 2)->text(), u"代。充，金 豆"_s);
+    QCOMPARE(masks->item(1, 1)->text(), u"newer"_s);
+    // Above it, where three characters stand between two of the word.
+    QTest::keyClick(text, Qt::Key_Home, Qt::ControlModifier);
+    QGuiApplication::clipboard()->setText(u"代（（（充金豆"_s);
+    QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
+    QTRY_VERIFY(find<QLabel>("near")->text().contains(u"“代充金豆” does not mask"_s));
+    find<QLineEdit>("values")->setText(u"小红, 小猫,9"_s);
+    const auto* messages = find<QWidget>("messages")->findChild<QTableView*>();
+    QCOMPARE(column(*messages, 7).at(2), u"小红 送出 小猫 x9"_s);
+    QCOMPARE(find<QTableView>("stickers")->model()->index(2, 8).data().toString(), u"cat_09.png"_s);
+    // From a mask to its word.
+    QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
+    Q_EMIT masks->itemActivated(masks->item(1, 0));
+    QCOMPARE(window().current()->objectName(), u"tables"_s);
+    const QModelIndex word = find<QTableView>("records")->currentIndex();
+    QCOMPARE(word.data().toString(), u"加群换礼物"_s);
+}
+
+void tst_inspector_chat::pages()
+{
+    window().show(u"pages"_s);
+    const auto* answer = find<QTextBrowser>("explanation");
+    const auto saysAll = [answer](const QStringList& words) {
+        const QString page = answer->toPlainText();
+        return std::all_of(words.begin(), words.end(),
+                           [&](const QString& each) { return page.contains(each); });
+    };
+    QTest::keyClick(&window(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), u"https://m.example.com/task/center?a=1"_s);
+    QTRY_VERIFY(saysAll({u"opens embedded: it is the page of a banner"_s, u"/task/center"_s}));
+    find<QLineEdit>("question")->setText(u"https://m.example.com/large/plain"_s);
+    QTRY_VERIFY(saysAll({u"opens outside"_s, u"none of 1 paths"_s}));
+    // In the order of weights, and a click asks for the banner and for its page.
+    auto* banners = find<QListView>("CS_BannerConfig");
+    QCOMPARE(banners->model()->rowCount(), 5);
+    QTest::mouseClick(banners->viewport(), Qt::LeftButton, {},
+                      banners->visualRect(banners->model()->index(0, 0)).center());
+    QVERIFY(
+        saysAll({u"2 “新人首充” is shown: place 1 of 5"_s, u"/recharge/first opens embedded"_s}));
+    auto* leftOut = find<QListWidget>("leftOut");
+    QTRY_COMPARE(leftOut->count(), 2);
+    leftOut->setCurrentRow(0);
+    QVERIFY(saysAll({u"6 “手机专享” is not shown: row 6 is left out for showPosition"_s}));
+    const QString recharge = find<QTableView>("webpages")->model()->index(0, 6).data().toString();
+    QCOMPARE(recharge, host().ownServer()->baseUrl() + u"/web/pc/recharge.html?version=27"_s);
+}
+
+INSPECTOR_TEST_MAIN(tst_inspector_chat)
+#include "tst_inspector_chat.moc"
