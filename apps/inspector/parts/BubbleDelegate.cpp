@@ -16,31 +16,138 @@ constexpr int tileWidth = 268;
 constexpr int widestLine = 190; // of the text, which goes on below
 constexpr int gap = 6;
 constexpr int longestLine = 160; // characters
-const QSize wholePicture(4096, 4096);
+constexpr QSize thumbnailSize(48, 36);
+constexpr QSize wholePicture(4096, 4096);
 
-QSize textSize(const QFontMetrics& metrics, const QString& text)
+/** Black or white, whatever is the easier to read on the middle of the picture. */
+QColor inkOn(const QImage& picture)
 {
-    const QRect most(0, 0, widestLine, 1000);
-    return metrics.boundingRect(most, Qt::TextWrapAnywhere, text).size();
+    const QColor middle = picture.pixelColor(picture.rect().center());
+    return middle.lightness() > 110 ? Qt::black : Qt::white;
 }
+
+/** Puts one thing below the other; without a painter it only measures. */
+class Stack
+{
+public:
+    Stack(QPainter* painter, const QStyleOptionViewItem& option)
+        : m_painter(painter)
+        , m_option(option)
+        , m_small(Look::smaller(option.font))
+        , m_room(
+              QRect(option.rect.topLeft(), QSize(tileWidth, tallest)).adjusted(gap, gap, -gap, 0))
+    {
+    }
+
+    int top() const { return m_room.top(); }
+    void setTop(int top) { m_room.setTop(top); }
+    void setLeft(int left) { m_room.setLeft(m_option.rect.left() + left); }
+
+    void title(const QString& text) { words(text, m_option.font, inkFor(QPalette::Text)); }
+    void remark(const QString& text) { words(text, m_small, inkFor(QPalette::PlaceholderText)); }
+    void fault(const QString& text)
+    {
+        const bool selected = m_option.state.testFlag(QStyle::State_Selected);
+        words(text, m_small,
+              selected ? inkFor(QPalette::Text) : Look::faultColour(m_option.palette));
+    }
+
+    /** In the middle of a room of that size, beside which the words go on. */
+    void picture(const QImage& image, const QSize& size)
+    {
+        const QRect place(m_room.topLeft(), size);
+        setLeft(gap + size.width() + gap);
+        if (m_painter == nullptr || image.isNull())
+            return;
+        QSize shown = image.size();
+        if (shown.width() > size.width() || shown.height() > size.height())
+            shown.scale(size, Qt::KeepAspectRatio);
+        QRect middle({}, shown);
+        middle.moveCenter(place.center());
+        m_painter->setRenderHint(QPainter::SmoothPixmapTransform);
+        m_painter->drawImage(middle, image);
+    }
+
+    void patch(const NinePatch& patch, const QString& text)
+    {
+        const QRect most(0, 0, widestLine, tallest);
+        const QSize line =
+            m_option.fontMetrics.boundingRect(most, Qt::TextWrapAnywhere, text).size();
+        const QRect place(m_room.topLeft(), patch.sizeFor(line));
+        m_room.setTop(place.bottom() + gap);
+        if (m_painter == nullptr)
+            return;
+        patch.paint(*m_painter, place);
+        m_painter->setFont(m_option.font);
+        m_painter->setPen(inkOn(patch.picture));
+        m_painter->drawText(patch.textIn(place), Qt::AlignCenter | Qt::TextWrapAnywhere, text);
+    }
+
+private:
+    static constexpr int tallest = 1000;
+
+    QColor inkFor(QPalette::ColorRole role) const
+    {
+        const bool selected = m_option.state.testFlag(QStyle::State_Selected);
+        return m_option.palette.color(selected ? QPalette::HighlightedText : role);
+    }
+
+    void words(const QString& text, const QFont& font, const QColor& ink)
+    {
+        if (text.isEmpty())
+            return;
+        constexpr int how = Qt::AlignLeft | Qt::AlignTop | Qt::TextWrapAnywhere;
+        if (m_painter != nullptr) {
+            m_painter->setFont(font);
+            m_painter->setPen(ink);
+            m_painter->drawText(m_room, how, text);
+        }
+        m_room.setTop(QFontMetrics(font).boundingRect(m_room, how, text).bottom() + 1);
+    }
+
+    QPainter* m_painter;
+    const QStyleOptionViewItem& m_option;
+    QFont m_small;
+    QRect m_room;
+};
 
 } // namespace
 
+/** One of the two nine-patches. */
+struct BubbleDelegate::Form
+{
+    QString title;
+    NinePatch patch;
+    QString fault;
+};
+
 struct BubbleDelegate::Bubble
 {
-    NinePatch patch;
-    QString text;
+    QImage thumbnail;
     QString title;
     QString words;
-    QString fault;
+    QString fault; // of the row, or of the thumbnail
+    QString text;
+    QVector<Form> forms;
 
-    /** Black or white, whatever is the easier to read on the middle of the picture. */
-    QColor ink() const
+    /** Answers where it ends. */
+    int lay(Stack stack) const
     {
-        const QImage& picture = patch.picture;
-        const QColor middle =
-            picture.isNull() ? QColor(Qt::white) : picture.pixelColor(picture.rect().center());
-        return middle.lightness() > 110 ? Qt::black : Qt::white;
+        const int top = stack.top();
+        stack.picture(thumbnail, thumbnailSize);
+        stack.title(title);
+        stack.remark(words);
+        stack.fault(fault);
+        stack.setTop(std::max(stack.top(), top + thumbnailSize.height()) + gap);
+        stack.setLeft(gap);
+        for (const Form& form : forms) {
+            stack.remark(form.title);
+            if (form.patch.picture.isNull())
+                stack.fault(form.fault);
+            else
+                stack.patch(form.patch, text);
+        }
+        return stack.top() + gap;
     }
 };
 
@@ -57,44 +164,19 @@ void BubbleDelegate::setLine(const QString& line)
 
 QSize BubbleDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const Bubble bubble = bubbleOf(index);
-    const int drawn = bubble.patch.sizeFor(textSize(option.fontMetrics, bubble.text)).height();
-    return {tileWidth, drawn + 2 * option.fontMetrics.height() + 3 * gap};
+    QStyleOptionViewItem anywhere = option;
+    anywhere.rect.moveTo(0, 0);
+    return {tileWidth, bubbleOf(index).lay(Stack(nullptr, anywhere))};
 }
 
 void BubbleDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const
 {
-    const Bubble bubble = bubbleOf(index);
     const QWidget* widget = option.widget;
     const QStyle* style = widget != nullptr ? widget->style() : QApplication::style();
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, widget);
-
-    const QRect inside = option.rect.adjusted(gap, gap, -gap, -gap);
-    const QSize size = bubble.patch.sizeFor(textSize(option.fontMetrics, bubble.text));
-    const QRect place(inside.topLeft(), size);
     painter->save();
-    painter->setFont(option.font);
-    if (!bubble.patch.picture.isNull()) {
-        bubble.patch.paint(*painter, place);
-        painter->setPen(bubble.ink());
-        painter->drawText(bubble.patch.textIn(place), Qt::AlignCenter | Qt::TextWrapAnywhere,
-                          bubble.text);
-    }
-    const bool selected = option.state.testFlag(QStyle::State_Selected);
-    const QPalette& colours = option.palette;
-    const int line = option.fontMetrics.height();
-    QRect words(inside.left(), inside.bottom() - 2 * line, inside.width(), line);
-    painter->setPen(colours.color(selected ? QPalette::HighlightedText : QPalette::Text));
-    painter->drawText(words, Qt::AlignLeft, bubble.title);
-    words.translate(0, line);
-    painter->setFont(Look::smaller(option.font));
-    if (!selected)
-        painter->setPen(bubble.fault.isEmpty() ? colours.color(QPalette::PlaceholderText)
-                                               : Look::faultColour(colours));
-    const QString below = bubble.fault.isEmpty() ? bubble.words : bubble.fault;
-    painter->drawText(words, Qt::AlignLeft,
-                      painter->fontMetrics().elidedText(below, Qt::ElideRight, words.width()));
+    bubbleOf(index).lay(Stack(painter, option));
     painter->restore();
 }
 
@@ -103,19 +185,26 @@ BubbleDelegate::Bubble BubbleDelegate::bubbleOf(const QModelIndex& index) const
     ZBubbleConfigMgr& bubbles = ZBubbleConfigMgr::getInstance();
     const QString id = index.siblingAtColumn(0).data(Qt::UserRole).toString();
     const ZBubbleConfigInfo info = bubbles.getInfoById(id);
-    const QString path = bubbles.getImagePathById(id);
     bool hasBorders = false;
     bool hasPadding = false;
     const QMargins borders = NinePatch::widths(info.borderWidths, &hasBorders);
     const QMargins padding = NinePatch::widths(info.paddings, &hasPadding);
-    QString fault = m_pictures.fault(path);
+    const auto form = [&](const QString& title, const QString& path, const QString& address) {
+        const QImage picture = m_pictures.get(path, address, wholePicture);
+        return Form {title, NinePatch(picture, borders, padding), m_pictures.fault(path)};
+    };
+    const QString small = bubbles.getThumbEnableImagePathById(id);
+    QString fault = m_pictures.fault(small);
     if (!hasBorders)
         fault = tr("“%1” is no width of borders").arg(info.borderWidths);
     else if (!hasPadding)
         fault = tr("“%1” is no padding").arg(info.paddings);
-    return {NinePatch(m_pictures.get(path, bubbles.getImageUrlById(id), wholePicture), borders,
-                      padding),
-            m_line.isEmpty() ? info.descs : m_line,
-            tr("%1 %2, type %3").arg(id, info.name, info.bubbleType),
-            tr("borders %1, padding %2").arg(info.borderWidths, info.paddings), fault};
+    return {
+        m_pictures.get(small, bubbles.getThumbEnableUrlById(id), wholePicture),
+        tr("%1 %2, type %3").arg(id, info.name, info.bubbleType),
+        tr("borders %1, padding %2").arg(info.borderWidths, info.paddings),
+        fault,
+        m_line.isEmpty() ? info.descs : m_line,
+        {form(tr("in the chat"), bubbles.getChatPathById(id), bubbles.getChatUrlById(id)),
+         form(tr("as a background"), bubbles.getImagePathById(id), bubbles.getImageUrlById(id))}};
 }

@@ -4,7 +4,10 @@
 
 class Pictures;
 
-/** Draws bubble styles around a line as a client draws them, and below each what its row says. */
+/**
+ * Draws bubble styles as a client does: the thumbnail that stands for one where it is chosen, with
+ * what its row says, and below it both nine-patches around a line.
+ */
 class BubbleDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -20,6 +23,7 @@ public:
                const QModelIndex& index) const override;
 
 private:
+    struct Form;
     struct Bubble;
     Bubble bubbleOf(const QModelIndex& index) const;
 

@@ -1,5 +1,6 @@
 #include "inspector/parts/Pictures.h"
 
+#include "datatable/ZDataTableMgr.h"
 #include "host/ZImageCacheUtil.h"
 #include "host/zErrorInfo.h"
 #include "inspector/parts/Background.h"
@@ -34,6 +35,15 @@ ReadPicture readPicture(const QString& path, const QSize& size)
     QImage image = reader.read();
     const QString fault = image.isNull() ? reader.errorString() : QString();
     return {std::move(image), fault};
+}
+
+/** Fetches what is not there; not every manager names its file after the address. */
+QtPromise::QPromise<void> download(const QString& path, const QString& address)
+{
+    if (path == Pictures::pathOf(address))
+        return ZImageCacheUtil::preloadList({address});
+    return ZDataTableMgr::getInstance()->downloadFile(path, address, true).then([](const QString&) {
+    });
 }
 
 } // namespace
@@ -75,7 +85,7 @@ void Pictures::retry()
 void Pictures::fetch(const QString& path, const QString& address, const QSize& size)
 {
     const QPointer<Pictures> self(this);
-    ZImageCacheUtil::preloadList({address})
+    download(path, address)
         .then([=] {
             if (self != nullptr)
                 self->read(path, size);

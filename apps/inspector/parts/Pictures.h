@@ -27,7 +27,7 @@ public:
      */
     QImage get(const QString& path, const QString& address, const QSize& size);
 
-    /** The file in the cache that the picture of an address has. */
+    /** The file that the picture of an address has where no manager names another. */
     static QString pathOf(const QString& address);
 
     /** Why there is no picture; empty while it is being read, and when there is one. */
