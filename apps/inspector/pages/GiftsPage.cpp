@@ -8,6 +8,7 @@
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/GiftTabs.h"
 #include "inspector/parts/Pictures.h"
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/Tiles.h"
@@ -19,11 +20,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSplitter>
-#include <QTabBar>
 
 namespace {
 
-constexpr int allTabs = -1;
 constexpr QSize pictureSize(64, 64);
 
 QString dayOf(qint64 seconds)
@@ -95,12 +94,12 @@ protected:
     {
         const int tab = gifts().value(row, QStringLiteral("showTab")).toInt();
         const bool isShown = m_shown == All || gifts().isSendable(row) == (m_shown == Sendable);
-        return (m_tab == allTabs || m_tab == tab) && isShown
+        return (m_tab == GiftTabs::all || m_tab == tab) && isShown
             && FilterModel::filterAcceptsRow(row, parent);
     }
 
 private:
-    int m_tab = allTabs;
+    int m_tab = GiftTabs::all;
     Shown m_shown = All;
 };
 
@@ -110,7 +109,7 @@ GiftsPage::GiftsPage(const Inspected& inspected, QWidget* parent)
     , m_gifts(new ZGiftModel(this))
     , m_panel(new Panel(this))
     , m_view(new TileView)
-    , m_tabs(new QTabBar)
+    , m_tabs(new GiftTabs(inspected.pictures))
     , m_shown(new QComboBox)
     , m_search(new SearchBox(tr("Search, or column:text")))
     , m_time(new TimeSlider)
@@ -181,8 +180,6 @@ bool GiftsPage::isAtRest() const
 QWidget* GiftsPage::makeTop()
 {
     m_tabs->setObjectName(QStringLiteral("tabs"));
-    m_tabs->setDrawBase(false);
-    m_tabs->setExpanding(false);
     m_shown->setObjectName(QStringLiteral("shown"));
     m_shown->addItems({tr("All gifts"), tr("Can be sent"), tr("Cannot be sent")});
     m_count->setObjectName(QStringLiteral("count"));
@@ -192,7 +189,7 @@ QWidget* GiftsPage::makeTop()
     layout->addWidget(m_shown);
     layout->addWidget(m_count, 1);
     layout->addWidget(m_search, 1);
-    connect(m_tabs, &QTabBar::currentChanged, this, &GiftsPage::filter);
+    connect(m_tabs, &GiftTabs::currentChanged, this, &GiftsPage::filter);
     connect(m_shown, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &GiftsPage::filter);
     connect(m_search, &QLineEdit::textChanged, this, &GiftsPage::filter);
     return top;
@@ -208,7 +205,9 @@ QWidget* GiftsPage::makeTiles(const Inspected& inspected)
     m_view->setModel(m_panel);
     new EmptyNote(m_view, m_gifts->table());
     connect(&inspected.pictures, &Pictures::sigLoaded, this, [this](const QString& path) {
-        if (path == ZGiftListMgr::getInstance()->getGiftImagePathById(m_selected))
+        ZGiftListMgr* gifts = ZGiftListMgr::getInstance();
+        if (path == gifts->getGiftImagePathById(m_selected)
+            || path == gifts->getGiftShowTabIconPathById(m_selected))
             m_explain.start(); // which tells whether the picture is there
     });
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -234,24 +233,11 @@ QWidget* GiftsPage::makeGift()
 void GiftsPage::readTable()
 {
     QVector<qint64> changes;
-    QMap<int, int> tabs;
     const auto& gifts = ZGiftListMgr::getInstance()->getGiftList();
-    for (const ZGiftInfo& gift : gifts) {
+    for (const ZGiftInfo& gift : gifts)
         changes.append({gift.startTime, gift.endTime + 1}); // the last second is still on sale
-        ++tabs[gift.showTab];
-    }
     m_time->setChanges(changes);
-    QVector<QPair<int, QString>> wanted {{allTabs, tr("All (%1)").arg(gifts.size())}};
-    for (auto tab = tabs.constBegin(); tab != tabs.constEnd(); ++tab)
-        wanted.append({tab.key(), tr("Tab %1 (%2)").arg(tab.key()).arg(tab.value())});
-    while (m_tabs->count() > wanted.size())
-        m_tabs->removeTab(m_tabs->count() - 1);
-    for (int place = 0; place < wanted.size(); ++place) {
-        if (place == m_tabs->count())
-            m_tabs->addTab(QString());
-        m_tabs->setTabText(place, wanted.at(place).second);
-        m_tabs->setTabData(place, wanted.at(place).first);
-    }
+    m_tabs->take();
     filter();
 }
 
@@ -269,8 +255,7 @@ void GiftsPage::filter()
 {
     m_filters = true;
     m_panel->setSearch(m_search->text());
-    m_panel->setTab(m_tabs->tabData(m_tabs->currentIndex()).toInt(),
-                    static_cast<Panel::Shown>(m_shown->currentIndex()));
+    m_panel->setTab(m_tabs->tab(), static_cast<Panel::Shown>(m_shown->currentIndex()));
     // A view whose current row goes takes a neighbour, which nobody has asked for.
     m_view->setCurrentIndex(m_panel->mapFromSource(m_gifts->index(m_gifts->rowOf(m_selected), 0)));
     m_filters = false;

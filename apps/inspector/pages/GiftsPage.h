@@ -6,9 +6,9 @@
 
 class AnimationBox;
 class ExplanationView;
+class GiftTabs;
 class QComboBox;
 class QLabel;
-class QTabBar;
 class SearchBox;
 class TileView;
 class TimeSlider;
@@ -47,7 +47,7 @@ private:
     ZGiftModel* m_gifts;
     Panel* m_panel;
     TileView* m_view;
-    QTabBar* m_tabs;
+    GiftTabs* m_tabs;
     QComboBox* m_shown;
     SearchBox* m_search;
     TimeSlider* m_time;

@@ -53,6 +53,14 @@
         <source>borders %1, padding %2</source>
         <translation>边框 %1，内边距 %2</translation>
     </message>
+    <message>
+        <source>in the chat</source>
+        <translation>聊天中</translation>
+    </message>
+    <message>
+        <source>as a background</source>
+        <translation>作为背景</translation>
+    </message>
 </context>
 <context>
     <name>CacheEntries</name>
@@ -297,6 +305,21 @@
     </message>
 </context>
 <context>
+    <name>GiftTabs</name>
+    <message>
+        <source>All (%1)</source>
+        <translation>全部 (%1)</translation>
+    </message>
+    <message>
+        <source>Tab %1 (%2)</source>
+        <translation>标签 %1 (%2)</translation>
+    </message>
+    <message>
+        <source>The gifts of this tab name several icons:</source>
+        <translation>此标签的礼物指定了多个图标：</translation>
+    </message>
+</context>
+<context>
     <name>GiftsPage</name>
     <message>
         <source>from %1</source>
@@ -329,14 +352,6 @@
     <message>
         <source>Cannot be sent</source>
         <translation>不可赠送</translation>
-    </message>
-    <message>
-        <source>All (%1)</source>
-        <translation>全部 (%1)</translation>
-    </message>
-    <message>
-        <source>Tab %1 (%2)</source>
-        <translation>标签 %1 (%2)</translation>
     </message>
     <message>
         <source>%1 of %2 can be sent</source>
