@@ -141,6 +141,7 @@ PagesPage::PagesPage(const Inspected& inspected, QWidget* parent)
     RecordView* pages =
         addRecords(QStringLiteral("webpages"), tr("Web pages"),
                    new DerivedColumn(web, tr("address"), address, this), web->columnCount());
+    pages->sortByColumn(web->columnOf(QStringLiteral("id")), Qt::AscendingOrder);
     // What the address is made of stands on the page of tables.
     for (const char* column : {"defaultPath", "pcURL", "PC001"})
         pages->hideColumn(web->columnOf(QLatin1String(column)));

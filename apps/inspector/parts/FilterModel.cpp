@@ -8,7 +8,6 @@ FilterModel::FilterModel(QObject* parent)
     : QSortFilterProxyModel(parent)
 {
     setSortRole(Qt::UserRole); // where every model of ours has its values
-    setSortCaseSensitivity(Qt::CaseInsensitive);
 }
 
 void FilterModel::setSearch(const QString& search)
@@ -18,6 +17,28 @@ void FilterModel::setSearch(const QString& search)
     for (auto found = word.globalMatch(search); found.hasNext();)
         m_words.append(wordOf(found.next().captured().remove(u'"')));
     invalidateFilter();
+}
+
+bool FilterModel::isBefore(const QString& left, const QString& right)
+{
+    bool isLeftNumber = false;
+    bool isRightNumber = false;
+    const qint64 leftNumber = left.toLongLong(&isLeftNumber);
+    const qint64 rightNumber = right.toLongLong(&isRightNumber);
+    if (isLeftNumber != isRightNumber)
+        return isLeftNumber;
+    return isLeftNumber && leftNumber != rightNumber ? leftNumber < rightNumber
+                                                     : left.compare(right, Qt::CaseInsensitive) < 0;
+}
+
+bool FilterModel::lessThan(const QModelIndex& left, const QModelIndex& right) const
+{
+    const QVariant leftValue = left.data(sortRole());
+    const QVariant rightValue = right.data(sortRole());
+    const bool areTexts =
+        leftValue.userType() == QMetaType::QString && rightValue.userType() == QMetaType::QString;
+    return areTexts ? isBefore(leftValue.toString(), rightValue.toString())
+                    : QSortFilterProxyModel::lessThan(left, right);
 }
 
 bool FilterModel::filterAcceptsRow(int row, const QModelIndex& /*parent*/) const

@@ -4,7 +4,8 @@
 #include <QVector>
 
 /**
- * Sorts by the values of a model and shows the rows that a search finds. Each word of the search
+ * Sorts by the values of a model, texts that are whole numbers as numbers and before the others,
+ * and shows the rows that a search finds. Each word of the search
  * has to stand in some column of the row, or, written "column:word", in that one, whatever the
  * letter case; words between quotes are one.
  */
@@ -17,7 +18,11 @@ public:
 
     void setSearch(const QString& search);
 
+    /** In the order that is told above. */
+    static bool isBefore(const QString& left, const QString& right);
+
 protected:
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
 
 private:

@@ -18,7 +18,7 @@ constexpr QSize pictureSize(64, 64);
 
 } // namespace
 
-/** In the order of the keys, of which many are numbers written as texts. */
+/** In the order of the keys. */
 class Gallery::ByKey : public FilterModel
 {
 public:
@@ -34,13 +34,7 @@ public:
 protected:
     bool lessThan(const QModelIndex& left, const QModelIndex& right) const override
     {
-        const QString leftKey = keyOf(left);
-        const QString rightKey = keyOf(right);
-        bool isLeftNumber = false;
-        bool isRightNumber = false;
-        const qint64 leftNumber = leftKey.toLongLong(&isLeftNumber);
-        const qint64 rightNumber = rightKey.toLongLong(&isRightNumber);
-        return isLeftNumber && isRightNumber ? leftNumber < rightNumber : leftKey < rightKey;
+        return isBefore(keyOf(left), keyOf(right));
     }
 
 private:
