@@ -1,3 +1,4 @@
+#include "chat/ZBubbleConfigMgr.h"
 #include "server/ContentServer.h"
 #include "support/InspectorTest.h"
 
@@ -17,6 +18,7 @@ class tst_inspector_chat : public InspectorTest
 
 private Q_SLOTS:
     void chat();
+    void bubbles();
     void pages();
 };
 
@@ -40,6 +42,12 @@ void tst_inspector_chat::chat()
     QGuiApplication::clipboard()->setText(u"代（（（充金豆"_s);
     QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
     QTRY_VERIFY(find<QLabel>("near")->text().contains(u"“代充金豆” does not mask"_s));
+    // What separates lines within one makes none of its own, neither in the box nor beside it.
+    const QString kept = text->toPlainText();
+    text->setPlainText(u"晚"_s + QChar(QChar::LineSeparator) + u"安\n代充金豆"_s);
+    QTRY_COMPARE(column(*lines, 2), (QStringList {u"0"_s, u"1"_s}));
+    QCOMPARE(text->extraSelections().value(0).cursor.selectedText(), u"代充金豆"_s);
+    text->setPlainText(kept);
     find<QLineEdit>("values")->setText(u"小红, 小猫,9"_s);
     const auto* messages = find<QWidget>("messages")->findChild<QTableView*>();
     QCOMPARE(column(*messages, 7).at(2), u"小红 送出 小猫 x9"_s);
@@ -50,6 +58,16 @@ void tst_inspector_chat::chat()
     QCOMPARE(window().current()->objectName(), u"tables"_s);
     const QModelIndex word = find<QTableView>("records")->currentIndex();
     QCOMPARE(word.data().toString(), u"加群换礼物"_s);
+}
+
+/** Each form of a bubble comes into the file where a client looks for it. */
+void tst_inspector_chat::bubbles()
+{
+    window().show(u"chat"_s);
+    ZBubbleConfigMgr& bubbles = ZBubbleConfigMgr::getInstance();
+    for (const QString& path : {bubbles.getImagePathById(u"8"_s), bubbles.getChatPathById(u"8"_s),
+                                bubbles.getThumbEnableImagePathById(u"8"_s)})
+        QTRY_VERIFY2(!QImage(path).isNull(), qPrintable(path));
 }
 
 void tst_inspector_chat::pages()
@@ -77,6 +95,8 @@ void tst_inspector_chat::pages()
     QTRY_COMPARE(leftOut->count(), 2);
     leftOut->setCurrentRow(0);
     QVERIFY(saysAll({u"6 “手机专享” is not shown: row 6 is left out for showPosition"_s}));
+    QCOMPARE(column(*find<QTableView>("webpages"), 0).mid(8),
+             (QStringList {u"9"_s, u"10"_s, u"11"_s}));
     const QString recharge = find<QTableView>("webpages")->model()->index(0, 6).data().toString();
     QCOMPARE(recharge, host().ownServer()->baseUrl() + u"/web/pc/recharge.html?version=27"_s);
 }

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QSlider>
+#include <QTabBar>
 #include <QTableView>
 #include <QTextBrowser>
 #include <QToolButton>
@@ -27,6 +28,9 @@ void tst_inspector_gifts::giftAtAMoment()
     const auto* tiles = find<QListView>("gifts");
     const int all = tiles->model()->rowCount();
     QCOMPARE(tiles->currentIndex().data(Qt::DisplayRole).toString(), u"195"_s);
+    const auto* tabs = find<QTabBar>("tabs");
+    QTRY_VERIFY(!tabs->tabIcon(4).isNull());
+    QVERIFY(tabs->tabIcon(3).isNull()); // whose gifts name none
     auto* moment = find<QDateTimeEdit>("moment");
     moment->setDateTime(QDateTime({2024, 2, 3}, {23, 59, 59})); // its last second on sale
     const auto* why = find<QTextBrowser>("explanation");

@@ -54,6 +54,16 @@ protected:
     }
 };
 
+/** As they stand in the box, whatever they are made of: a text of the whole would have a line more
+ * for each separator of lines that was pasted into one. An empty box has none. */
+QStringList linesOf(const QTextDocument& document)
+{
+    QStringList lines;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        lines.append(block.text());
+    return document.isEmpty() ? QStringList() : lines;
+}
+
 } // namespace
 
 ChatPage::ChatPage(const Inspected& inspected, QWidget* parent)
@@ -134,7 +144,7 @@ QWidget* ChatPage::makeTyping()
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setTabChangesFocus(true);
     connect(m_text, &QPlainTextEdit::textChanged, this, [this] {
-        m_lines->setText(m_text->toPlainText());
+        m_lines->setLines(linesOf(*m_text->document()));
         explain();
     });
     connect(m_text, &QPlainTextEdit::cursorPositionChanged, this, &ChatPage::explain);

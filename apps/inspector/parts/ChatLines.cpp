@@ -25,11 +25,10 @@ ChatLines::ChatLines(QObject* parent)
             });
 }
 
-void ChatLines::setText(const QString& text)
+void ChatLines::setLines(const QStringList& typed)
 {
     QVector<Line> now;
-    const QStringList lines = text.isEmpty() ? QStringList() : text.split(u'\n');
-    for (const QString& line : lines)
+    for (const QString& line : typed)
         now.append({line, {}, {}, -1});
     const int old = rowCount();
     const int all = static_cast<int>(now.size());

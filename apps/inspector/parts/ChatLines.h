@@ -3,7 +3,7 @@
 #include "chat/ZSensitiveWordsInfoListMgr.h"
 
 #include <QAbstractTableModel>
-#include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <QVector>
 
@@ -30,8 +30,7 @@ public:
 
     explicit ChatLines(QObject* parent = nullptr);
 
-    /** An empty text has no line. */
-    void setText(const QString& text);
+    void setLines(const QStringList& typed);
 
     const Line& line(int row) const { return m_lines.at(row); }
 
