@@ -1,46 +1,30 @@
 #include "content/Table.h"
 #include "publish/Gzip.h"
-#include "publish/Plan.h"
 #include "publish/SheetTable.h"
 #include "publish/SheetText.h"
 #include "publish/TableText.h"
 #include "support/Cases.h"
 #include "support/FolderTest.h"
 #include "support/Nginx.h"
+#include "support/Releases.h"
 #include "testing/ZTestServer.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QtTest>
 
-using Tree = QMap<QString, QByteArray>; // path and content
+using namespace Releases;
 
 namespace {
 
-constexpr int patience = 60 * 1000;
-const QString program = QStringLiteral(ZGLOBAL_PROGRAM);
 const QString examples = QStringLiteral(ZGLOBAL_EXAMPLES);
 const QString labels = u"CS_GiftLabel"_s;
 
 QByteArray exampleTable(const QString& name)
 {
     return ZTestFolder::read(examples + u"/content/app/resources/"_s + name);
-}
-
-/** The program's streams, and its status before them. */
-QString run(const QStringList& arguments, int status = 0)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    process.waitForFinished(patience);
-    const QString told = QString::fromUtf8(process.readAll());
-    return process.exitCode() == status && process.exitStatus() == QProcess::NormalExit
-        ? told
-        : u"%1: %2"_s.arg(QString::number(process.exitCode()), told);
 }
 
 QString textOf(const Finding& finding)
@@ -75,25 +59,6 @@ QString outcomeOf(const QByteArray& sheet, const Table& published)
     if (encoding != u"UTF-8"_s)
         lines.append(encoding);
     return (lines + made.notes).join(u' ');
-}
-
-Tree filesIn(const QString& folder)
-{
-    Tree tree;
-    for (const QString& file : ZTestFolder::files(folder))
-        tree.insert(file, ZTestFolder::read(folder + u'/' + file));
-    return tree;
-}
-
-Tree served()
-{
-    return filesIn(QFileInfo(u"www/current"_s).canonicalFilePath());
-}
-
-int versionIn(const Tree& tree, const QString& table)
-{
-    const QJsonDocument file = QJsonDocument::fromJson(tree[u"app/versions.json"_s]);
-    return file[u"versions"_s][table].toInt(-1);
 }
 
 /** Why a tree is none that may be served: files that do not belong together. */
@@ -145,7 +110,7 @@ int publishDisturbed(const Disturbance& disturbance)
     environment.insert(u"ZGLOBAL_FAULT_AT"_s, QString::number(disturbance.at));
     environment.insert(u"ZGLOBAL_FAULT_ERROR"_s, disturbance.error);
     process.setProcessEnvironment(environment);
-    process.start(program, {u"publish"_s, u"src"_s, tree});
+    process.start(QStringLiteral(ZGLOBAL_PROGRAM), {u"publish"_s, u"src"_s, tree});
     if (disturbance.milliseconds >= 0
         && !process.waitForFinished(std::max(disturbance.milliseconds, 1)))
         process.kill();
@@ -176,34 +141,6 @@ bool isOldOrNew(const Tree& before)
 class tst_publish : public FolderTest
 {
     Q_OBJECT
-
-    /** What becomes of "src" published into "www", by the rules that find something. */
-    static QString published(const PublishOptions& options = {})
-    {
-        PublishedTree tree(u"www"_s);
-        Plan plan;
-        QString fault = tree.lock();
-        fault += plan.publish(u"src"_s, tree, options);
-        QStringList found;
-        for (const Finding& finding : plan.findings) {
-            if (finding.severity != Severity::Hint)
-                found.append(u"%1 %2 %3 %4"_s.arg(finding.rule, finding.place.table)
-                                 .arg(finding.place.row)
-                                 .arg(finding.place.column));
-        }
-        if (!fault.isEmpty() || !found.isEmpty() || !plan.changesAnything())
-            return fault + found.join(u'\n');
-        return tree.add(plan.release, options.kept, [](int, int) {});
-    }
-
-    static QString rolledBack(int release)
-    {
-        PublishedTree tree(u"www"_s);
-        Plan plan;
-        QString fault = tree.lock();
-        fault += plan.rollBack(release, tree, {});
-        return fault.isEmpty() ? tree.add(plan.release, 5, [](int, int) {}) : fault;
-    }
 
     /** A release with two tables, whose versions are 4 and 18. */
     static void publishFirst()

@@ -17,6 +17,7 @@ constexpr int mostTold = 5;    // faults of a column
 
 struct Column
 {
+    int place = 0; // in the sheet
     QString name;
     CellKind kind = CellKind::Text;
     const ColumnSchema* schema = nullptr;
@@ -91,16 +92,38 @@ private:
         QStringList names = m_records.constFirst().cells;
         while (!names.isEmpty() && names.constLast().trimmed().isEmpty())
             names.removeLast();
+        m_width = static_cast<int>(names.size());
         for (int i = 0; i < names.size(); ++i) {
-            Column column {names.at(i).trimmed(), CellKind::Text, nullptr};
+            Column column {i, names.at(i).trimmed(), CellKind::Text, nullptr};
+            if (column.name.isEmpty() && isEmpty(i))
+                continue;
             if (column.name.isEmpty())
                 fault(0, QString(), QStringLiteral("column %1 has no name").arg(i + 1));
+            findTwin(column);
             column.schema = m_declared.column(column.name);
             const bool isRead = column.schema != nullptr && column.schema->fits != nullptr;
             column.kind =
                 isRead ? SheetCells::kindOf(*column.schema) : kindOfUnread(column.name, i);
             m_columns.append(column);
         }
+    }
+
+    void findTwin(const Column& column)
+    {
+        const auto twin =
+            std::find_if(m_columns.cbegin(), m_columns.cend(),
+                         [&column](const Column& other) { return other.name == column.name; });
+        if (twin != m_columns.cend() && !column.name.isEmpty())
+            fault(0, column.name,
+                  QStringLiteral("columns %1 and %2 have this name")
+                      .arg(QString::number(twin->place + 1), QString::number(column.place + 1)));
+    }
+
+    bool isEmpty(int place) const
+    {
+        return std::all_of(m_records.begin(), m_records.end(), [place](const Csv::Record& record) {
+            return cellOf(record, place).trimmed().isEmpty();
+        });
     }
 
     CellKind kindOfUnread(const QString& name, int index)
@@ -125,11 +148,11 @@ private:
         m_made.rows.append(record.row);
         const int number = m_made.rows.size();
         QJsonArray cells;
-        for (int i = 0; i < m_columns.size(); ++i)
-            cells.append(valueOf(number, m_columns.at(i), cellOf(record, i)));
+        for (const Column& column : qAsConst(m_columns))
+            cells.append(valueOf(number, column, cellOf(record, column.place)));
         const auto tooMany = std::find_if(
-            record.cells.begin() + std::min(m_columns.size(), record.cells.size()),
-            record.cells.end(), [](const QString& cell) { return !cell.trimmed().isEmpty(); });
+            record.cells.begin() + std::min<int>(m_width, record.cells.size()), record.cells.end(),
+            [](const QString& cell) { return !cell.trimmed().isEmpty(); });
         if (tooMany != record.cells.end())
             fault(number, QString(),
                   QStringLiteral("%1 stands beyond the columns").arg(Wording::shown(*tooMany)));
@@ -177,6 +200,7 @@ private:
     const Table* m_published;
     QHash<QString, const Row*> m_publishedRows; // by key
     QVector<Column> m_columns;
+    int m_width = 0;                 // of the sheet
     QHash<QString, int> m_sharpness; // of the row's dates
     QMap<QString, int> m_faulty;     // cells, by column
     SheetTable m_made;

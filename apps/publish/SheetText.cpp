@@ -45,6 +45,16 @@ QString decodeMarked(const QByteArray& bytes, QString& text, QString& encoding)
     return {};
 }
 
+/** Without a mark zeros tell the order: names of columns are Latin. */
+bool decodeUnmarked16(const QByteArray& bytes, QString& text, QString& encoding)
+{
+    const bool isBig = bytes.startsWith('\0');
+    encoding = isBig ? QStringLiteral("UTF-16BE") : QStringLiteral("UTF-16LE");
+    return bytes.size() % 2 == 0 && bytes.at(isBig ? 1 : 0) != '\0'
+        && bytes.at(isBig ? 0 : 1) == '\0' && decodeAs(encoding.toLatin1().constData(), bytes, text)
+        && !text.contains(QChar(0));
+}
+
 } // namespace
 
 QString SheetText::decode(const QByteArray& bytes, const QString& named, QString& text,
@@ -60,7 +70,9 @@ QString SheetText::decode(const QByteArray& bytes, const QString& named, QString
     if (!fault.isEmpty() || !encoding.isEmpty())
         return fault;
     if (bytes.contains('\0'))
-        return QStringLiteral("it holds no text; save the sheet as CSV");
+        return decodeUnmarked16(bytes, text, encoding)
+            ? QString()
+            : QStringLiteral("it holds no text; save the sheet as CSV");
     encoding = utf8;
     text = QString::fromUtf8(bytes);
     if (text.toUtf8() == bytes)
