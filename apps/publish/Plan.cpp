@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSet>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -19,15 +18,13 @@ namespace {
 const QLatin1String tableFolder("app/resources/");
 const QLatin1String versionsPath("app/versions.json");
 
-/** The files of a content folder beside tables and versions. */
-QSet<QString> otherFiles(const Content& content)
+/** A release as it is served; fails where its versions are not known, for they only go up. */
+QString readRelease(const QString& folder, Content& content)
 {
-    QSet<QString> others;
-    for (const QString& file : content.folder.isEmpty() ? QStringList() : content.files()) {
-        if (file != versionsPath && !file.startsWith(tableFolder))
-            others.insert(file);
-    }
-    return others;
+    const QString fault = content.read(folder);
+    return fault.isEmpty()
+        ? Versions::fault(content.versions, folder + QLatin1Char('/') + versionsPath)
+        : fault;
 }
 
 /** What is said of the same thing, wherever it has moved to. */
@@ -58,7 +55,7 @@ QString Plan::publish(const QString& path, const PublishedTree& tree, const Publ
 {
     release.entry.action = QStringLiteral("publish");
     Source source;
-    QString fault = tree.content().isEmpty() ? QString() : before.read(tree.content());
+    QString fault = tree.content().isEmpty() ? QString() : readRelease(tree.content(), before);
     if (fault.isEmpty())
         fault = source.read(path, before, options.encoding);
     if (fault.isEmpty() && before.folder.isEmpty() && !source.versions)
@@ -85,12 +82,14 @@ QString Plan::rollBack(int number, const PublishedTree& tree, const PublishOptio
 {
     release.entry.action = QStringLiteral("rollback");
     release.entry.restored = number;
-    Source source;
-    QString fault = before.read(tree.content());
+    Content restored;
+    QString fault = readRelease(tree.content(), before);
     if (fault.isEmpty())
-        fault = source.read(tree.contentOf(number), before, QString());
+        fault = restored.read(tree.contentOf(number));
     if (!fault.isEmpty())
         return fault;
+    Source source;
+    source.take(restored);
     const QMap<QString, int> leftovers = tree.leftoversOf(number);
     for (auto file = leftovers.begin(); file != leftovers.end(); ++file)
         source.files.remove(file.key());
@@ -155,15 +154,17 @@ void Plan::combineFiles(const Source& source, const PublishedTree& tree,
 {
     JournalEntry& entry = release.entry;
     const QMap<QString, int> leftovers = tree.leftoversOf(tree.current());
-    const QSet<QString> published = otherFiles(before);
+    Source published;
+    published.take(before);
     for (auto file = source.files.begin(); file != source.files.end(); ++file) {
-        const bool isNew = !published.contains(file.key()) || leftovers.contains(file.key());
+        const bool isNew = !published.files.contains(file.key()) || leftovers.contains(file.key());
         const ReleaseFile made = fileFor(file.key(), *file);
         entry.addedFiles += isNew ? 1 : 0;
         entry.changedFiles += !isNew && made.kept.isEmpty() ? 1 : 0;
         release.files.insert(file.key(), made);
     }
-    for (const QString& path : published) {
+    for (auto file = published.files.begin(); file != published.files.end(); ++file) {
+        const QString& path = file.key();
         if (release.files.contains(path))
             continue;
         const bool isLeftover = leftovers.contains(path);
@@ -175,9 +176,7 @@ void Plan::combineFiles(const Source& source, const PublishedTree& tree,
             continue;
         if (goes)
             release.leftovers.insert(path, last);
-        ReleaseFile file;
-        file.kept = before.folder + QLatin1Char('/') + path;
-        release.files.insert(path, file);
+        release.files.insert(path, {*file, QString(), QByteArray(), QDateTime()});
     }
 }
 

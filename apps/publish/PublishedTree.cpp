@@ -4,6 +4,7 @@
 #include "publish/Disk.h"
 #include "publish/FolderLock.h"
 #include "publish/Gzip.h"
+#include "publish/Versions.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -18,6 +19,7 @@ const QLatin1String currentName("current");
 const QLatin1String journalName("journal.jsonl");
 const QLatin1String leftoversName("leftovers.json");
 const QLatin1String stagingName(".next");
+const QLatin1String goingName(".gone-");
 
 QByteArray line(const JournalEntry& entry)
 {
@@ -62,11 +64,17 @@ QString PublishedTree::open()
     m_current = 0;
     if (link.isSymLink()) {
         m_current = target.match(link.symLinkTarget()).captured(2).toInt();
-        return has(m_current) ? QString()
-                              : QStringLiteral("%1 leads to no release")
-                                    .arg(QDir::toNativeSeparators(link.filePath()));
+        const bool isOurs = has(m_current)
+            && link.canonicalFilePath() == QFileInfo(contentOf(m_current)).canonicalFilePath();
+        return isOurs ? QString()
+                      : QStringLiteral("%1 leads to no release of this folder")
+                            .arg(QDir::toNativeSeparators(link.filePath()));
     }
     const QFileInfo info(m_folder);
+    if (link.exists() && QFileInfo(path(QStringLiteral("releases"))).isDir())
+        return QStringLiteral("%1 is no link, as a copy of a published tree may have it; make it "
+                              "lead to releases/NUMBER/content, the release that is served")
+            .arg(QDir::toNativeSeparators(link.filePath()));
     if (info.exists() && !info.isDir())
         return QStringLiteral("%1 is no folder").arg(shown);
     if (target.match(info.canonicalFilePath()).hasMatch())
@@ -107,19 +115,6 @@ bool PublishedTree::has(int release) const
     return release > 0 && release <= m_current && QFileInfo(contentOf(release)).isDir();
 }
 
-QVector<int> PublishedTree::releases() const
-{
-    QVector<int> numbers;
-    const QStringList names = QDir(path(QStringLiteral("releases"))).entryList(QDir::Dirs);
-    for (const QString& name : names) {
-        const int number = name.toInt();
-        if (number > 0 && number <= m_current)
-            numbers.append(number);
-    }
-    std::sort(numbers.begin(), numbers.end());
-    return numbers;
-}
-
 QMap<QString, int> PublishedTree::leftoversOf(int release) const
 {
     QByteArray text;
@@ -158,6 +153,8 @@ QString PublishedTree::adopt(const Progress& progress)
 {
     Content plain;
     QString cause = plain.read(m_folder);
+    if (cause.isEmpty())
+        cause = Versions::fault(plain.versions, path(QStringLiteral("app/versions.json")));
     if (!cause.isEmpty())
         return cause;
     Release release;
@@ -265,15 +262,18 @@ QString PublishedTree::turnTo(int release)
 void PublishedTree::sweep(int kept)
 {
     const QDir folder(path(QStringLiteral("releases")));
-    const QStringList names = folder.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+    const QStringList names =
+        folder.entryList(QDir::Dirs | QDir::NoSymLinks | QDir::Hidden | QDir::NoDotAndDotDot);
     for (const QString& name : names) {
         const int number = name.toInt();
-        if (number > m_current - kept && number <= m_current && number > 0)
+        const bool isLeftover = name == stagingName || name.startsWith(goingName);
+        const bool isKept = number > m_current - kept && number <= m_current;
+        // What somebody else has put there stays.
+        if (!isLeftover && (isKept || QString::number(number) != name || number <= 0))
             continue;
         // A release that is half gone must not be taken for one.
-        const QString going = folder.filePath(QStringLiteral(".gone-") + name);
-        if (number > 0 && !Disk::rename(folder.filePath(name), going).isEmpty())
-            continue;
-        QDir(number > 0 ? going : folder.filePath(name)).removeRecursively();
+        const QString going = folder.filePath(isLeftover ? name : goingName + name);
+        if (isLeftover || Disk::rename(folder.filePath(name), going).isEmpty())
+            QDir(going).removeRecursively();
     }
 }

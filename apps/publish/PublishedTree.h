@@ -47,9 +47,8 @@ public:
     /** The content folder that is served; empty when there is none. */
     QString content() const;
 
-    /** Whether the release is still kept; the releases kept, from the oldest. */
+    /** Whether the release is still kept. */
     bool has(int release) const;
-    QVector<int> releases() const;
     QString contentOf(int release) const;
     QMap<QString, int> leftoversOf(int release) const;
 

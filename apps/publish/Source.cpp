@@ -4,6 +4,7 @@
 #include "publish/Disk.h"
 #include "publish/SheetTable.h"
 #include "publish/SheetText.h"
+#include "publish/Versions.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -56,7 +57,7 @@ QString Source::read(const QString& path, const Content& published, const QStrin
         const QString file = QDir::cleanPath(path) + QLatin1Char('/') + name;
         QString fault;
         if (name == versionsPath || name == QLatin1String("versions.json"))
-            fault = Disk::read(file, versions.emplace());
+            fault = readVersions(file);
         else if (folderOf(name).isEmpty() || folderOf(name) == tableFolder)
             fault = readTable(file, published, encoding);
         else if (isOfContent(name))
@@ -70,6 +71,22 @@ QString Source::read(const QString& path, const Content& published, const QStrin
     return tables.isEmpty() && files.isEmpty()
         ? QStringLiteral("%1 holds nothing to publish").arg(QDir::toNativeSeparators(path))
         : QString();
+}
+
+void Source::take(const Content& content)
+{
+    tables = content.tables;
+    versions = content.versions;
+    for (const QString& name : content.folder.isEmpty() ? QStringList() : content.files()) {
+        if (name != versionsPath && folderOf(name) != tableFolder)
+            files.insert(name, content.folder + QLatin1Char('/') + name);
+    }
+}
+
+QString Source::readVersions(const QString& path)
+{
+    const QString fault = Disk::read(path, versions.emplace());
+    return fault.isEmpty() ? Versions::fault(versions, path) : fault;
 }
 
 QString Source::readTable(const QString& path, const Content& published, const QString& encoding)

@@ -29,7 +29,11 @@ struct Source
      */
     QString read(const QString& path, const Content& published, const QString& encoding);
 
+    /** Takes all of a content folder as it is, whatever nobody would publish there today. */
+    void take(const Content& content);
+
 private:
+    QString readVersions(const QString& path);
     QString readTable(const QString& path, const Content& published, const QString& encoding);
     QString readSheetFile(const QString& path, const QString& table, const Content& published,
                           const QString& encoding);

@@ -1,11 +1,15 @@
 #include "publish/Versions.h"
 
+#include "content/Content.h"
 #include "datatable/TableCatalogue.h"
 
+#include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QVariant>
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -15,7 +19,9 @@ const QLatin1String versionsKey("versions");
 /** As good as it can be read: the next one has to be higher. */
 int numberIn(const QJsonObject& versions, const QString& table)
 {
-    return versions.value(table).toVariant().toInt();
+    constexpr double highest = std::numeric_limits<int>::max();
+    const double number = std::ceil(versions.value(table).toVariant().toDouble());
+    return static_cast<int>(std::clamp(number, -1.0, highest));
 }
 
 QJsonObject versionsIn(const QByteArray& file)
@@ -24,6 +30,16 @@ QJsonObject versionsIn(const QByteArray& file)
 }
 
 } // namespace
+
+QString Versions::fault(const std::optional<QByteArray>& file, const QString& path)
+{
+    Content content;
+    content.versions = file;
+    QString fault;
+    content.versionNumbers(&fault);
+    return fault.isEmpty() ? fault
+                           : QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), fault);
+}
 
 QString Versions::raise(const QStringList& tables, const QByteArray& published,
                         const QByteArray& wanted, QByteArray& file, QVector<VersionChange>& changes)

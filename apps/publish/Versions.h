@@ -7,8 +7,14 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
 /** The file of the versions. */
 namespace Versions {
+
+/** Why nobody can tell the versions in the file of that path, or an empty text; none has no fault.
+ */
+QString fault(const std::optional<QByteArray>& file, const QString& path);
 
 /**
  * Raises the version of each table in the published file; of one that it has none of, it takes the
