@@ -40,18 +40,20 @@ void ChatLines::setLines(const QStringList& typed)
     while (after < shorter - before
            && m_lines.at(old - 1 - after).typed == now.at(all - 1 - after).typed)
         ++after;
-    std::copy_n(m_lines.begin(), before, now.begin());
-    std::copy_n(m_lines.end() - after, after, now.end() - after);
-    const int changed = shorter - before - after;
-    if (old > all)
-        beginRemoveRows({}, before + changed, before + changed + old - all - 1);
-    if (all > old)
-        beginInsertRows({}, before + changed, before + changed + all - old - 1);
-    m_lines = now;
-    if (old > all)
+    const int place = shorter - after; // where lines come in or go; those between are others now
+    if (old > all) {
+        beginRemoveRows({}, place, place + old - all - 1);
+        m_lines.remove(place, old - all);
         endRemoveRows();
-    if (all > old)
+    } else if (all > old) {
+        beginInsertRows({}, place, place + all - old - 1);
+        m_lines.insert(place, all - old, {});
+        std::copy_n(now.begin() + place, all - old, m_lines.begin() + place);
         endInsertRows();
+    }
+    std::copy(now.begin() + before, now.begin() + place, m_lines.begin() + before);
+    if (place > before)
+        Q_EMIT dataChanged(index(before, 0), index(place - 1, ColumnCount - 1));
     m_next = std::min(m_next, before);
     maskSome();
 }
