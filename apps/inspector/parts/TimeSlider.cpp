@@ -136,5 +136,7 @@ void TimeSlider::showTime()
     const QSignalBlocker silentEdit(m_edit);
     const QSignalBlocker silentSlider(m_slider);
     m_edit->setDateTime(QDateTime::fromSecsSinceEpoch(m_time));
-    m_slider->setValue(positionOf(m_time));
+    // What has moved to this time stays where it is: a stretch may have odd seconds.
+    if (at(m_slider->value()) != m_time)
+        m_slider->setValue(positionOf(m_time));
 }
