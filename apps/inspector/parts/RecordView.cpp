@@ -43,10 +43,11 @@ void RecordView::keepColumns(const QString& name)
     m_name = name;
     QHeaderView* header = horizontalHeader();
     const QByteArray state = QSettings().value(settingsKey()).toByteArray();
-    m_fitting = true; // what follows is no wish of anybody's
-    // A state of other columns than there are now is of no use.
-    if (header->restoreState(state) && header->count() != model()->columnCount())
-        header->reset();
+    m_fitting = true;                                        // what follows is no wish of anybody's
+    for (int column = 0; column < header->count(); ++column) // of what was shown before
+        header->moveSection(header->visualIndex(column), column);
+    if (!header->restoreState(state))
+        QSettings().remove(settingsKey()); // a state that cannot be read is of no use
     header->setSortIndicator(-1, Qt::AscendingOrder);
     m_fitting = false;
     fitColumns();
