@@ -7,6 +7,11 @@ DerivedColumn::DerivedColumn(QAbstractItemModel* model, const QString& title, Co
     , m_compute(std::move(compute))
 {
     setSourceModel(model);
+    // The column is none of the model's, whose indexes forget it.
+    disconnect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, nullptr);
+    disconnect(model, &QAbstractItemModel::layoutChanged, this, nullptr);
+    connect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, &DerivedColumn::holdOrder);
+    connect(model, &QAbstractItemModel::layoutChanged, this, &DerivedColumn::takeOrder);
     connect(model, &QAbstractItemModel::dataChanged, this, &DerivedColumn::tellChange);
 }
 
@@ -14,6 +19,25 @@ void DerivedColumn::tellChange()
 {
     if (rowCount() > 0)
         Q_EMIT dataChanged(index(0, place()), index(rowCount() - 1, place()));
+}
+
+void DerivedColumn::holdOrder()
+{
+    Q_EMIT layoutAboutToBeChanged();
+    m_held = persistentIndexList();
+    for (const QModelIndex& held : qAsConst(m_held))
+        m_rows.append(QPersistentModelIndex(mapToSource(held)));
+}
+
+void DerivedColumn::takeOrder()
+{
+    QModelIndexList now;
+    for (int i = 0; i < m_held.size(); ++i)
+        now.append(index(m_rows.at(i).row(), m_held.at(i).column()));
+    changePersistentIndexList(m_held, now);
+    m_held.clear();
+    m_rows.clear();
+    Q_EMIT layoutChanged();
 }
 
 int DerivedColumn::columnCount(const QModelIndex& parent) const

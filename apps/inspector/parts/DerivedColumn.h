@@ -28,7 +28,11 @@ public:
 
 private:
     int place() const { return sourceModel()->columnCount(); }
+    void holdOrder();
+    void takeOrder();
 
     QString m_title;
     Compute m_compute;
+    QModelIndexList m_held; // while the rows change their order
+    QVector<QPersistentModelIndex> m_rows;
 };
