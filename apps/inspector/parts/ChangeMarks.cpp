@@ -12,7 +12,7 @@ void ChangeMarks::setSourceModel(QAbstractItemModel* model)
         disconnect(sourceModel(), nullptr, this, nullptr);
     // Before the proxy's own connections, so that views find the marks made.
     using Model = QAbstractItemModel;
-    connect(model, &Model::modelReset, this, [this] { forget(); });
+    connect(model, &Model::modelReset, this, [this] { clear(); });
     connect(model, &Model::rowsInserted, this,
             [this](const QModelIndex&, int first, int last) { insert(first, last); });
     connect(model, &Model::rowsRemoved, this,
@@ -24,8 +24,7 @@ void ChangeMarks::setSourceModel(QAbstractItemModel* model)
     connect(model, &Model::layoutAboutToBeChanged, this, [this] { holdOrder(); });
     connect(model, &Model::layoutChanged, this, [this] { takeOrder(); });
     QIdentityProxyModel::setSourceModel(model);
-    m_marks.fill(Mark(), model->rowCount());
-    m_gone = 0;
+    clear();
 }
 
 QVariant ChangeMarks::data(const QModelIndex& index, int role) const
@@ -47,14 +46,10 @@ int ChangeMarks::marked() const
         m_marks.begin(), m_marks.end(), [](const Mark& mark) { return mark.last >= mark.first; }));
 }
 
-void ChangeMarks::forget()
+void ChangeMarks::clear()
 {
     m_gone = 0;
-    const bool any = marked() > 0;
     m_marks.fill(Mark(), sourceModel()->rowCount());
-    if (any)
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
-                           {Qt::BackgroundRole});
 }
 
 void ChangeMarks::insert(int first, int last)

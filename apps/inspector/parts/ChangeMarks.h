@@ -6,7 +6,7 @@
 
 /**
  * The same model with its last changes highlighted: rows that came in, cells that are others now.
- * They stay so until forget().
+ * They stay so until the model is reset.
  */
 class ChangeMarks : public QIdentityProxyModel
 {
@@ -21,9 +21,9 @@ public:
     /** How many rows are highlighted, and how many have gone. */
     int marked() const;
     int gone() const { return m_gone; }
-    void forget();
 
 private:
+    void clear();
     void insert(int first, int last);
     void remove(int first, int last);
     void change(int first, int last, int firstColumn, int lastColumn);
