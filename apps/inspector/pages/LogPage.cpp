@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 class LogPage::BySeverity : public QSortFilterProxyModel
@@ -73,4 +74,5 @@ LogPage::LogPage(const Inspected& inspected, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addWidget(m_view);
+    QTimer::singleShot(0, m_view, &QAbstractItemView::scrollToBottom); // once it has its size
 }
