@@ -1,9 +1,7 @@
-#include "inspector/window/PageList.h"
 #include "server/ContentServer.h"
 #include "support/InspectorTest.h"
 
 #include <QLineEdit>
-#include <QProcess>
 #include <QTableView>
 #include <QTcpServer>
 
@@ -16,7 +14,6 @@ private Q_SLOTS:
     void overview();
     void brokenTable();
     void writtenVersion();
-    void everyPageHasItsPicture();
     void serverIsGone();
     void stop();
 };
@@ -61,56 +58,6 @@ void tst_inspector_window::writtenVersion()
     QCOMPARE(model->index(row, 2).data().toString(), u"777"_s);
     click("update"); // and the service has the last word
     QVERIFY(model->index(row, 2).data().toString() != u"777"_s);
-}
-
-/** What the views of a page hold. */
-static QString textsOf(const Page* page)
-{
-    QString texts;
-    const auto views = page->findChildren<QAbstractItemView*>();
-    for (const QAbstractItemView* view : views) {
-        const QAbstractItemModel* model = view->model();
-        for (int row = 0; model != nullptr && row < model->rowCount(); ++row) {
-            for (int column = 0; column < model->columnCount(); ++column)
-                texts += model->index(row, column).data().toString() + u'\n';
-        }
-    }
-    return texts;
-}
-
-void tst_inspector_window::everyPageHasItsPicture()
-{
-    QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"XDG_CONFIG_HOME"_s, QDir::currentPath());
-    program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(ZGLOBAL_INSPECTOR), {u"--screenshots"_s, u"pictures"_s});
-    QVERIFY(program.waitForFinished(-1));
-    QVERIFY2(program.exitCode() == 0, program.readAllStandardError().constData());
-    const QMap<QString, QString> shown {{u"overview"_s, u"CS_GiftList"_s},
-                                        {u"tables"_s, u"星光皇冠"_s},
-                                        {u"gifts"_s, u"星光皇冠"_s},
-                                        {u"people"_s, u"平民1"_s},
-                                        {u"chat"_s, u"代充金豆"_s},
-                                        {u"pages"_s, u"周年回顾"_s},
-                                        {u"look"_s, u"帝王"_s},
-                                        {u"cache"_s, u"dataTable"_s},
-                                        {u"log"_s, u"加载完毕"_s}};
-    for (const PageEntry& entry : pageList()) {
-        const QString name = QString::fromLatin1(entry.name);
-        Page* page = window().page(name);
-        const auto scenes = page->scenes();
-        QVERIFY(!scenes.isEmpty());
-        window().show(name);
-        scenes.first().set();
-        QTRY_VERIFY2(textsOf(page).contains(shown.value(name, u"?"_s)), entry.name);
-        for (const Page::Scene& scene : scenes) {
-            for (const QString& palette : {u""_s, u"-dark"_s}) {
-                const QImage picture(u"pictures/"_s + scene.name + palette + u".png"_s);
-                QVERIFY2(picture.width() >= 1280, qPrintable(scene.name));
-            }
-        }
-    }
 }
 
 void tst_inspector_window::serverIsGone()

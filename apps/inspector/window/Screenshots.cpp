@@ -3,9 +3,14 @@
 #include "inspector/parts/Look.h"
 #include "inspector/window/MainWindow.h"
 #include "inspector/window/PageList.h"
+#include "inspector/window/ShownTexts.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QPixmap>
 #include <QTimer>
 
@@ -73,22 +78,40 @@ private:
         const Shot shot = m_shots.takeFirst();
         const QString suffix = shot.palette == QLatin1String("dark") ? QStringLiteral("-dark.png")
                                                                      : QStringLiteral(".png");
-        const QString path = m_folder + u'/' + shot.scene.name + suffix;
-        if (!m_window.grab().save(path)) {
-            std::fprintf(stderr, "%s cannot be written\n", qPrintable(path));
-            m_failed = true;
-        }
+        const QString name = shot.scene.name + suffix;
+        written(name, m_window.grab().save(m_folder + u'/' + name));
+        m_texts.insert(name, QJsonArray::fromStringList(ShownTexts::of(m_window)));
         if (!m_shots.isEmpty()) {
             pose();
             return;
         }
         m_look.stop();
+        writeTexts();
         QApplication::exit(m_failed ? 1 : 0);
+    }
+
+    void writeTexts()
+    {
+        const QString name = QStringLiteral("texts.json");
+        const QByteArray bytes = QJsonDocument(m_texts).toJson();
+        QFile file(m_folder + u'/' + name);
+        written(name,
+                file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size()
+                    && file.flush());
+    }
+
+    void written(const QString& name, bool done)
+    {
+        if (done)
+            return;
+        std::fprintf(stderr, "%s/%s cannot be written\n", qPrintable(m_folder), qPrintable(name));
+        m_failed = true;
     }
 
     MainWindow& m_window;
     QString m_folder;
     QVector<Shot> m_shots;
+    QJsonObject m_texts; ///< what can be read on each picture
     QTimer m_look;
     int m_looks = 0;
     bool m_failed = false;
