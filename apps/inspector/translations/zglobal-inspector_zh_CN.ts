@@ -195,15 +195,15 @@
     </message>
     <message>
         <source>Stickers</source>
-        <translation>斗图</translation>
+        <translation>表情包</translation>
     </message>
     <message>
         <source>Enter or a double click adds the phrase to the lines above</source>
-        <translation>按回车或双击，将该用语加入上方内容</translation>
+        <translation>按回车或双击，将该条加入上方内容</translation>
     </message>
     <message>
         <source>Phrases</source>
-        <translation>快捷用语</translation>
+        <translation>快捷输入</translation>
     </message>
     <message>
         <source>What stands for %1, %2 and so on, &amp;between commas:</source>
@@ -312,11 +312,11 @@
     </message>
     <message>
         <source>Tab %1 (%2)</source>
-        <translation>标签 %1 (%2)</translation>
+        <translation>页签 %1 (%2)</translation>
     </message>
     <message>
         <source>The gifts of this tab name several icons:</source>
-        <translation>此标签的礼物指定了多个图标：</translation>
+        <translation>此页签的礼物指定了多个图标：</translation>
     </message>
 </context>
 <context>
@@ -530,7 +530,7 @@
     </message>
     <message>
         <source>Recreation</source>
-        <translation>娱乐互动</translation>
+        <translation>魔法表情</translation>
     </message>
     <message>
         <source>no skin with a version is in force</source>
@@ -617,7 +617,7 @@
     </message>
     <message>
         <source>from %1</source>
-        <translation>%1 起</translation>
+        <translation>%1起</translation>
     </message>
     <message>
         <source>not offered</source>
@@ -752,7 +752,7 @@
     <name>PagesPage</name>
     <message>
         <source>An address, or a banner by its id or name</source>
-        <translation>网址，或横幅的 ID 或名称</translation>
+        <translation>网址，或 Banner 的 ID 或名称</translation>
     </message>
     <message>
         <source>Left out:</source>
@@ -760,7 +760,7 @@
     </message>
     <message>
         <source>Banners</source>
-        <translation>横幅</translation>
+        <translation>Banner</translation>
     </message>
     <message>
         <source>embedded</source>
@@ -772,7 +772,7 @@
     </message>
     <message>
         <source>Secondary banners</source>
-        <translation>次级横幅</translation>
+        <translation>次级 Banner</translation>
     </message>
     <message>
         <source>opens</source>
@@ -815,11 +815,11 @@
     </message>
     <message>
         <source>Stamps</source>
-        <translation>印章</translation>
+        <translation>盖章</translation>
     </message>
     <message>
         <source>Avatar stamps</source>
-        <translation>头像印章</translation>
+        <translation>头像贴</translation>
     </message>
     <message>
         <source>There is no %1</source>
@@ -885,7 +885,7 @@
     </message>
     <message>
         <source>%1. %2 (banner %3)</source>
-        <translation>%1. %2（横幅 %3）</translation>
+        <translation>%1. %2（Banner %3）</translation>
     </message>
 </context>
 <context>
@@ -908,7 +908,7 @@
     </message>
     <message>
         <source>age</source>
-        <translation>时长</translation>
+        <translation>距今</translation>
     </message>
     <message>
         <source>records</source>
@@ -1014,7 +1014,7 @@
     <name>StatusStrip</name>
     <message>
         <source>%1 in %2</source>
-        <translation>%1，位于 %2</translation>
+        <translation>服务器 %1，文件夹 %2</translation>
     </message>
     <message>
         <source>%1 (and %2 more)</source>
