@@ -49,11 +49,12 @@ bool FilterModel::filterAcceptsRow(int row, const QModelIndex& /*parent*/) const
 
 FilterModel::Word FilterModel::wordOf(const QString& text) const
 {
-    const QString name = text.section(u':', 0, 0);
+    static const QRegularExpression colon(QStringLiteral("[:：]")); // as Chinese is typed
+    const QString name = text.section(colon, 0, 0);
     for (int column = 0; name != text && column < columnCount(); ++column) {
         const QString header = headerData(column, Qt::Horizontal).toString();
         if (header.compare(name, Qt::CaseInsensitive) == 0)
-            return {column, text.section(u':', 1)};
+            return {column, text.section(colon, 1)};
     }
     return {-1, text};
 }
