@@ -67,11 +67,10 @@ int main(int argc, char* argv[])
     addOptions(first);
     first.parse(QCoreApplication::arguments());
     const bool takesPictures = first.isSet(QStringLiteral("screenshots"));
-    QString error;
     const QString language = option(first, "language");
-    if (!Language::use(language.isEmpty() && takesPictures ? QStringLiteral("en") : language,
-                       &error)) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
+    if (!Language::use(language.isEmpty() && takesPictures ? QStringLiteral("en") : language)) {
+        std::fprintf(stderr, "There is no translation to %s; known are %s\n", qPrintable(language),
+                     qPrintable(Language::known().join(QStringLiteral(", "))));
         return usageError;
     }
     QCommandLineParser line;

@@ -79,7 +79,7 @@ QVector<LeftOut> leftOutOf(const TableStatus& status)
     for (const Why::RawRow& row : table.rows()) {
         if (row.fate == Why::RawRow::LeftOut)
             all.append({row.id,
-                        QStringLiteral("%1 %2, row %3 of %4: %5")
+                        PagesPage::tr("%1 %2, row %3 of %4: %5")
                             .arg(row.id, row.name, QString::number(row.row.number), status.table,
                                  row.words)});
     }

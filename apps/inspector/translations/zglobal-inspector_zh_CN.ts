@@ -794,6 +794,10 @@
         <source>CS_BannerConfigNew, in table order:</source>
         <translation>CS_BannerConfigNew，按表中顺序：</translation>
     </message>
+    <message>
+        <source>%1 %2, row %3 of %4: %5</source>
+        <translation>%1 %2，%4 第 %3 行：%5</translation>
+    </message>
 </context>
 <context>
     <name>PeoplePage</name>

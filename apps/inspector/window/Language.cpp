@@ -6,6 +6,8 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include <algorithm>
+
 namespace {
 
 QString folder()
@@ -44,29 +46,22 @@ bool speak(const QString& name)
     return true;
 }
 
-QString known()
+} // namespace
+
+QStringList Language::known()
 {
     QStringList names {QStringLiteral("en")};
     const QStringList files = QDir(folder()).entryList();
     for (const QString& file : files)
         names.append(file.section(u'.', 0, 0).section(u'_', 1));
-    return names.join(QStringLiteral(", "));
+    return names;
 }
 
-} // namespace
-
-bool Language::use(const QString& name, QString* error)
+bool Language::use(const QString& name)
 {
-    if (name.isEmpty()) {
-        const QStringList wanted = QLocale::system().uiLanguages();
-        for (const QString& each : wanted) {
-            if (speak(each))
-                break;
-        }
-        return true;
-    }
-    if (speak(name))
-        return true;
-    *error = QStringLiteral("There is no translation to %1; known are %2").arg(name, known());
-    return false;
+    if (!name.isEmpty())
+        return speak(name);
+    const QStringList wanted = QLocale::system().uiLanguages();
+    static_cast<void>(std::any_of(wanted.begin(), wanted.end(), speak));
+    return true;
 }

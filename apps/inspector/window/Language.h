@@ -1,15 +1,17 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 /** The language of the program's own words. What the library tells stays as it is. */
 namespace Language {
 
+/** The names of those that it has. */
+QStringList known();
+
 /**
  * Has the program, and what Qt shows in it, speak a language by its name, such as "zh_CN"; without
- * a name the first of the system's languages that it can. False, and the error told, when it has no
- * translation to the language that is named.
+ * a name the first of the system's languages that it has. False when it has not the one named.
  */
-bool use(const QString& name, QString* error);
+bool use(const QString& name);
 
 } // namespace Language
