@@ -201,6 +201,7 @@ void ClientHost::stop()
     if (!m_canStop)
         return;
     m_isStopping = true;
+    Q_EMIT sigStopping();
     ZHttpComm::getInstance()->cancelAll();
 }
 

@@ -71,6 +71,8 @@ Q_SIGNALS:
     /** The folder is entered: from now on managers find their files, and make their folders, there.
      */
     void sigEntered();
+    /** All requests of the process are called off, until the task ends. */
+    void sigStopping();
     /** A task begins, or ends with an empty one. */
     void sigTask(const QString& task);
     void sigProgress(int finished, int started, qint64 received);

@@ -10,6 +10,8 @@
 #include <QImageReader>
 #include <QPointer>
 
+#include <utility>
+
 namespace {
 
 constexpr int cacheKilobytes = 128 * 1024;
@@ -63,10 +65,10 @@ QImage Pictures::get(const QString& path, const QString& address, const QSize& s
     if (path.isEmpty() || m_wanted.contains(key) || m_faults.contains(path))
         return {};
     m_wanted.insert(key);
-    if (address.isEmpty() || QFileInfo(path).size() > 0)
-        read(path, size);
-    else
-        fetch(path, address, size);
+    // Views ask while they paint, and what a request sets off may paint, too.
+    const Wanted picture {path, address, size};
+    QMetaObject::invokeMethod(
+        this, [this, picture] { obtain(picture); }, Qt::QueuedConnection);
     return {};
 }
 
@@ -82,17 +84,47 @@ void Pictures::retry()
     m_faults.clear();
 }
 
-void Pictures::fetch(const QString& path, const QString& address, const QSize& size)
+void Pictures::pause()
 {
+    m_isPaused = true;
+    ++m_pauses;
+}
+
+void Pictures::resume()
+{
+    m_isPaused = false;
+    for (const Wanted& picture : std::exchange(m_waiting, {}))
+        fetch(picture);
+}
+
+void Pictures::obtain(const Wanted& picture)
+{
+    if (picture.address.isEmpty() || QFileInfo(picture.path).size() > 0)
+        read(picture.path, picture.size);
+    else
+        fetch(picture);
+}
+
+void Pictures::fetch(const Wanted& picture)
+{
+    if (m_isPaused) {
+        m_waiting.append(picture);
+        return;
+    }
     const QPointer<Pictures> self(this);
-    download(path, address)
+    const int pauses = m_pauses;
+    download(picture.path, picture.address)
         .then([=] {
             if (self != nullptr)
-                self->read(path, size);
+                self->read(picture.path, picture.size);
         })
         .fail([=](const zErrorInfo& error) {
-            if (self != nullptr)
-                self->done(path, keyOf(path, size), {}, error.message());
+            if (self == nullptr)
+                return;
+            if (pauses != self->m_pauses) // then it may well be for that
+                self->fetch(picture);
+            else
+                self->done(picture.path, keyOf(picture.path, picture.size), {}, error.message());
         });
 }
 

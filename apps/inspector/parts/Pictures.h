@@ -7,6 +7,7 @@
 #include <QSize>
 #include <QString>
 #include <QThreadPool>
+#include <QVector>
 
 /**
  * Pictures of the cache below the working folder, read off the GUI thread when a view asks for
@@ -39,16 +40,32 @@ public:
     /** Tries anew what could not be had. */
     void retry();
 
+    /** Every request of the process is called off, those for pictures too; they wait from now on
+     *  and are made again with resume(). */
+    void pause();
+    void resume();
+
 Q_SIGNALS:
     void sigLoaded(const QString& path);
 
 private:
-    void fetch(const QString& path, const QString& address, const QSize& size);
+    struct Wanted
+    {
+        QString path;
+        QString address;
+        QSize size;
+    };
+
+    void obtain(const Wanted& picture);
+    void fetch(const Wanted& picture);
     void read(const QString& path, const QSize& size);
     void done(const QString& path, const QString& key, const QImage& image, const QString& fault);
 
     QCache<QString, QImage> m_images; // by path and size
     QSet<QString> m_wanted;           // the same, of those under way
     QHash<QString, QString> m_faults;
+    QVector<Wanted> m_waiting; // for resume()
+    bool m_isPaused = false;
+    int m_pauses = 0;
     QThreadPool m_readers;
 };

@@ -65,6 +65,11 @@ MainWindow::MainWindow(QWidget* parent)
     setCentralWidget(whole);
     addActions();
 
+    connect(&m_host, &ClientHost::sigStopping, &m_pictures, &Pictures::pause);
+    connect(&m_host, &ClientHost::sigTask, &m_pictures, [this](const QString& task) {
+        if (task.isEmpty())
+            m_pictures.resume();
+    });
     connect(m_list, &QListWidget::currentRowChanged, this, &MainWindow::showPage);
     resize(1280, 800);
     restoreGeometry(QSettings().value(geometryKey()).toByteArray());
