@@ -81,8 +81,7 @@ Why::Explanation explain(const Why::Subject& subject, const Why::RawTable& table
 
 } // namespace
 
-Why::Reply Why::banner(const QString& idOrName, const Failures& failures)
+Why::Reply Why::banner(const QString& idOrName, const Failures& failures, const Files& files)
 {
-    return replyTo(QStringLiteral("banner"), {tableOf(false), tableOf(true)}, idOrName, failures,
-                   &explain);
+    return replyTo(QStringLiteral("banner"), idOrName, failures, files, &explain);
 }

@@ -89,10 +89,11 @@ Why::Explanation explain(const Why::Subject& subject, const Why::RawTable& table
 
 } // namespace
 
-Why::Reply Why::frame(const QString& idOrName, const QDateTime& moment, const Failures& failures)
+Why::Reply Why::frame(const QString& idOrName, const QDateTime& moment, const Failures& failures,
+                      const Files& files)
 {
-    return replyTo(QStringLiteral("frame"), {QStringLiteral("CS_HeadframeList")}, idOrName,
-                   failures, [&moment](const Subject& subject, const RawTable& table) {
+    return replyTo(QStringLiteral("frame"), idOrName, failures, files,
+                   [&moment](const Subject& subject, const RawTable& table) {
                        return explain(subject, table, moment);
                    });
 }

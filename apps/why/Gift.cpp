@@ -99,9 +99,10 @@ Why::Explanation explain(const Why::Subject& subject, const Why::RawTable& table
 
 } // namespace
 
-Why::Reply Why::gift(const QString& idOrName, const QDateTime& moment, const Failures& failures)
+Why::Reply Why::gift(const QString& idOrName, const QDateTime& moment, const Failures& failures,
+                     const Files& files)
 {
-    return replyTo(QStringLiteral("gift"), {QStringLiteral("CS_GiftList")}, idOrName, failures,
+    return replyTo(QStringLiteral("gift"), idOrName, failures, files,
                    [&moment](const Subject& subject, const RawTable& table) {
                        return explain(subject, table, moment);
                    });

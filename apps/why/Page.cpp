@@ -4,79 +4,42 @@
 #include "why/Subjects.h"
 #include "why/Why.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 
 namespace {
 
 using Pages = QHash<QString, QString>; // the path that an address has to hold, by page
 
-const ColumnSchema* embeddingColumn(const Table& table)
+using File = std::shared_ptr<const Why::RawTable>;
+
+/** The first row of which something holds; null where it holds of none. */
+template <class Holds>
+const Why::RawRow* firstRow(const Why::RawTable& table, Holds holds)
 {
-    const auto& columns = table.columns();
-    const auto found = std::find_if(columns.begin(), columns.end(), [](const ColumnSchema& column) {
-        return !column.pageColumn.isEmpty();
-    });
-    return found == columns.end() ? nullptr : &*found;
+    const auto found = std::find_if(table.rows().begin(), table.rows().end(), holds);
+    return found == table.rows().end() ? nullptr : &*found;
 }
 
-/** The pages of a table, one row after the other. */
-class PagesOf
+/** The row that lists the page. */
+const Why::RawRow* rowOf(const QString& page, const Why::RawTable& table)
 {
-public:
-    explicit PagesOf(const QString& table)
-        : m_raw(Why::statusOf(table))
-        , m_column(embeddingColumn(m_raw.table()))
-    {
-    }
+    return firstRow(table,
+                    [&](const Why::RawRow& row) { return row.isEmbedding && row.page == page; });
+}
 
-    const Why::RawTable& raw() const { return m_raw; }
+/** The row that would list a page for the address, if it were to open embedded. */
+const Why::RawRow* rowNear(const QString& address, const Why::RawTable& table)
+{
+    return firstRow(table, [&](const Why::RawRow& row) {
+        return !row.isEmbedding && !row.path.isEmpty() && address.contains(row.path);
+    });
+}
 
-    /** The row that lists the page; null when none does. */
-    const Why::RawRow* rowOf(const QString& page) const
-    {
-        const auto found =
-            std::find_if(m_raw.rows().begin(), m_raw.rows().end(), [&](const Why::RawRow& row) {
-                return isListed(row) && pageIn(row) == page;
-            });
-        return found == m_raw.rows().end() ? nullptr : &*found;
-    }
-
-    /** The row that would list a page for the address, if it were to open embedded. */
-    const Why::RawRow* rowNear(const QString& address) const
-    {
-        const auto found =
-            std::find_if(m_raw.rows().begin(), m_raw.rows().end(), [&](const Why::RawRow& row) {
-                if (m_column == nullptr || isListed(row))
-                    return false;
-                const QRegularExpression pattern(m_column->pagePattern);
-                const QString path = pattern.match(pageIn(row)).captured(1);
-                return !path.isEmpty() && address.contains(path);
-            });
-        return found == m_raw.rows().end() ? nullptr : &*found;
-    }
-
-    QString flag(const Why::RawRow& row) const
-    {
-        return QStringLiteral("%1 is %2")
-            .arg(m_column->name, m_raw.table().text(row.row, m_column->name));
-    }
-
-private:
-    bool isListed(const Why::RawRow& row) const
-    {
-        return m_column != nullptr && row.fate != Why::RawRow::NoRow
-            && m_raw.table().value(row.row, m_column->name).toInt() > 0;
-    }
-    QString pageIn(const Why::RawRow& row) const
-    {
-        return m_raw.table().text(row.row, m_column->pageColumn).trimmed();
-    }
-
-    Why::RawTable m_raw;
-    const ColumnSchema* m_column;
-};
+QString flag(const Why::RawRow& row, const Why::RawTable& table)
+{
+    const QString& column = table.embeddingColumn()->name;
+    return QStringLiteral("%1 is %2").arg(column, table.table().text(row.row, column));
+}
 
 /** Asks one set of pages; the first that has the address decides. */
 void askPages(const QString& rule, const Pages& pages, const QString& address, const QString& page,
@@ -98,43 +61,41 @@ void askPages(const QString& rule, const Pages& pages, const QString& address, c
     explanation.steps.append(step);
 }
 
-QString faultsOf(const QVector<PagesOf>& tables)
+QString faultsOf(const QVector<File>& tables)
 {
     QStringList faults;
-    for (const PagesOf& pages : tables) {
-        const QString fault = Why::loadFault(pages.raw().status());
+    for (const File& table : tables) {
+        const QString fault = Why::loadFault(table->status());
         if (!fault.isEmpty())
-            faults.append(
-                QStringLiteral("%1 is not loaded: %2").arg(pages.raw().status().table, fault));
+            faults.append(QStringLiteral("%1 is not loaded: %2").arg(table->status().table, fault));
     }
     return faults.join(QStringLiteral("; "));
 }
 
-void tellRows(const QVector<PagesOf>& tables, const QString& page, const QString& address,
+void tellRows(const QVector<File>& tables, const QString& page, const QString& address,
               Why::Explanation& explanation)
 {
-    for (const PagesOf& pages : tables) {
-        if (const Why::RawRow* row = page.isEmpty() ? nullptr : pages.rowOf(page)) {
-            explanation.origins.append(pages.raw().origin(row));
+    for (const File& table : tables) {
+        if (const Why::RawRow* row = page.isEmpty() ? nullptr : rowOf(page, *table)) {
+            explanation.origins.append(table->origin(row));
             if (row->fate == Why::RawRow::LeftOut)
                 explanation.remarks.append(
                     {QStringLiteral("row %1").arg(row->row.number),
                      row->words + QStringLiteral("; its page counts all the same")});
         }
-        const Why::RawRow* near = page.isEmpty() ? pages.rowNear(address) : nullptr;
+        const Why::RawRow* near = page.isEmpty() ? rowNear(address, *table) : nullptr;
         if (near != nullptr)
             explanation.remarks.append({QStringLiteral("near"),
                                         QStringLiteral("row %1 of %2 has such a page, but its %3")
                                             .arg(QString::number(near->row.number),
-                                                 pages.raw().status().table, pages.flag(*near))});
+                                                 table->status().table, flag(*near, *table))});
     }
 }
 
 /** The client's own pages, of which an address may be one. */
-void tellOwnPage(const QString& address, Why::Explanation& explanation)
+void tellOwnPage(const QString& address, const Why::RawTable& pages, Why::Explanation& explanation)
 {
     const auto plain = [](const QString& text) { return text.section(QLatin1Char('?'), 0, 0); };
-    const Why::RawTable pages(Why::statusOf(QStringLiteral("H5WebConfig")));
     for (const Why::RawRow& row : pages.rows()) {
         if (row.fate != Why::RawRow::Record)
             continue;
@@ -150,13 +111,13 @@ void tellOwnPage(const QString& address, Why::Explanation& explanation)
 
 } // namespace
 
-Why::Explanation Why::page(const QString& address)
+Why::Explanation Why::page(const QString& address, const Files& files)
 {
     Explanation explanation;
     explanation.subject = {QStringLiteral("page"), QString(), address, QString()};
-    const QVector<PagesOf> banners {PagesOf(QStringLiteral("CS_BannerConfig")),
-                                    PagesOf(QStringLiteral("CS_BannerConfigNew"))};
-    const QVector<PagesOf> others {PagesOf(QStringLiteral("CS_VideoHobbyBanner"))};
+    const QVector<File> banners {files(QStringLiteral("CS_BannerConfig")),
+                                 files(QStringLiteral("CS_BannerConfigNew"))};
+    const QVector<File> others {files(QStringLiteral("CS_VideoHobbyBanner"))};
     ZBannerMgr* manager = ZBannerMgr::getInstance();
     QString page = manager->bannerCefPage(address);
     askPages(QStringLiteral("it is the page of a banner"), manager->getTablePages(), address, page,
@@ -173,7 +134,7 @@ Why::Explanation Why::page(const QString& address)
     askPages(QStringLiteral("it is the page of a secondary banner"), other->getPages(), address,
              page, faultsOf(others), explanation);
     tellRows(banners + others, page.trimmed(), address, explanation);
-    tellOwnPage(address, explanation);
+    tellOwnPage(address, *files(QStringLiteral("H5WebConfig")), explanation);
     explanation.holds = explanation.isDecided();
     explanation.verdict = explanation.holds
         ? QStringLiteral("%1 opens embedded: %2")

@@ -7,7 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -42,8 +42,18 @@ Why::RawTable::RawTable(const TableStatus& status)
     else if (m_table.isRefused())
         m_fault = QStringLiteral("%1 has no column \"%2\"")
                       .arg(shownPath(m_path), status.declaration->missingColumn(m_table.header()));
-    if (m_table.error().isEmpty())
-        readRows();
+    if (!m_table.error().isEmpty())
+        return;
+    readRows();
+    readPages();
+    noteIds();
+}
+
+Why::RawTable Why::RawTable::with(const TableStatus& status) const
+{
+    RawTable table = *this;
+    table.m_status = status;
+    return table;
 }
 
 bool Why::RawTable::isRecord(const RawRow& row) const
@@ -60,13 +70,17 @@ int Why::RawTable::count(RawRow::Fate fate) const
 
 const Why::RawRow* Why::RawTable::find(const QString& id) const
 {
-    const RawRow* found = nullptr;
-    for (const RawRow& row : m_rows) {
-        const bool isBetter = found == nullptr || found->fate != RawRow::Record;
-        if (row.id == id && row.fate != RawRow::NoRow && (isBetter || row.fate == RawRow::Record))
-            found = &row;
-    }
-    return found;
+    const auto place = m_places.constFind(id);
+    return place == m_places.constEnd() ? nullptr : &m_rows.at(*place);
+}
+
+const ColumnSchema* Why::RawTable::embeddingColumn() const
+{
+    const auto& columns = m_table.columns();
+    const auto found = std::find_if(columns.begin(), columns.end(), [](const ColumnSchema& column) {
+        return !column.pageColumn.isEmpty();
+    });
+    return found == columns.end() ? nullptr : &*found;
 }
 
 QString Why::RawTable::nameColumn(const TableSchema& schema)
@@ -151,6 +165,34 @@ void Why::RawTable::noteOverwritten()
         row->words = QStringLiteral("overwritten by row %1").arg(row->overwrittenBy);
         if (schema.isEveryRowKept)
             row->words += QStringLiteral(": ") + schema.duplicates;
+    }
+}
+
+void Why::RawTable::readPages()
+{
+    const ColumnSchema* column = embeddingColumn();
+    if (column == nullptr)
+        return;
+    const QRegularExpression pattern(column->pagePattern);
+    for (RawRow& row : m_rows) {
+        if (row.fate == RawRow::NoRow)
+            continue;
+        row.page = m_table.text(row.row, column->pageColumn).trimmed();
+        row.path = pattern.match(row.page).captured(1);
+        row.isEmbedding = m_table.value(row.row, column->name).toInt() > 0;
+    }
+}
+
+void Why::RawTable::noteIds()
+{
+    m_places.reserve(static_cast<int>(m_rows.size()));
+    for (int place = 0; place < m_rows.size(); ++place) {
+        const RawRow& row = m_rows.at(place);
+        const RawRow* before = find(row.id);
+        if (row.fate == RawRow::NoRow
+            || (before != nullptr && before->fate == RawRow::Record && row.fate != RawRow::Record))
+            continue;
+        m_places.insert(row.id, place);
     }
 }
 

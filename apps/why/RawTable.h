@@ -4,6 +4,7 @@
 #include "datatable/TableStatus.h"
 #include "why/Explanation.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -28,6 +29,9 @@ struct RawRow
     Fate fate = Record;
     int overwrittenBy = 0; ///< the row
     QString words;         ///< the fate, as in "left out for valid: a row without it is left out"
+    QString page;          ///< of a table that has pages: that of the row
+    QString path;          ///< the part of the page that tells addresses to open embedded
+    bool isEmbedding = false; ///< whether the row has its page open embedded
 };
 
 /** The file of a table in its current version, row by row. */
@@ -35,6 +39,9 @@ class RawTable
 {
 public:
     explicit RawTable(const TableStatus& status);
+
+    /** The same file where something else is known of its table meanwhile. */
+    RawTable with(const TableStatus& status) const;
 
     const TableStatus& status() const { return m_status; }
 
@@ -53,6 +60,9 @@ public:
     /** The row that answers for the id, else the last that has it; null when none does. */
     const RawRow* find(const QString& id) const;
 
+    /** The column whose number decides whether pages open embedded; null when none does. */
+    const ColumnSchema* embeddingColumn() const;
+
     /** The column whose cells are names for people; empty when none is. */
     static QString nameColumn(const TableSchema& schema);
 
@@ -63,6 +73,8 @@ private:
     void readRows();
     void leaveOut(QStringList columns);
     void noteOverwritten();
+    void readPages();
+    void noteIds();
     QString recordWords() const;
     QString leftOutWords(const RawRow& row) const;
 
@@ -71,6 +83,7 @@ private:
     QString m_fault;
     Table m_table;
     QVector<RawRow> m_rows;
+    QHash<QString, int> m_places; // of the rows that find() answers
 };
 
 /** The file of a table as it lies there, or would. */

@@ -3,12 +3,16 @@
 #include "datatable/TableList.h"
 
 #include <QFileInfo>
+#include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <array>
 
 namespace Why {
 namespace {
+
+using Tables = QVector<std::shared_ptr<const RawTable>>;
 
 constexpr auto anyCase = Qt::CaseInsensitive;
 
@@ -27,20 +31,18 @@ constexpr std::array<Fit, 4> fits {
     },
 };
 
-bool isSame(const Subject& left, const Subject& right)
+QVector<Subject> fitting(const QVector<Subject>& all, Fit fit, const QString& text)
 {
-    return left.table == right.table && left.id == right.id;
-}
-
-void addFitting(const QVector<Subject>& all, Fit fit, const QString& text, QVector<Subject>& found)
-{
+    QVector<Subject> found;
+    QSet<QPair<QString, QString>> known; // by table and id
     for (const Subject& subject : all) {
-        const bool isFound =
-            std::any_of(found.begin(), found.end(),
-                        [&subject](const Subject& other) { return isSame(subject, other); });
-        if (!isFound && fit(subject, text))
-            found.append(subject);
+        const QPair<QString, QString> id(subject.table, subject.id);
+        if (!fit(subject, text) || known.contains(id))
+            continue;
+        known.insert(id);
+        found.append(subject);
     }
+    return found;
 }
 
 QVector<Subject> inFile(const QString& kind, const RawTable& table)
@@ -56,31 +58,39 @@ QVector<Subject> inFile(const QString& kind, const RawTable& table)
 /** What the manager holds, of an earlier file maybe. */
 QVector<Subject> held(const QString& kind, const TableStatus& status)
 {
-    const TableSchema& schema = status.declaration->schema();
-    const QString name = RawTable::nameColumn(schema);
-    const auto text = [](const QJsonObject& record, const QString& column) {
-        return record.value(column).toVariant().toString();
+    const TableDeclaration& declaration = *status.declaration;
+    const auto& columns = declaration.schema().columns;
+    const QString name = RawTable::nameColumn(declaration.schema());
+    int keyPlace = -1;
+    int namePlace = -1;
+    for (int place = 0; place < columns.size(); ++place) {
+        keyPlace = columns.at(place).name == declaration.schema().key ? place : keyPlace;
+        namePlace = columns.at(place).name == name ? place : namePlace;
+    }
+    const auto text = [&declaration](const void* record, int place) {
+        return place < 0 ? QString() : declaration.value(record, place).toString();
     };
     QVector<Subject> subjects;
-    const QJsonArray records = status.declaration->records();
-    for (const QJsonValue& value : records) {
-        const QJsonObject record = value.toObject();
-        subjects.append({kind, status.table, text(record, schema.key), text(record, name)});
-    }
+    const TableSnapshot snapshot = declaration.snapshot();
+    for (const void* record : snapshot.records)
+        subjects.append({kind, status.table, text(record, keyPlace), text(record, namePlace)});
     return subjects;
 }
 
-QVector<Subject> find(const QString& kind, const QVector<RawTable>& tables, const QString& text)
+QVector<Subject> find(const QString& kind, const Tables& tables, const QString& text)
 {
-    QVector<Subject> all;
-    for (const RawTable& table : tables)
-        all += inFile(kind, table);
     QVector<Subject> found;
-    addFitting(all, fits.front(), text, found);
+    for (const auto& table : tables) { // most questions are about an id, and tables can be long
+        if (const RawRow* row = table->find(text))
+            found.append({kind, table->status().table, row->id, row->name});
+    }
     if (!found.isEmpty())
         return found;
-    for (const RawTable& table : tables)
-        all += held(kind, table.status());
+    QVector<Subject> all;
+    for (const auto& table : tables)
+        all += inFile(kind, *table);
+    for (const auto& table : tables)
+        all += held(kind, table->status());
     return answering(all, text);
 }
 
@@ -106,17 +116,18 @@ QString failureOf(const TableStatus& status, const Failures& failures)
     return isLoaded && found != failures.end() ? found->why : QString();
 }
 
-QString nothingFound(const QString& kind, const QVector<RawTable>& tables, const QString& text,
+QString nothingFound(const QString& kind, const Tables& tables, const QString& text,
                      const Failures& failures)
 {
     QStringList faults;
-    for (const RawTable& table : tables) {
-        const QString fault = loadFault(table.status());
+    for (const auto& table : tables) {
+        const TableStatus& status = table->status();
+        const QString fault = loadFault(status);
         if (!fault.isEmpty())
-            faults.append(QStringLiteral("%1 is not loaded: %2").arg(table.status().table, fault));
-        const QString failure = failureOf(table.status(), failures);
+            faults.append(QStringLiteral("%1 is not loaded: %2").arg(status.table, fault));
+        const QString failure = failureOf(status, failures);
         if (!failure.isEmpty())
-            faults.append(QStringLiteral("%1: %2").arg(table.status().table, failure));
+            faults.append(QStringLiteral("%1: %2").arg(status.table, failure));
     }
     const QString nothing =
         QStringLiteral("no %1 has the id \"%2\", or a name with that in it").arg(kind, text);
@@ -148,30 +159,50 @@ void askForRow(Explanation& explanation, const RawTable& table)
 
 } // namespace
 
+std::shared_ptr<const RawTable> readFile(const QString& table)
+{
+    return std::make_shared<const RawTable>(statusOf(table));
+}
+
+QStringList tablesOf(const QString& kind)
+{
+    static const QHash<QString, QStringList> tables {
+        {QStringLiteral("gift"), {QStringLiteral("CS_GiftList")}},
+        {QStringLiteral("frame"), {QStringLiteral("CS_HeadframeList")}},
+        {QStringLiteral("banner"),
+         {QStringLiteral("CS_BannerConfig"), QStringLiteral("CS_BannerConfigNew")}},
+        {QStringLiteral("page"),
+         {QStringLiteral("CS_BannerConfig"), QStringLiteral("CS_BannerConfigNew"),
+          QStringLiteral("CS_VideoHobbyBanner"), QStringLiteral("H5WebConfig")}},
+    };
+    return tables.value(kind);
+}
+
 QVector<Subject> answering(const QVector<Subject>& all, const QString& text)
 {
     QVector<Subject> found;
     for (const Fit fit : fits) {
-        addFitting(all, fit, text, found);
+        found = fitting(all, fit, text);
         if (!found.isEmpty())
             break;
     }
     return found;
 }
 
-Reply replyTo(const QString& kind, const QStringList& tables, const QString& text,
-              const Failures& failures, const Explain& explain)
+Reply replyTo(const QString& kind, const QString& text, const Failures& failures,
+              const Files& files, const Explain& explain)
 {
-    QVector<RawTable> files;
-    for (const QString& table : tables)
-        files.append(RawTable(statusOf(table)));
-    const QVector<Subject> found = find(kind, files, text);
+    Tables tables;
+    const QStringList names = tablesOf(kind);
+    for (const QString& name : names)
+        tables.append(files(name));
+    const QVector<Subject> found = find(kind, tables, text);
     const bool isOne = std::all_of(found.begin(), found.end(), [&found](const Subject& subject) {
         return subject.id == found.constFirst().id;
     });
     Reply reply;
     if (found.isEmpty()) {
-        reply.fault = nothingFound(kind, files, text, failures);
+        reply.fault = nothingFound(kind, tables, text, failures);
         return reply;
     }
     if (!isOne) {
@@ -179,11 +210,9 @@ Reply replyTo(const QString& kind, const QStringList& tables, const QString& tex
         return reply;
     }
     for (const Subject& subject : found) {
-        const auto file = std::find_if(files.begin(), files.end(), [&](const RawTable& table) {
-            return table.status().table == subject.table;
-        });
-        reply.explanations.append(explain(subject, *file));
-        const QString failure = failureOf(file->status(), failures);
+        const RawTable& table = *tables.at(static_cast<int>(names.indexOf(subject.table)));
+        reply.explanations.append(explain(subject, table));
+        const QString failure = failureOf(table.status(), failures);
         if (!failure.isEmpty())
             reply.explanations.last().remarks.append({subject.table, failure});
     }

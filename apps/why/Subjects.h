@@ -15,12 +15,10 @@ using Explain = std::function<Explanation(const Subject& subject, const RawTable
  * by the name, by a part of one of them. Each id of a table once. */
 QVector<Subject> answering(const QVector<Subject>& all, const QString& text);
 
-/**
- * The answer to a question about a thing of these tables by its id or name: records and rows that
- * became none, as answering() finds them.
- */
-Reply replyTo(const QString& kind, const QStringList& tables, const QString& text,
-              const Failures& failures, const Explain& explain);
+/** The answer to a question about a thing of a kind by its id or name: records of its tables and
+ *  rows that became none, as answering() finds them. */
+Reply replyTo(const QString& kind, const QString& text, const Failures& failures,
+              const Files& files, const Explain& explain);
 
 /** Asks the first rules of every record: the table was loaded, a row has the id, it became a record
  *  and did not go. isHeld tells whether the manager has it. */

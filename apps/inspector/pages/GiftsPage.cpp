@@ -10,11 +10,11 @@
 #include "inspector/parts/FilterModel.h"
 #include "inspector/parts/GiftTabs.h"
 #include "inspector/parts/Pictures.h"
+#include "inspector/parts/RawTables.h"
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/Tiles.h"
 #include "inspector/parts/TimeSlider.h"
 #include "models/ZGiftModel.h"
-#include "why/Why.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -106,6 +106,7 @@ private:
 GiftsPage::GiftsPage(const Inspected& inspected, QWidget* parent)
     : Page(parent)
     , m_host(inspected.host)
+    , m_files(inspected.files)
     , m_gifts(new ZGiftModel(this))
     , m_panel(new Panel(this))
     , m_view(new TileView)
@@ -132,6 +133,7 @@ GiftsPage::GiftsPage(const Inspected& inspected, QWidget* parent)
     connect(&m_explain, &QTimer::timeout, this, &GiftsPage::explain);
     connect(m_time, &TimeSlider::sigTimeChanged, this, &GiftsPage::setTime);
     connect(&m_host, &ClientHost::sigFilesChanged, this, &GiftsPage::refresh);
+    connect(&m_files, &RawTables::sigRead, &m_explain, QOverload<>::of(&QTimer::start));
     setTime(m_time->time());
     readTable();
 }
@@ -174,7 +176,7 @@ QVector<Page::Scene> GiftsPage::scenes()
 
 bool GiftsPage::isAtRest() const
 {
-    return !m_explain.isActive() && m_animation->isAtRest();
+    return !m_explain.isActive() && !m_files.isReading() && m_animation->isAtRest();
 }
 
 QWidget* GiftsPage::makeTop()
@@ -300,6 +302,8 @@ void GiftsPage::explain()
         m_explanation->setPlainText(tr("Select a gift to see why it can be sent, or cannot."));
         return;
     }
-    m_explanation->show(Why::gift(asked, QDateTime::fromSecsSinceEpoch(m_gifts->time()),
-                                  m_host.client().failures()));
+    const Why::Files files = m_files.filesFor(QStringLiteral("gift"));
+    if (files)
+        m_explanation->show(Why::gift(asked, QDateTime::fromSecsSinceEpoch(m_gifts->time()),
+                                      m_host.client().failures(), files));
 }

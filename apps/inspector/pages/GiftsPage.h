@@ -9,6 +9,7 @@ class ExplanationView;
 class GiftTabs;
 class QComboBox;
 class QLabel;
+class RawTables;
 class SearchBox;
 class TileView;
 class TimeSlider;
@@ -44,6 +45,7 @@ private:
     void explain();
 
     ClientHost& m_host;
+    RawTables& m_files;
     ZGiftModel* m_gifts;
     Panel* m_panel;
     TileView* m_view;

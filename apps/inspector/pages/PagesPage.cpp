@@ -2,13 +2,13 @@
 
 #include "client/ZGlobalClient.h"
 #include "inspector/host/ClientHost.h"
-#include "inspector/parts/Background.h"
 #include "inspector/parts/CopiedRows.h"
 #include "inspector/parts/DerivedColumn.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
 #include "inspector/parts/PictureDelegate.h"
+#include "inspector/parts/RawTables.h"
 #include "inspector/parts/RecordView.h"
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/ShownBanners.h"
@@ -16,7 +16,6 @@
 #include "presentation/ZOtherBannerMgr.h"
 #include "presentation/zH5WebConfigMgr.h"
 #include "why/RawTable.h"
-#include "why/Why.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -72,33 +71,32 @@ struct LeftOut
     QString words;
 };
 
-QVector<LeftOut> leftOutOf(const TableStatus& status)
+QVector<LeftOut> leftOutOf(const Why::RawTable& table)
 {
     QVector<LeftOut> all;
-    const Why::RawTable table(status);
     for (const Why::RawRow& row : table.rows()) {
         if (row.fate == Why::RawRow::LeftOut)
             all.append({row.id,
                         PagesPage::tr("%1 %2, row %3 of %4: %5")
-                            .arg(row.id, row.name, QString::number(row.row.number), status.table,
-                                 row.words)});
+                            .arg(row.id, row.name, QString::number(row.row.number),
+                                 table.status().table, row.words)});
     }
     return all;
 }
 
 /** What is asked for: a banner, and then where its page opens; or an address. */
-Why::Reply replyTo(const QString& text, const Why::Failures& failures)
+Why::Reply replyTo(const QString& text, const Why::Failures& failures, const Why::Files& files)
 {
     if (text.contains(u'/') || text.contains(u':'))
-        return {{Why::page(text)}, {}, {}};
-    Why::Reply reply = Why::banner(text, failures);
+        return {{Why::page(text, files)}, {}, {}};
+    Why::Reply reply = Why::banner(text, failures, files);
     const auto banners = reply.explanations;
     for (const Why::Explanation& banner : banners) {
         const QVector<ZBannerInfo>& list =
             ZBannerMgr::getInstance()->getList(banner.subject.table == tableOf(true));
         for (const ZBannerInfo& each : list) {
             if (banner.holds && QString::number(each.id) == banner.subject.id)
-                reply.explanations.append(Why::page(each.landingPage.trimmed()));
+                reply.explanations.append(Why::page(each.landingPage.trimmed(), files));
         }
     }
     return reply;
@@ -109,6 +107,7 @@ Why::Reply replyTo(const QString& text, const Why::Failures& failures)
 PagesPage::PagesPage(const Inspected& inspected, QWidget* parent)
     : Page(parent)
     , m_host(inspected.host)
+    , m_files(inspected.files)
     , m_question(new SearchBox(tr("An address, or a banner by its id or name")))
     , m_answer(new ExplanationView)
     , m_tabs(new QTabWidget)
@@ -146,6 +145,12 @@ PagesPage::PagesPage(const Inspected& inspected, QWidget* parent)
     for (const char* column : {"defaultPath", "pcURL", "PC001"})
         pages->hideColumn(web->columnOf(QLatin1String(column)));
     connect(&inspected.host, &ClientHost::sigFilesChanged, this, &PagesPage::refresh);
+    connect(&m_files, &RawTables::sigRead, this, [this](const QString& table) {
+        if (Why::tablesOf(QStringLiteral("page")).contains(table)) {
+            showLeftOut();
+            answer();
+        }
+    });
     PagesPage::refresh();
 }
 
@@ -161,7 +166,7 @@ void PagesPage::refresh()
 {
     for (DerivedColumn* each : qAsConst(m_derived))
         each->tellChange();
-    readLeftOut();
+    showLeftOut();
     answer();
 }
 
@@ -274,34 +279,36 @@ void PagesPage::showTab(const QString& name)
     }
 }
 
-void PagesPage::readLeftOut()
+bool PagesPage::isAtRest() const
 {
-    const int reading = ++m_reading;
-    const TableStatus older = Why::statusOf(tableOf(false));
-    const TableStatus newer = Why::statusOf(tableOf(true));
-    inBackground(
-        *QThreadPool::globalInstance(), this,
-        [older, newer] { return leftOutOf(older) + leftOutOf(newer); },
-        [this, reading](const QVector<LeftOut>& all) {
-            if (m_reading != reading)
-                return;
-            m_read = reading;
-            m_leftOut->clear();
-            for (const LeftOut& each : all) {
-                auto* item = new QListWidgetItem(each.words, m_leftOut);
-                item->setData(Qt::UserRole, each.id);
-                item->setToolTip(each.words);
-            }
-            m_leftOut->setVisible(!all.isEmpty());
-            const int rows = qMin(leftOutShown, m_leftOut->count());
-            m_leftOut->setFixedHeight(rows * m_leftOut->sizeHintForRow(0)
-                                      + 2 * m_leftOut->frameWidth());
-            m_leftOutTitle->setVisible(!all.isEmpty());
-        });
+    return !m_files.isReading();
+}
+
+void PagesPage::showLeftOut()
+{
+    const RawTables::File older = m_files.get(tableOf(false));
+    const RawTables::File newer = m_files.get(tableOf(true));
+    if (older == nullptr || newer == nullptr)
+        return;
+    const QVector<LeftOut> all = leftOutOf(*older) + leftOutOf(*newer);
+    m_leftOut->clear();
+    for (const LeftOut& each : all) {
+        auto* item = new QListWidgetItem(each.words, m_leftOut);
+        item->setData(Qt::UserRole, each.id);
+        item->setToolTip(each.words);
+    }
+    m_leftOut->setVisible(!all.isEmpty());
+    const int rows = qMin(leftOutShown, m_leftOut->count());
+    m_leftOut->setFixedHeight(rows * m_leftOut->sizeHintForRow(0) + 2 * m_leftOut->frameWidth());
+    m_leftOutTitle->setVisible(!all.isEmpty());
 }
 
 void PagesPage::answer()
 {
     const QString text = m_question->text().trimmed();
-    m_answer->show(text.isEmpty() ? Why::Reply() : replyTo(text, m_host.client().failures()));
+    const Why::Files files = m_files.filesFor(QStringLiteral("page"));
+    if (text.isEmpty())
+        m_answer->show({});
+    else if (files)
+        m_answer->show(replyTo(text, m_host.client().failures(), files));
 }

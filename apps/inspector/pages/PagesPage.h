@@ -10,6 +10,7 @@ class ExplanationView;
 class QLabel;
 class QListWidget;
 class QTabWidget;
+class RawTables;
 class RecordView;
 class SearchBox;
 
@@ -25,7 +26,7 @@ public:
     void open(const QString& thing) override;
     void refresh() override;
     QVector<Scene> scenes() override;
-    bool isAtRest() const override { return m_read == m_reading; }
+    bool isAtRest() const override;
 
 private:
     QWidget* makeAnswer();
@@ -34,10 +35,11 @@ private:
     RecordView* addRecords(const QString& name, const QString& title, DerivedColumn* records,
                            int askedColumn);
     void showTab(const QString& name);
-    void readLeftOut();
+    void showLeftOut();
     void answer();
 
     ClientHost& m_host;
+    RawTables& m_files;
     SearchBox* m_question;
     ExplanationView* m_answer;
     QTabWidget* m_tabs;
@@ -45,6 +47,4 @@ private:
     QListWidget* m_leftOut;
     QVector<DerivedColumn*> m_derived;
     QTimer m_pause; // while somebody types
-    int m_reading = 0;
-    int m_read = 0; // the last reading that is done
 };

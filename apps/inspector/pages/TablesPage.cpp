@@ -1,11 +1,11 @@
 #include "inspector/pages/TablesPage.h"
 
 #include "inspector/host/ClientHost.h"
-#include "inspector/parts/Background.h"
 #include "inspector/parts/ChangeMarks.h"
 #include "inspector/parts/Column.h"
 #include "inspector/parts/FilterModel.h"
 #include "inspector/parts/LostRows.h"
+#include "inspector/parts/RawTables.h"
 #include "inspector/parts/RecordView.h"
 #include "inspector/parts/RowCells.h"
 #include "inspector/parts/SearchBox.h"
@@ -21,6 +21,7 @@
 
 TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     : Page(parent)
+    , m_files(inspected.files)
     , m_tables(new ShownTables(this))
     , m_shownTables(new FilterModel(this))
     , m_tableView(new RecordView)
@@ -44,6 +45,10 @@ TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     parts->setStretchFactor(1, 1);
     (new QVBoxLayout(this))->addWidget(parts);
     connect(&inspected.host, &ClientHost::sigFilesChanged, this, &TablesPage::refresh);
+    connect(&m_files, &RawTables::sigRead, this, [this](const QString& table) {
+        if (table == m_records->table())
+            readFile();
+    });
     showTable(QStringLiteral("CS_GiftList"));
 }
 
@@ -156,23 +161,8 @@ void TablesPage::showTable(const QString& table)
 
 void TablesPage::readFile()
 {
-    takeFile(nullptr);
-    const int reading = ++m_reading;
-    const TableStatus status = Why::statusOf(m_records->table());
-    inBackground(
-        *QThreadPool::globalInstance(), this,
-        [status] { return std::make_shared<const Why::RawTable>(status); },
-        [this, reading](const std::shared_ptr<const Why::RawTable>& file) {
-            if (m_reading != reading)
-                return;
-            takeFile(file);
-        });
-}
-
-void TablesPage::takeFile(const std::shared_ptr<const Why::RawTable>& file)
-{
-    m_file = file;
-    m_lost->setFile(file);
+    m_file = m_files.get(m_records->table());
+    m_lost->setFile(m_file);
     const int lost = m_lost->rowCount();
     m_showLost->setText(tr("Rows of the file that became no record: %1").arg(lost));
     m_showLost->setEnabled(lost > 0);

@@ -10,6 +10,7 @@ class LostRows;
 class QCheckBox;
 class QLabel;
 class QTableWidget;
+class RawTables;
 class RecordView;
 class SearchBox;
 class ShownTables;
@@ -30,6 +31,7 @@ public:
     void open(const QString& thing) override;
     void refresh() override;
     QVector<Scene> scenes() override;
+    bool isAtRest() const override { return m_file != nullptr; }
 
 private:
     QWidget* makeTables();
@@ -41,9 +43,9 @@ private:
     void showRow();
     void showLost();
     void showLostRow();
-    void takeFile(const std::shared_ptr<const Why::RawTable>& file);
     void tellChanges();
 
+    RawTables& m_files;
     ShownTables* m_tables;
     FilterModel* m_shownTables;
     RecordView* m_tableView;
@@ -59,5 +61,4 @@ private:
     QLabel* m_place;
     QTableWidget* m_cells;
     std::shared_ptr<const Why::RawTable> m_file; // null while it is being read
-    int m_reading = 0;
 };

@@ -6,8 +6,8 @@
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/Pictures.h"
+#include "inspector/parts/RawTables.h"
 #include "models/ZRecordModel.h"
-#include "why/Why.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -172,6 +172,7 @@ private:
 FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
     : QWidget(parent)
     , m_host(inspected.host)
+    , m_files(inspected.files)
     , m_frames(new ZRecordModel(QStringLiteral("CS_HeadframeList"), this))
     , m_view(new QListView)
     , m_time(new QTimeEdit(QTime::currentTime()))
@@ -196,6 +197,7 @@ FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
     const auto explainSoon = [this] { m_explain.start(); };
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this, explainSoon);
     connect(&m_host, &ClientHost::sigFilesChanged, this, explainSoon);
+    connect(&m_files, &RawTables::sigRead, this, explainSoon);
     connect(&inspected.pictures, &Pictures::sigLoaded, m_view->viewport(),
             QOverload<>::of(&QWidget::update));
     connect(m_explanation, &ExplanationView::sigOrigin, this, &FrameDay::sigOrigin);
@@ -223,6 +225,11 @@ void FrameDay::setTime(const QTime& time)
     m_slider->setValue(secondOf(time) / 60);
     m_view->viewport()->update();
     m_explain.start();
+}
+
+bool FrameDay::isAtRest() const
+{
+    return !m_explain.isActive() && !m_files.isReading();
 }
 
 QWidget* FrameDay::makeTime()
@@ -256,7 +263,9 @@ void FrameDay::explain()
         m_explanation->setPlainText(tr("Select a frame to see which period is in force."));
         return;
     }
-    m_explanation->show(Why::frame(m_frames->key(shown.row()),
-                                   QDateTime(QDate::currentDate(), time()),
-                                   m_host.client().failures()));
+    const Why::Files files = m_files.filesFor(QStringLiteral("frame"));
+    if (files)
+        m_explanation->show(Why::frame(m_frames->key(shown.row()),
+                                       QDateTime(QDate::currentDate(), time()),
+                                       m_host.client().failures(), files));
 }

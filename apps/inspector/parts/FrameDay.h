@@ -9,6 +9,7 @@ class ExplanationView;
 class QListView;
 class QSlider;
 class QTimeEdit;
+class RawTables;
 class ZRecordModel;
 
 /** The head frames on the line of a day: who wears what at which hour, and which rule says so. */
@@ -23,7 +24,7 @@ public:
     bool select(const QString& id);
     QTime time() const;
     void setTime(const QTime& time);
-    bool isAtRest() const { return !m_explain.isActive(); }
+    bool isAtRest() const;
 
 Q_SIGNALS:
     /** Somebody wants to see "Table/id". */
@@ -36,6 +37,7 @@ private:
     void explain();
 
     ClientHost& m_host;
+    RawTables& m_files;
     ZRecordModel* m_frames;
     QListView* m_view;
     QTimeEdit* m_time;

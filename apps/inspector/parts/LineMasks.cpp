@@ -4,8 +4,9 @@
 #include "inspector/parts/CopiedRows.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/Look.h"
+#include "inspector/parts/RawTables.h"
 #include "why/NearWords.h"
-#include "why/Subjects.h"
+#include "why/RawTable.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -44,22 +45,9 @@ QTableWidgetItem* item(const QVariant& value)
 
 } // namespace
 
-/** The files of the word lists. */
-struct LineMasks::Tables
-{
-    Why::RawTable older;
-    Why::RawTable newer;
-
-    QVariant rowOf(const stWordMask& mask) const
-    {
-        const bool isOlder = mask.list == stWordMask::OlderList;
-        const Why::RawRow* row = (isOlder ? older : newer).find(mask.word);
-        return row == nullptr ? QVariant() : row->row.number;
-    }
-};
-
-LineMasks::LineMasks(QWidget* parent)
+LineMasks::LineMasks(RawTables& files, QWidget* parent)
     : QWidget(parent)
+    , m_files(files)
     , m_verdict(new QLabel)
     , m_fault(new QLabel)
     , m_masks(new QTableWidget)
@@ -95,10 +83,12 @@ LineMasks::LineMasks(QWidget* parent)
         const stWordMask mask = m_line.masks.at(item->row());
         Q_EMIT sigOpen(QStringLiteral("tables"), tableOf(mask) + u'/' + mask.word);
     });
+    connect(&files, &RawTables::sigRead, this, [this](const QString& table) {
+        if (table == older() || table == newer())
+            readTables();
+    });
     explain({});
 }
-
-LineMasks::~LineMasks() = default;
 
 void LineMasks::explain(const ChatLines::Line& line)
 {
@@ -129,22 +119,17 @@ void LineMasks::tellFaults()
 
 void LineMasks::readTables()
 {
-    const int reading = ++m_reading;
-    m_tables.reset();
-    const TableStatus olderStatus = Why::statusOf(older());
-    const TableStatus newerStatus = Why::statusOf(newer());
-    inBackground(
-        *QThreadPool::globalInstance(), this,
-        [olderStatus, newerStatus] {
-            return std::make_shared<const Tables>(
-                Tables {Why::RawTable(olderStatus), Why::RawTable(newerStatus)});
-        },
-        [this, reading](const std::shared_ptr<const Tables>& tables) {
-            if (m_reading != reading)
-                return;
-            m_tables = tables;
-            explain(m_line);
-        });
+    m_older = m_files.get(older());
+    m_newer = m_files.get(newer());
+    if (!isReading())
+        explain(m_line);
+}
+
+QVariant LineMasks::rowOf(const stWordMask& mask) const
+{
+    const auto& list = mask.list == stWordMask::OlderList ? m_older : m_newer;
+    const Why::RawRow* row = list == nullptr ? nullptr : list->find(mask.word);
+    return row == nullptr ? QVariant() : row->row.number;
 }
 
 void LineMasks::showMasks()
@@ -158,7 +143,7 @@ void LineMasks::showMasks()
         m_masks->setItem(i, List, item(list));
         m_masks->setItem(i, Covers, item(m_line.typed.mid(mask.start, mask.length)));
         m_masks->setItem(i, From, item(mask.start));
-        m_masks->setItem(i, Place, item(m_tables == nullptr ? QVariant() : m_tables->rowOf(mask)));
+        m_masks->setItem(i, Place, item(rowOf(mask)));
         m_masks->item(i, Word)->setToolTip(
             tr("Enter or a double click shows it in %1").arg(tableOf(mask)));
     }

@@ -8,6 +8,11 @@
 
 class QLabel;
 class QTableWidget;
+class RawTables;
+
+namespace Why {
+class RawTable;
+}
 
 /** Why a line of a chat is masked, mask by mask, or what comes near to that. */
 class LineMasks : public QWidget
@@ -15,33 +20,32 @@ class LineMasks : public QWidget
     Q_OBJECT
 
 public:
-    explicit LineMasks(QWidget* parent = nullptr);
-    ~LineMasks() override;
+    explicit LineMasks(RawTables& files, QWidget* parent = nullptr);
 
     /** A line that waits for its turn, or none, is told of as such. */
     void explain(const ChatLines::Line& line);
 
     /** Looks anew where the words stand. */
     void readTables();
-    bool isReading() const { return m_tables == nullptr; }
+    bool isReading() const { return m_older == nullptr || m_newer == nullptr; }
 
 Q_SIGNALS:
     /** Somebody wants to see a word in its table: "Table/word". */
     void sigOpen(const QString& page, const QString& thing);
 
 private:
-    struct Tables;
-
+    QVariant rowOf(const stWordMask& mask) const;
     void tellFaults();
     void showMasks();
     void lookNear();
 
+    RawTables& m_files;
     ChatLines::Line m_line;
     QLabel* m_verdict;
     QLabel* m_fault;
     QTableWidget* m_masks;
     QLabel* m_near;
-    std::shared_ptr<const Tables> m_tables; // null while they are being read
-    int m_reading = 0;
+    std::shared_ptr<const Why::RawTable> m_older; // of the two lists; null while it is being read
+    std::shared_ptr<const Why::RawTable> m_newer;
     int m_looking = 0;
 };

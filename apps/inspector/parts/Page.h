@@ -9,6 +9,7 @@
 class ClientHost;
 class LogModel;
 class Pictures;
+class RawTables;
 class TrafficMeter;
 
 /** What all pages show something of. */
@@ -18,6 +19,7 @@ struct Inspected
     LogModel& log;
     TrafficMeter& traffic;
     Pictures& pictures;
+    RawTables& files;
 };
 
 /** A page of the window. It knows the models that it shows, and no other page. */

@@ -91,7 +91,8 @@ Page* MainWindow::page(const QString& name)
         return nullptr;
     if (auto* made = qobject_cast<Page*>(m_pages->widget(place)))
         return made;
-    Page* page = pageList().at(place).make({m_host, m_log, m_traffic, m_pictures}, nullptr);
+    Page* page =
+        pageList().at(place).make({m_host, m_log, m_traffic, m_pictures, m_files}, nullptr);
     page->setObjectName(name);
     connect(page, &Page::sigOpen, this,
             [this](const QString& other, const QString& thing) { show(other, thing); });

@@ -5,6 +5,7 @@
 #include "inspector/host/TrafficMeter.h"
 #include "inspector/parts/Page.h"
 #include "inspector/parts/Pictures.h"
+#include "inspector/parts/RawTables.h"
 
 #include <QMainWindow>
 
@@ -44,6 +45,7 @@ private:
     ClientHost m_host;
     TrafficMeter m_traffic;
     Pictures m_pictures;
+    RawTables m_files;
     QListWidget* m_list;
     QStackedWidget* m_pages;
     StatusStrip* m_status;
