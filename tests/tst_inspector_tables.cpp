@@ -1,4 +1,6 @@
+#include "inspector/parts/RawTables.h"
 #include "support/InspectorTest.h"
+#include "why/RawTable.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -16,6 +18,7 @@ private Q_SLOTS:
     void search();
     void changeIsHighlighted();
     void lostRows();
+    void filesAreReadOnce();
 };
 
 void tst_inspector_tables::tableRow()
@@ -86,6 +89,23 @@ void tst_inspector_tables::lostRows()
     const QString fate = view->model()->index(0, 3).data().toString();
     QVERIFY2(find<QLabel>("place")->text().endsWith(fate) && !fate.isEmpty(), qPrintable(fate));
     box->click();
+}
+
+/** Elsewhere, and again when there is another file. */
+void tst_inspector_tables::filesAreReadOnce()
+{
+    const QString gifts = u"CS_GiftList"_s;
+    RawTables files;
+    QVERIFY(files.get(gifts) == nullptr && !files.filesFor(u"gift"_s));
+    QTRY_VERIFY(!files.isReading());
+    const RawTables::File read = files.get(gifts);
+    QVERIFY(read != nullptr && files.filesFor(u"gift"_s)(gifts)->find(u"G1014"_s) != nullptr);
+    QCOMPARE(files.get(gifts)->rows().constData(), read->rows().constData());
+    QByteArray bytes = ZTestFolder::read(read->origin().file);
+    ZTestFolder::write(read->origin().file, bytes.replace("G1014", "G1014b"));
+    QVERIFY(files.get(gifts) == nullptr);
+    QTRY_VERIFY(!files.isReading());
+    QVERIFY(files.get(gifts)->find(u"G1014"_s) == nullptr);
 }
 
 INSPECTOR_TEST_MAIN(tst_inspector_tables)

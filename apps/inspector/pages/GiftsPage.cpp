@@ -79,11 +79,11 @@ public:
 
     using FilterModel::FilterModel;
 
-    void setTab(int tab, Shown shown)
+    void setFilter(const QString& search, int tab, Shown shown)
     {
         m_tab = tab;
         m_shown = shown;
-        invalidateFilter();
+        setSearch(search);
     }
 
     const ZGiftModel& gifts() const { return static_cast<const ZGiftModel&>(*sourceModel()); }
@@ -256,8 +256,8 @@ void GiftsPage::setTime(qint64 seconds)
 void GiftsPage::filter()
 {
     m_filters = true;
-    m_panel->setSearch(m_search->text());
-    m_panel->setTab(m_tabs->tab(), static_cast<Panel::Shown>(m_shown->currentIndex()));
+    m_panel->setFilter(m_search->text(), m_tabs->tab(),
+                       static_cast<Panel::Shown>(m_shown->currentIndex()));
     // A view whose current row goes takes a neighbour, which nobody has asked for.
     m_view->setCurrentIndex(m_panel->mapFromSource(m_gifts->index(m_gifts->rowOf(m_selected), 0)));
     m_filters = false;

@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr int mostCandidates = 100; // a page of text is slow to make
+
 QString html(const QString& text)
 {
     return text.toHtmlEscaped();
@@ -117,11 +119,15 @@ QString ExplanationView::resourceOf(const Why::Resource& resource) const
 QString ExplanationView::candidates() const
 {
     QString list = QStringLiteral("<p>%1</p><ul>").arg(html(tr("Which one is meant?")));
-    for (const Why::Subject& subject : m_reply.candidates)
+    const auto shown = m_reply.candidates.mid(0, mostCandidates);
+    for (const Why::Subject& subject : shown)
         list +=
             QStringLiteral("<li>%1 %2</li>")
                 .arg(linkTo(QStringLiteral("meant"), subject.id, subject.id), html(subject.name));
-    return list + QStringLiteral("</ul>");
+    list += QStringLiteral("</ul>");
+    const auto more = m_reply.candidates.size() - shown.size();
+    return more == 0 ? list
+                     : list + QStringLiteral("<p>%1</p>").arg(html(tr("and %1 more").arg(more)));
 }
 
 void ExplanationView::render()

@@ -281,6 +281,10 @@
         <source>Which one is meant?</source>
         <translation>指的是哪一个？</translation>
     </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>以及另外 %1 个</translation>
+    </message>
 </context>
 <context>
     <name>FrameDay</name>
