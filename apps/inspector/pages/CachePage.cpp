@@ -182,7 +182,7 @@ QWidget* CachePage::makeFolders()
 
 QWidget* CachePage::makeEntries()
 {
-    auto* search = new SearchBox(tr("Search, or column:text"));
+    auto* search = new SearchBox;
     connect(search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);
     m_place->setObjectName(QStringLiteral("place"));
     m_up->setObjectName(QStringLiteral("up"));

@@ -170,7 +170,7 @@ QWidget* ChatPage::makeLines()
     m_view->setColumnWidth(ChatLines::Time, 90);
     m_view->sortByColumn(-1, Qt::AscendingOrder);
     m_told->setObjectName(QStringLiteral("told"));
-    auto* search = new SearchBox(tr("Search, or column:text"));
+    auto* search = new SearchBox;
     connect(search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& row) {

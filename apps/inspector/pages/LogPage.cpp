@@ -46,7 +46,7 @@ LogPage::LogPage(const Inspected& inspected, QWidget* parent)
     m_view->setModel(m_filter);
     m_view->keepColumns(QStringLiteral("log"));
     m_view->horizontalHeader()->setStretchLastSection(true);
-    auto* search = new SearchBox(tr("Search, or column:text"));
+    auto* search = new SearchBox;
     connect(search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);
     auto* least = new QComboBox;
     least->setObjectName(QStringLiteral("severity"));

@@ -59,7 +59,7 @@ LookPage::LookPage(const Inspected& inspected, QWidget* parent)
     , m_host(inspected.host)
     , m_pictures(inspected.pictures)
     , m_tabs(new QTabWidget)
-    , m_search(new SearchBox(tr("Search, or column:text")))
+    , m_search(new SearchBox)
     , m_told(new QLabel)
     , m_fetchFlashes(new QPushButton(tr("Fetch what is &missing")))
 {

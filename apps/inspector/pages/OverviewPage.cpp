@@ -77,7 +77,7 @@ QWidget* OverviewPage::makeTop(ClientHost& host)
     const auto showStop = [stop, &host] { stop->setEnabled(host.canStop()); };
     connect(&host, &ClientHost::sigTask, stop, showStop);
     showStop();
-    auto* search = new SearchBox(tr("Search, or column:text"));
+    auto* search = new SearchBox;
     connect(search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);
     layout->addWidget(m_summary, 1);
     layout->addWidget(search, 1);

@@ -52,7 +52,7 @@ Gallery::Gallery(ClientHost& host, Pictures& pictures, const QString& table, Wea
     , m_records(new ZRecordModel(table, this))
     , m_filter(new ByKey(m_records, this))
     , m_view(new TileView)
-    , m_search(new SearchBox(tr("Search, or column:text")))
+    , m_search(new SearchBox)
     , m_moving(new AnimationBox)
     , m_explanation(new ExplanationView)
 {

@@ -8,7 +8,8 @@ class SearchBox : public QLineEdit
     Q_OBJECT
 
 public:
-    explicit SearchBox(const QString& hint, QWidget* parent = nullptr)
+    explicit SearchBox(const QString& hint = tr("Search, or column:text"),
+                       QWidget* parent = nullptr)
         : QLineEdit(parent)
     {
         setObjectName(QStringLiteral("search"));

@@ -128,10 +128,6 @@
         <translation>从不清理</translation>
     </message>
     <message>
-        <source>Search, or column:text</source>
-        <translation>搜索，或 列名:文字</translation>
-    </message>
-    <message>
         <source>The folder that this one is in</source>
         <translation>上一级文件夹</translation>
     </message>
@@ -184,10 +180,6 @@
     <message>
         <source>Type or paste lines of a chat</source>
         <translation>输入或粘贴聊天内容</translation>
-    </message>
-    <message>
-        <source>Search, or column:text</source>
-        <translation>搜索，或 列名:文字</translation>
     </message>
     <message>
         <source>Bubbles</source>
@@ -300,10 +292,6 @@
 <context>
     <name>Gallery</name>
     <message>
-        <source>Search, or column:text</source>
-        <translation>搜索，或 列名:文字</translation>
-    </message>
-    <message>
         <source>Select one to see it in full.</source>
         <translation>选择一项查看详情。</translation>
     </message>
@@ -340,10 +328,6 @@
     <message>
         <source>not in the panel</source>
         <translation>不在面板中</translation>
-    </message>
-    <message>
-        <source>Search, or column:text</source>
-        <translation>搜索，或 列名:文字</translation>
     </message>
     <message>
         <source>All gifts</source>
@@ -455,10 +439,6 @@
 <context>
     <name>LogPage</name>
     <message>
-        <source>Search, or column:text</source>
-        <translation>搜索，或 列名:文字</translation>
-    </message>
-    <message>
         <source>%1 and worse</source>
         <translation>%1及以上</translation>
     </message>
@@ -472,10 +452,6 @@
 </context>
 <context>
     <name>LookPage</name>
-    <message>
-        <source>Search, or column:text</source>
-        <translation>搜索，或 列名:文字</translation>
-    </message>
     <message>
         <source>Fetch what is &amp;missing</source>
         <translation>获取缺失项(&amp;M)</translation>
@@ -705,10 +681,6 @@
         <translation>中止更新；尚未取到的按已取消处理</translation>
     </message>
     <message>
-        <source>Search, or column:text</source>
-        <translation>搜索，或 列名:文字</translation>
-    </message>
-    <message>
         <source>%1 tables, %2 loaded, %3 missing or failed, %4 records</source>
         <translation>%1 张表，已加载 %2，缺失或失败 %3，共 %4 条记录</translation>
     </message>
@@ -878,6 +850,13 @@
     </message>
 </context>
 <context>
+    <name>SearchBox</name>
+    <message>
+        <source>Search, or column:text</source>
+        <translation>搜索，或 列名:文字</translation>
+    </message>
+</context>
+<context>
     <name>ShownBanners</name>
     <message>
         <source>opens embedded</source>
@@ -1039,15 +1018,11 @@
     </message>
     <message>
         <source>group %1</source>
-        <translation>%1 组</translation>
+        <translation>第 %1 组</translation>
     </message>
 </context>
 <context>
     <name>TablesPage</name>
-    <message>
-        <source>Search, or column:text</source>
-        <translation>搜索，或 列名:文字</translation>
-    </message>
     <message>
         <source>There is no table %1</source>
         <translation>没有表 %1</translation>
@@ -1266,7 +1241,7 @@
     </message>
     <message>
         <source>group %1</source>
-        <translation>%1 组</translation>
+        <translation>第 %1 组</translation>
     </message>
     <message>
         <source>moves</source>
