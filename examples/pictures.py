@@ -8,6 +8,7 @@ import colorsys
 import functools
 import io
 import json
+import math
 import struct
 import zipfile
 import zlib
@@ -47,19 +48,29 @@ def stored(raw):
     return b"".join(out) + struct.pack(">I", zlib.adler32(raw))
 
 
+def bubble(row, column, height, width, radius=14):
+    """A pixel of a nine-patch: round corners within the borders, and its marks around it."""
+    if row in (0, height - 1) or column in (0, width - 1):
+        along, length = (column, width) if row in (0, height - 1) else (row, height)
+        return 3 if abs(2 * along + 1 - length) < 0.2 * length / 2 else 0
+    x, y = (min(at, size - 1 - at) - 0.5 for at, size in ((column, width), (row, height)))
+    depth = min(x, y) if max(x, y) > radius else radius - math.hypot(
+        max(0, radius - x), max(0, radius - y))
+    return 0 if depth < 0 else 2 if depth < 2 else 1
+
+
 @functools.lru_cache(maxsize=None)
 def pixels(shape, width, height):
     """Two bits a pixel: 0 outside, 1 lit, 2 shaded, 3 outline. A nine-patch has its marks instead."""
-    inside = SHAPES["tag" if shape == "ninepatch" else shape]
+    inside = SHAPES.get(shape)
     raw = bytearray()
     for row in range(height):
         y = (2 * row + 1) / height - 1
         line = []
         for column in range(width):
             x = (2 * column + 1) / width - 1
-            if shape == "ninepatch" and (row in (0, height - 1) or column in (0, width - 1)):
-                stretched = row in (0, height - 1) and 2 * abs(x) < 0.2
-                line.append(3 if stretched or (column in (0, width - 1) and 2 * abs(y) < 0.2) else 0)
+            if shape == "ninepatch":
+                line.append(bubble(row, column, height, width))
             elif not inside(x, y):
                 line.append(0)
             elif not inside(1.13 * x, 1.13 * y):
