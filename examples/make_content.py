@@ -117,6 +117,9 @@ GIFT_SERIES = [
 ]
 TAB_ICONS = {4: "app/images/tab/festival.png", 5: "app/images/tab/gala.png", 6: "app/images/tab/future.png"}
 
+# Whose sale ended before that of their series.
+ENDED = {"G1014": "2026-01-31 23:59:59"}
+
 # giftId, name, price: hidden from the panel, but the client sends them all the same
 HIDDEN_GIFTS = [("Annual2024G19", "年度荣耀", 1999), ("Annual2024G20", "年度巅峰", 19999),
                 ("Anniversary2025G18", "周年之约", 1888)]
@@ -159,6 +162,7 @@ def gifts():
             cells = gift(number, gift_id, kind, series)
             cells["valid"] = number % 53 != 7
             cells["isVisible"] = number % 41 != 5
+            cells["endTime"] = ENDED.get(gift_id, cells["endTime"])
             rows.append(list(cells.values()))
             if cells["valid"]:
                 put("app/logo/gift/" + gift_id, picture(kind[1], number, 96))

@@ -32,7 +32,7 @@ run(1 "网络不给力，请重试" "${WORK}/managers/managers" "http://127.0.0.
 run(0 "rose" "${WORK}/testing/testing")
 if(UNIX)
     foreach(example embed giftshop guide managers)
-        run_with_server("星光皇冠" "${installed}/bin/zglobal" "${installed}/share/zglobal/content"
+        run_with_server("星光" "${installed}/bin/zglobal" "${installed}/share/zglobal/content"
             "${WORK}/${example}/${example}")
     endforeach()
 endif()

@@ -34,7 +34,7 @@ run(0 "" ${CMAKE_COMMAND} ${settings} -S "${SOURCE}/examples/giftshop" -B "${WOR
 run(0 "" ${CMAKE_COMMAND} --build "${WORK}/giftshop")
 if(UNIX)
     foreach(program "${client}/giftshop" "${WORK}/giftshop/giftshop")
-        run_with_server("星光皇冠" "${PROGRAM}" "${SOURCE}/examples/content" "${program}")
+        run_with_server("星光" "${PROGRAM}" "${SOURCE}/examples/content" "${program}")
     endforeach()
 endif()
 file(REMOVE_RECURSE "${installed}" "${WORK}/giftshop" "${WORK}/run")

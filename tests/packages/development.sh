@@ -12,7 +12,7 @@ for name in embed giftshop guide managers testing; do
 done
 expect "rose" by_cmake_testing/testing
 for name in embed giftshop guide managers; do
-    expect "星光皇冠" "by_cmake_$name/$name" "$(cat address)"
+    expect "星光" "by_cmake_$name/$name" "$(cat address)"
 done
 
 # Without CMake.
