@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QDesktopServices>
 #include <QLineEdit>
 #include <QListView>
 #include <QSlider>
@@ -9,17 +10,26 @@
 #include <QTableView>
 #include <QTextBrowser>
 #include <QToolButton>
+#include <QUrl>
 
 /** What is sent and worn: the pages of gifts, people and look. */
 class tst_inspector_gifts : public InspectorTest
 {
     Q_OBJECT
 
+public:
+    /** Stands for the system's player. */
+    Q_INVOKABLE void open(const QUrl& film) { m_opened = film; }
+
 private Q_SLOTS:
     void giftAtAMoment();
     void giftIsNotInThePanel();
+    void film();
     void people();
     void look();
+
+private:
+    QUrl m_opened;
 };
 
 void tst_inspector_gifts::giftAtAMoment()
@@ -59,7 +69,23 @@ void tst_inspector_gifts::giftIsNotInThePanel()
     QCOMPARE(find<QListView>("gifts")->model()->rowCount(), 0);
     const auto* why = find<QTextBrowser>("explanation");
     QTRY_VERIFY(why->toPlainText().contains(u"row 7 is left out for valid"_s));
+    // The complaint of the documentation: what is looked for is explained without a click.
+    QTest::mouseClick(find<QToolButton>("now"), Qt::LeftButton);
+    find<QLineEdit>("search")->setText(u"G1014"_s);
+    QTRY_VERIFY(why->toPlainText().contains(u"endTime is 2026-01-31 23:59:59"_s));
+    QVERIFY(why->toPlainText().contains(u"cannot be sent"_s));
     find<QLineEdit>("search")->clear();
+}
+
+void tst_inspector_gifts::film()
+{
+    QDesktopServices::setUrlHandler(u"http"_s, this, "open");
+    window().show(u"gifts"_s, u"G1014"_s);
+    QVERIFY(find<QPushButton>("film")->isHidden());
+    window().show(u"gifts"_s, u"G1016"_s);
+    QTest::mouseClick(find<QPushButton>("film"), Qt::LeftButton);
+    QDesktopServices::unsetUrlHandler(u"http"_s);
+    QCOMPARE(m_opened.path(), u"/app/logo/giftanimation/yacht.mp4"_s);
 }
 
 void tst_inspector_gifts::people()

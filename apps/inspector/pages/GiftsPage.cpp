@@ -161,7 +161,14 @@ QVector<Page::Scene> GiftsPage::scenes()
     return {{QStringLiteral("gifts"),
              [this] {
                  m_time->setTime(QDateTime::currentSecsSinceEpoch());
-                 open(QStringLiteral("G1014"));
+                 open(QStringLiteral("G1018"));
+                 m_animation->fetch();
+             }},
+            {QStringLiteral("gifts-gone"),
+             [this] {
+                 m_time->setTime(QDateTime::currentSecsSinceEpoch());
+                 m_tabs->setCurrentIndex(0);
+                 m_search->setText(QStringLiteral("G1014"));
                  m_animation->fetch();
              }},
             {QStringLiteral("gifts-time"), [this] {

@@ -4,9 +4,11 @@
 #include "host/zErrorInfo.h"
 #include "inspector/parts/FramePlayer.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QPointer>
 #include <QPushButton>
+#include <QUrl>
 #include <QVBoxLayout>
 
 AnimationBox::AnimationBox(QWidget* parent)
@@ -14,19 +16,24 @@ AnimationBox::AnimationBox(QWidget* parent)
     , m_player(new FramePlayer)
     , m_words(new QLabel)
     , m_fetch(new QPushButton(tr("&Fetch the animation")))
+    , m_open(new QPushButton(tr("Show the &film")))
 {
     m_player->setFixedSize(128, 128);
     m_words->setObjectName(QStringLiteral("animation"));
     m_words->setWordWrap(true);
     m_words->setAlignment(Qt::AlignCenter);
     m_fetch->setObjectName(QStringLiteral("fetch"));
+    m_open->setObjectName(QStringLiteral("film"));
+    m_open->setToolTip(tr("In the browser or player of this machine"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_player, 0, Qt::AlignHCenter);
     layout->addWidget(m_words);
     layout->addWidget(m_fetch, 0, Qt::AlignHCenter);
+    layout->addWidget(m_open, 0, Qt::AlignHCenter);
     connect(m_player, &FramePlayer::sigRead, this, &AnimationBox::tell);
     connect(m_fetch, &QPushButton::clicked, this, &AnimationBox::fetch);
+    connect(m_open, &QPushButton::clicked, this, &AnimationBox::openFilm);
     show(Moving());
 }
 
@@ -87,6 +94,7 @@ void AnimationBox::play()
               : FramePlayer::Read());
     m_player->setVisible(plays);
     m_fetch->setVisible(is && !plays);
+    m_open->setVisible(isFilm() && !m_moving.address.isEmpty());
     m_words->setText(m_moving.kind == Moving::None ? tr("It has no animation.")
                          : isFilm()
                          ? tr("%1 is a film, which is not played here.").arg(m_moving.name)
@@ -106,4 +114,10 @@ void AnimationBox::fetched(const QString& fault)
     if (!fault.isEmpty())
         m_words->setText(fault);
     Q_EMIT sigFetched();
+}
+
+void AnimationBox::openFilm()
+{
+    if (!QDesktopServices::openUrl(QUrl(m_moving.address)))
+        m_words->setText(tr("Nothing on this machine opens %1").arg(m_moving.address));
 }

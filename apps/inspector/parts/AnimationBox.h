@@ -21,7 +21,8 @@ struct Moving
     QString address;
 };
 
-/** Plays an animation that is on the disk; brings one that is not when somebody wants it. */
+/** Plays an animation that is on the disk; brings one that is not when somebody wants it, and
+ * leaves films to the system's player. */
 class AnimationBox : public QWidget
 {
     Q_OBJECT
@@ -47,10 +48,12 @@ private:
     void play();
     void tell(const QString& fault);
     void fetched(const QString& fault);
+    void openFilm();
 
     Moving m_moving;
     FramePlayer* m_player;
     QLabel* m_words;
     QPushButton* m_fetch;
+    QPushButton* m_open;
     bool m_fetches = false;
 };

@@ -23,6 +23,18 @@
         <source>%1, %2 frames</source>
         <translation>%1，%2 帧</translation>
     </message>
+    <message>
+        <source>Show the &amp;film</source>
+        <translation>播放影片(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Nothing on this machine opens %1</source>
+        <translation>本机没有程序能打开 %1</translation>
+    </message>
+    <message>
+        <source>In the browser or player of this machine</source>
+        <translation>用本机的浏览器或播放器打开</translation>
+    </message>
 </context>
 <context>
     <name>Animations</name>
