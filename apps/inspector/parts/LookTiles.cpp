@@ -4,11 +4,11 @@
 #include "effect/ZAwardEffectMgr.h"
 #include "effect/ZFlashConfigMgr.h"
 #include "effect/ZRecreationMgr.h"
+#include "inspector/parts/Pictures.h"
 #include "privilege/ZNobilityListMgr.h"
 #include "privilege/zNoblePrivilegeMgr.h"
 
 #include <QCoreApplication>
-#include <QCryptographicHash>
 #include <QStringList>
 #include <QVector>
 
@@ -18,14 +18,6 @@ class Words
 {
     Q_DECLARE_TR_FUNCTIONS(LookTiles)
 };
-
-QString imagePath(const QString& address)
-{
-    const QByteArray digest = QCryptographicHash::hash(address.toUtf8(), QCryptographicHash::Md5);
-    return address.isEmpty()
-        ? QString()
-        : QStringLiteral("res/images/") + QString::fromLatin1(digest.toHex()).toUpper();
-}
 
 Moving archive(const QString& name, const QString& folder, const QString& address)
 {
@@ -62,7 +54,7 @@ Tile LookTiles::award(const QString& id)
     const ZAwardEffectInfo award = awards.getInfoById(id);
     Tile tile;
     tile.address = awards.getIconUrlById(id);
-    tile.path = imagePath(tile.address);
+    tile.path = Pictures::pathOf(tile.address);
     tile.title = award.name;
     tile.below = award.flash;
     if (!ZFlashConfigMgr::getInstance().getMessageMap().contains(award.flash))

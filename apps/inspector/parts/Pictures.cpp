@@ -74,6 +74,8 @@ QImage Pictures::get(const QString& path, const QString& address, const QSize& s
 
 QString Pictures::pathOf(const QString& address)
 {
+    if (address.isEmpty())
+        return {};
     const QByteArray name =
         QCryptographicHash::hash(address.toUtf8(), QCryptographicHash::Md5).toHex().toUpper();
     return QStringLiteral("res/images/") + QString::fromLatin1(name);

@@ -28,7 +28,8 @@ public:
      */
     QImage get(const QString& path, const QString& address, const QSize& size);
 
-    /** The file that the picture of an address has where no manager names another. */
+    /** The file that the picture of an address has where no manager names another; empty for an
+     *  empty address. */
     static QString pathOf(const QString& address);
 
     /** Why there is no picture; empty while it is being read, and when there is one. */
