@@ -48,6 +48,9 @@ public:
     /** Our own server; null when it is another's. */
     ContentServer* ownServer() { return m_server.get(); }
 
+    /** Whether the working folder is one that goes with the program. */
+    bool hasOwnFolder() const { return m_folder != nullptr; }
+
     /** What is being done; empty when nothing is. */
     QString task() const { return m_task; }
     /** Whether it can be stopped; a tidying run cannot, it goes on to its end. */

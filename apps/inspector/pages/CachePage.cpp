@@ -169,7 +169,8 @@ QWidget* CachePage::makeFolders()
     m_folderView->setSelectionMode(QAbstractItemView::SingleSelection);
     for (const int column : {CacheEntries::Files, CacheEntries::Modified, CacheEntries::Why})
         m_folderView->hideColumn(column);
-    m_folderView->horizontalHeader()->setStretchLastSection(true);
+    m_folderView->horizontalHeader()->setSectionResizeMode(CacheEntries::Tidying,
+                                                           QHeaderView::Stretch);
     const auto lead = [this](const QModelIndex& row) {
         const CacheEntry* folder = m_folders->entry(row.row());
         if (folder != nullptr && folder->path != m_shown)

@@ -112,9 +112,19 @@ QVector<Page::Scene> LookPage::scenes()
 {
     return {{QStringLiteral("look"), [this] { open(QStringLiteral("skin/7")); }},
             {QStringLiteral("look-nobility"), [this] { open(QStringLiteral("nobility/6")); }},
-            {QStringLiteral("look-effects"), [this] {
+            {QStringLiteral("look-flash"),
+             [this] {
+                 open(QStringLiteral("flash/level_up"));
+                 m_animations.at(0)->fetch();
+             }},
+            {QStringLiteral("look-effects"),
+             [this] {
                  open(QStringLiteral("awards/1"));
                  m_animations.at(1)->fetch();
+             }},
+            {QStringLiteral("look-recreation"), [this] {
+                 open(QStringLiteral("recreation/M2"));
+                 m_animations.at(2)->fetch();
              }}};
 }
 

@@ -87,14 +87,17 @@ QVector<Page::Scene> PeoplePage::scenes()
             gallery(name)->fetch();
         };
     };
-    return {{QStringLiteral("people"), [this] { open(QStringLiteral("level/12")); }},
-            {QStringLiteral("people-medals"), fetched("medal", "6")},
-            {QStringLiteral("people-frames"),
-             [this] {
-                 open(QStringLiteral("frame/103"));
-                 m_frames->setTime(QTime(20, 30));
-             }},
-            {QStringLiteral("people-cars"), fetched("car", "car_jeep")}};
+    return {
+        {QStringLiteral("people"), [this] { open(QStringLiteral("level/12")); }},
+        {QStringLiteral("people-medals"), fetched("medal", "6")},
+        {QStringLiteral("people-frames"),
+         [this] {
+             open(QStringLiteral("frame/103"));
+             m_frames->setTime(QTime(20, 30));
+         }},
+        {QStringLiteral("people-cars"), fetched("car", "car_jeep")},
+        {QStringLiteral("people-stamps"), [this] { open(QStringLiteral("stamp/6")); }},
+        {QStringLiteral("people-avatarstamps"), [this] { open(QStringLiteral("funstamp/4")); }}};
 }
 
 bool PeoplePage::isAtRest() const

@@ -2,6 +2,7 @@
 
 #include "inspector/parts/Look.h"
 #include "inspector/window/MainWindow.h"
+#include "inspector/window/OldCache.h"
 #include "inspector/window/PageList.h"
 #include "inspector/window/ShownTexts.h"
 
@@ -47,6 +48,8 @@ private:
     void begin()
     {
         m_window.resize(1280, 800);
+        if (m_window.host().hasOwnFolder())
+            OldCache::leave();
         for (const QString& palette : {QStringLiteral("light"), QStringLiteral("dark")}) {
             for (const PageEntry& entry : pageList()) {
                 const QString page = QString::fromLatin1(entry.name);
