@@ -7,6 +7,7 @@
 #include "inspector/parts/CacheEntries.h"
 #include "inspector/parts/Column.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/Look.h"
 #include "inspector/parts/RecordView.h"
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/SpaceMap.h"
@@ -31,7 +32,7 @@ QString cache()
 
 QString sizeOf(const CacheEntry& folder)
 {
-    const QString size = TidyVerdicts::size(folder.bytes);
+    const QString size = Look::size(folder.bytes);
     return folder.files == 1 ? CachePage::tr("%1 in a file").arg(size)
                              : CachePage::tr("%1 in %2 files").arg(size).arg(folder.files);
 }
@@ -88,6 +89,7 @@ CachePage::CachePage(const Inspected& inspected, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(makeTop());
     layout->addWidget(whole, 1);
+    setFocusProxy(m_folderView);
     connectHost();
 }
 
@@ -206,6 +208,7 @@ QWidget* CachePage::makeEntries()
         const CacheEntry* entry = current();
         m_map->mark(entry == nullptr ? QString() : entry->path);
     });
+    m_view->setToolTip(tr("Enter or a double click opens a folder"));
     connect(m_view, &QAbstractItemView::activated, this, [this](const QModelIndex& row) {
         enter(m_entries->entry(m_filter->mapToSource(row).row())->path);
     });
@@ -287,7 +290,8 @@ void CachePage::judge()
 
 void CachePage::fitColumns()
 {
-    m_folderView->resizeColumnsToContents();
+    m_folderView->resizeColumnToContents(CacheEntries::Name);
+    m_folderView->resizeColumnToContents(CacheEntries::Size);
     m_view->fitColumns();
 }
 

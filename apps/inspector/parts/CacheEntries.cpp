@@ -91,7 +91,7 @@ QVariant CacheEntries::shown(const CacheEntry& entry, int column) const
     case Name:
         return entry.name();
     case Size:
-        return TidyVerdicts::size(entry.bytes);
+        return Look::size(entry.bytes);
     case Files:
         return entry.isFolder ? QLocale().toString(entry.files) : QString();
     case Modified:

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QLocale>
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
@@ -39,16 +40,17 @@ bool isDark(const QPalette& palette)
 
 } // namespace
 
-void Look::setPalette(const QString& name)
+bool Look::setPalette(const QString& name)
 {
     const bool dark = name == QLatin1String("dark");
     if (!dark && name != QLatin1String("light"))
-        return;
+        return false;
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setPalette(dark ? paletteOf(QColor(45, 47, 51), QColor(32, 33, 36),
                                               QColor(225, 227, 230), QColor(66, 125, 207))
                                   : paletteOf(QColor(240, 240, 242), Qt::white, QColor(32, 33, 36),
                                               QColor(42, 110, 200)));
+    return true;
 }
 
 void Look::setFontForPictures()
@@ -72,7 +74,16 @@ QColor Look::faultColour(const QPalette& palette)
 
 QColor Look::unreadColour(const QPalette& palette)
 {
-    return palette.color(QPalette::Disabled, QPalette::Text);
+    // Styles make what is disabled fainter than anybody can read at length.
+    const QColor& text = palette.color(QPalette::Text);
+    const QColor& base = palette.color(QPalette::Base);
+    return {(text.red() * 5 + base.red() * 4) / 9, (text.green() * 5 + base.green() * 4) / 9,
+            (text.blue() * 5 + base.blue() * 4) / 9};
+}
+
+QString Look::size(qint64 bytes)
+{
+    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
 bool Look::hasChineseFont(QString* advice)

@@ -10,8 +10,9 @@ class QPalette;
 /** How the program looks. */
 namespace Look {
 
-/** Puts a palette into force: "light", "dark", or that of the system for anything else. */
-void setPalette(const QString& name);
+/** Puts a palette into force: "light" or "dark". For anything else it leaves that of the system and
+ * answers false. */
+bool setPalette(const QString& name);
 
 /** Texts in a font that has Latin and Chinese characters alike, of one size on every machine that
  * has it; for pictures. */
@@ -23,6 +24,9 @@ QFont smaller(QFont font);
 /** For what has gone wrong, and for what nobody reads, on the palette in force. */
 QColor faultColour(const QPalette& palette);
 QColor unreadColour(const QPalette& palette);
+
+/** A number of bytes as people read it. */
+QString size(qint64 bytes);
 
 /** Whether a font of this machine has Chinese characters; where none has, what to install. */
 bool hasChineseFont(QString* advice);

@@ -76,9 +76,9 @@ bool SpaceMap::event(QEvent* event)
         return true;
     }
     const TidyVerdict verdict = m_verdicts.of(tile->entry->path);
-    const QString words = tr("%1\n%2\n%3: %4")
-                              .arg(tile->entry->path, TidyVerdicts::size(tile->entry->bytes),
-                                   verdict.what, verdict.why);
+    const QString words =
+        tr("%1\n%2\n%3: %4")
+            .arg(tile->entry->path, Look::size(tile->entry->bytes), verdict.what, verdict.why);
     QToolTip::showText(help->globalPos(), words, this, tile->place.toAlignedRect());
     return true;
 }
@@ -163,16 +163,18 @@ void SpaceMap::paintTile(QPainter& painter, const SpaceTile& tile) const
     if (isFilled || words.height() < line || words.width() < 3 * line)
         return;
     painter.setPen(palette().color(QPalette::Text));
-    QString text = tile.entry->name();
+    QString text = m_verdicts.tableOf(tile.entry->path);
+    if (text.isEmpty())
+        text = tile.entry->name();
     if (tile.hasHeading)
-        text += QStringLiteral("  ") + TidyVerdicts::size(tile.entry->bytes);
+        text += QStringLiteral("  ") + Look::size(tile.entry->bytes);
     const QString shown =
         painter.fontMetrics().elidedText(text, Qt::ElideRight, static_cast<int>(words.width()));
     painter.drawText(words, Qt::AlignLeft | Qt::AlignTop, shown);
     if (!tile.hasHeading && words.height() > 2 * line) {
         painter.setPen(mixed(palette().color(QPalette::Text), own, 0.75));
         painter.drawText(words.adjusted(0, line, 0, 0), Qt::AlignLeft | Qt::AlignTop,
-                         TidyVerdicts::size(tile.entry->bytes));
+                         Look::size(tile.entry->bytes));
     }
 }
 

@@ -1,9 +1,9 @@
 #include "inspector/parts/TidyVerdicts.h"
 
 #include "datatable/ZDataTableMgr.h"
+#include "inspector/parts/Look.h"
 
 #include <QDir>
-#include <QLocale>
 
 namespace {
 
@@ -64,7 +64,7 @@ TidyVerdict TidyVerdicts::of(const QString& path) const
     const Sum sum = m_sums.value(path);
     if (sum.going > 0 && (own == m_decisions.constEnd() || own->action == TidyDecision::Keep))
         return {TidyVerdict::Mixed,
-                sum.removed == 0 ? tr("%1 goes").arg(size(sum.bytes))
+                sum.removed == 0 ? tr("%1 goes").arg(Look::size(sum.bytes))
                                  : tr("%1 of %2 removed").arg(sum.removed).arg(sum.going),
                 tr("%1 of %2 entries in it").arg(sum.going).arg(sum.entries)};
     if (own != m_decisions.constEnd())
@@ -77,6 +77,11 @@ TidyVerdict TidyVerdicts::of(const QString& path) const
             return verdict(*decision);
     }
     return {TidyVerdict::Untouched, tr("stays"), tr("tidying does not look here")};
+}
+
+QString TidyVerdicts::tableOf(const QString& path) const
+{
+    return m_tables.value(path);
 }
 
 QStringList TidyVerdicts::going() const
@@ -106,7 +111,7 @@ QString TidyVerdicts::summary() const
                                               : tr("Removed: %1 of %2 that were to go, %3");
     return words.arg(m_removed.isEmpty() ? sum.going : m_removed.size())
         .arg(m_removed.isEmpty() ? m_decisions.size() : sum.going)
-        .arg(size(sum.bytes));
+        .arg(Look::size(sum.bytes));
 }
 
 bool TidyVerdicts::goesAbove(const QString& path) const
@@ -117,11 +122,6 @@ bool TidyVerdicts::goesAbove(const QString& path) const
             return true;
     }
     return false;
-}
-
-QString TidyVerdicts::size(qint64 bytes)
-{
-    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
 TidyVerdict TidyVerdicts::verdict(const TidyDecision& decision) const

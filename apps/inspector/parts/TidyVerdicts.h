@@ -36,14 +36,15 @@ public:
     /** Of any path in the cache: what is in a folder shares its fate. */
     TidyVerdict of(const QString& path) const;
 
+    /** The table whose current file this is; empty for any other. */
+    QString tableOf(const QString& path) const;
+
     /** All that goes by the plan; what of that is gone already. */
     QStringList going() const;
     void setRemoved(const QSet<QString>& paths);
 
     /** "A run would remove 3 of 40 entries, 1.2 MB", or what of that is gone. */
     QString summary() const;
-
-    static QString size(qint64 bytes);
 
 private:
     struct Sum
