@@ -94,13 +94,22 @@ QVector<Subject> find(const QString& kind, const Tables& tables, const QString& 
     return answering(all, text);
 }
 
+/** Of a file that is not there, what matters is why it did not come. */
+QString causeOf(const TableStatus& status)
+{
+    const QString& cause = status.lastFailure.cause;
+    return status.size > 0 || cause.isEmpty() ? status.error : cause;
+}
+
 /** The essential table that failed, and why; empty when none has. */
 QString startUpFault()
 {
     for (const TableEntry& entry : tableList()) {
+        if (!entry.essential)
+            continue;
         const TableStatus status = statusOf(QString::fromLatin1(entry.reader.table));
-        if (entry.essential && status.state == TableStatus::Failed)
-            return QStringLiteral("%1: %2").arg(status.table, status.error);
+        if (status.state == TableStatus::Failed)
+            return QStringLiteral("%1: %2").arg(status.table, causeOf(status));
     }
     return {};
 }
@@ -267,7 +276,7 @@ QString loadFault(const TableStatus& status)
         return QStringLiteral("the start-up ended before it, with %1").arg(ended);
     if (status.state == TableStatus::NotLoaded && status.error.isEmpty())
         return QStringLiteral("nobody has loaded it yet");
-    return status.error;
+    return causeOf(status);
 }
 
 Resource resourceAt(const QString& what, const QString& path, const QString& address)

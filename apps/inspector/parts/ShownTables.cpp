@@ -1,6 +1,7 @@
 #include "inspector/parts/ShownTables.h"
 
 #include "inspector/parts/Look.h"
+#include "why/Subjects.h"
 
 #include <QGuiApplication>
 #include <QLocale>
@@ -39,7 +40,7 @@ QVariant ShownTables::data(const QModelIndex& index, int role) const
         return isNumber ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     }
     case Qt::ToolTipRole:
-        return causeOf(status);
+        return toolTipOf(index);
     default:
         return QIdentityProxyModel::data(index, role);
     }
@@ -75,7 +76,7 @@ QVariant ShownTables::shown(const QModelIndex& index) const
     case ZTableModel::Version:
         return status.kind < 0 ? QString() : QString::number(status.version);
     case ZTableModel::Size:
-        return status.size == 0 ? tr("missing") : QLocale().formattedDataSize(status.size);
+        return status.size == 0 ? tr("missing") : Look::size(status.size);
     case ZTableModel::Modified: {
         const QDateTime modified = value.toDateTime();
         if (!modified.isValid())
@@ -115,7 +116,19 @@ QString ShownTables::stateOf(const TableStatus& status)
 
 QString ShownTables::causeOf(const TableStatus& status) const
 {
-    if (!status.error.isEmpty() || status.kind < 0 || status.size > 0)
-        return status.error;
-    return tr("%1 is not there").arg(status.path);
+    const QString& fetched = status.lastFailure.cause;
+    if (status.kind >= 0 && status.size == 0)
+        return fetched.isEmpty() ? tr("%1 is not there").arg(status.path) : fetched;
+    const QString fault = status.manager.isEmpty() ? QString() : Why::loadFault(status);
+    return fault.isEmpty() ? status.error : fault;
+}
+
+QVariant ShownTables::toolTipOf(const QModelIndex& index) const
+{
+    const QString cause = causeOf(m_tables.status(index.row()));
+    if (index.column() == ZTableModel::Modified && cause.isEmpty())
+        return QLocale().toString(
+            QIdentityProxyModel::data(index, ZTableModel::ValueRole).toDateTime(),
+            QLocale::ShortFormat);
+    return cause;
 }

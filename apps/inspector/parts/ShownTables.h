@@ -31,6 +31,7 @@ private:
     QVariant shown(const QModelIndex& index) const;
     static QString stateOf(const TableStatus& status);
     QString causeOf(const TableStatus& status) const;
+    QVariant toolTipOf(const QModelIndex& index) const;
 
     ZTableModel m_tables;
 };
