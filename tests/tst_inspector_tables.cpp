@@ -89,6 +89,13 @@ void tst_inspector_tables::lostRows()
     const QString fate = view->model()->index(0, 3).data().toString();
     QVERIFY2(find<QLabel>("place")->text().endsWith(fate) && !fate.isEmpty(), qPrintable(fate));
     box->click();
+    // Whoever follows a link to such a row finds it.
+    window().show(u"tables"_s, u"CS_BannerConfig/6"_s);
+    QTRY_VERIFY(find<QLabel>("place")->text().startsWith(u"Row 6 of"_s));
+    QVERIFY(view->isVisible() && view->currentIndex().isValid());
+    box->click();
+    window().show(u"tables"_s, u"CS_BannerConfig/666"_s);
+    QTRY_COMPARE(failure(), u"CS_BannerConfig has no 666"_s);
 }
 
 /** Elsewhere, and again when there is another file. */

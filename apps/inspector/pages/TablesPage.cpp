@@ -11,6 +11,7 @@
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/ShownTables.h"
 #include "models/ZRecordModel.h"
+#include "why/Subjects.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
@@ -18,6 +19,22 @@
 #include <QSplitter>
 #include <QTableWidget>
 #include <QVBoxLayout>
+
+namespace {
+
+constexpr int scrollBarRoom = 30;
+
+/** Why there are no records; empty while the file is being read. */
+QString faultOf(const Why::RawTable* file)
+{
+    if (file == nullptr)
+        return {};
+    const TableStatus& status = file->status();
+    const QString fault = status.manager.isEmpty() ? QString() : Why::loadFault(status);
+    return fault.isEmpty() ? file->fault() : fault;
+}
+
+} // namespace
 
 TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     : Page(parent)
@@ -41,15 +58,18 @@ TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     parts->addWidget(makeTables());
     parts->addWidget(makeRecords());
     parts->addWidget(makeRow());
-    parts->setSizes({230, 370, 560});
+    parts->setSizes({250, 370, 540});
+    parts->setStretchFactor(0, 0);
     parts->setStretchFactor(1, 1);
+    parts->setStretchFactor(2, 1);
     (new QVBoxLayout(this))->addWidget(parts);
+    setFocusProxy(m_view);
     connect(&inspected.host, &ClientHost::sigFilesChanged, this, &TablesPage::refresh);
     connect(&m_files, &RawTables::sigRead, this, [this](const QString& table) {
         if (table == m_records->table())
             readFile();
     });
-    showTable(QStringLiteral("CS_GiftList"));
+    TablesPage::open(QStringLiteral("CS_GiftList"));
 }
 
 void TablesPage::open(const QString& thing)
@@ -62,13 +82,8 @@ void TablesPage::open(const QString& thing)
     const QModelIndex table = m_shownTables->mapFromSource(m_tables->index(row, 0));
     m_tableView->setCurrentIndex(table);
     const QString key = thing.section(u'/', 1);
-    if (key.isEmpty())
-        return;
-    m_search->clear();
-    const QModelIndex record = m_records->index(m_records->rowOf(key), 0);
-    const QModelIndex shown = m_filter->mapFromSource(m_changes->mapFromSource(record));
-    m_view->setCurrentIndex(shown);
-    m_view->scrollTo(shown);
+    if (!key.isEmpty())
+        select(key);
 }
 
 void TablesPage::refresh()
@@ -99,9 +114,13 @@ QWidget* TablesPage::makeTables()
     m_tableView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     QHeaderView* header = m_tableView->horizontalHeader();
     header->setStretchLastSection(false);
-    header->setSectionResizeMode(ZTableModel::Table, QHeaderView::Stretch);
     header->setSectionResizeMode(ZTableModel::Records, QHeaderView::ResizeToContents);
     m_tableView->sortByColumn(ZTableModel::Table, Qt::AscendingOrder);
+    // A narrow window takes from the other parts, which can be scrolled.
+    m_tableView->resizeColumnToContents(ZTableModel::Table);
+    m_tableView->setMinimumWidth(m_tableView->columnWidth(ZTableModel::Table)
+                                 + header->sectionSizeHint(ZTableModel::Records) + scrollBarRoom);
+    header->setSectionResizeMode(ZTableModel::Table, QHeaderView::Stretch);
     connect(m_tableView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& row) {
                 showTable(row.sibling(row.row(), ZTableModel::Table).data().toString());
@@ -153,10 +172,39 @@ void TablesPage::showTable(const QString& table)
     if (table == m_records->table() || table.isEmpty())
         return;
     m_search->clear();
+    m_wanted.clear();
     m_records->setTable(table);
     m_view->keepColumns(table);
     readFile();
     tellChanges();
+}
+
+void TablesPage::select(const QString& key)
+{
+    m_search->clear();
+    const int row = m_records->rowOf(key);
+    const QModelIndex record = m_changes->mapFromSource(m_records->index(row, 0));
+    const QModelIndex shown = m_filter->mapFromSource(record);
+    m_view->setCurrentIndex(shown);
+    m_view->scrollTo(shown);
+    m_wanted = row < 0 ? key : QString();
+    selectLost();
+}
+
+void TablesPage::selectLost()
+{
+    if (m_wanted.isEmpty() || m_file == nullptr)
+        return;
+    const QModelIndex row = m_lost->index(m_lost->rowOf(m_wanted), 0);
+    if (row.isValid()) {
+        m_showLost->setChecked(true);
+        const auto* filter = static_cast<const FilterModel*>(m_lostView->model());
+        m_lostView->setCurrentIndex(filter->mapFromSource(row));
+        showLostRow();
+    } else {
+        Q_EMIT sigFailure(tr("%1 has no %2").arg(m_records->table(), m_wanted));
+    }
+    m_wanted.clear();
 }
 
 void TablesPage::readFile()
@@ -168,6 +216,7 @@ void TablesPage::readFile()
     m_showLost->setEnabled(lost > 0);
     showLost();
     showRow();
+    selectLost();
 }
 
 void TablesPage::showLost()
@@ -193,9 +242,9 @@ void TablesPage::showRow()
     const int row = m_changes->mapToSource(m_filter->mapToSource(shown)).row();
     if (m_file == nullptr || row < 0) {
         m_cells->setRowCount(0);
-        m_place->setText(m_file != nullptr && !m_file->fault().isEmpty()
-                             ? m_file->fault()
-                             : tr("Select a row to see it as its file has it."));
+        const QString fault = faultOf(m_file.get());
+        m_place->setText(fault.isEmpty() ? tr("Select a row to see it as its file has it.")
+                                         : fault);
         return;
     }
     m_place->setText(RowCells::show(*m_cells, *m_records, row, *m_file));

@@ -27,7 +27,7 @@ class TablesPage : public Page
 public:
     explicit TablesPage(const Inspected& inspected, QWidget* parent = nullptr);
 
-    /** "Table", or "Table/key" of a record. */
+    /** "Table", or "Table/key" of a record or of a row that became none. */
     void open(const QString& thing) override;
     void refresh() override;
     QVector<Scene> scenes() override;
@@ -39,6 +39,8 @@ private:
     QWidget* makeLost();
     QWidget* makeRow();
     void showTable(const QString& table);
+    void select(const QString& key);
+    void selectLost();
     void readFile();
     void showRow();
     void showLost();
@@ -61,4 +63,5 @@ private:
     QLabel* m_place;
     QTableWidget* m_cells;
     std::shared_ptr<const Why::RawTable> m_file; // null while it is being read
+    QString m_wanted; // the key of a row that is to be selected once the file has been read
 };

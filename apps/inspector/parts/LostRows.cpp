@@ -18,6 +18,15 @@ const Why::RawRow* LostRows::row(int row) const
     return row < 0 || row >= m_rows.size() ? nullptr : &m_file->rows().at(m_rows.at(row));
 }
 
+int LostRows::rowOf(const QString& id) const
+{
+    for (int place = 0; place < m_rows.size(); ++place) {
+        if (row(place)->id == id)
+            return place;
+    }
+    return -1;
+}
+
 int LostRows::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.size());

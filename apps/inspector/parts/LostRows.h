@@ -19,6 +19,8 @@ public:
 
     /** A row of this model; null when there is no such row. */
     const Why::RawRow* row(int row) const;
+    /** The first of this id; -1 when there is none. */
+    int rowOf(const QString& id) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
