@@ -129,6 +129,7 @@ GiftsPage::GiftsPage(const Inspected& inspected, QWidget* parent)
     layout->addWidget(m_tabs);
     layout->addWidget(parts, 1);
     layout->addWidget(m_time);
+    setFocusProxy(m_view);
     m_explain.setSingleShot(true);
     connect(&m_explain, &QTimer::timeout, this, &GiftsPage::explain);
     connect(m_time, &TimeSlider::sigTimeChanged, this, &GiftsPage::setTime);
@@ -232,6 +233,7 @@ QWidget* GiftsPage::makeGift()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_animation);
     layout->addWidget(m_explanation, 1);
+    m_explanation->setPlaceholderText(tr("Select a gift to see why it can be sent, or cannot."));
     connect(m_animation, &AnimationBox::sigFetched, this, [this] { m_explain.start(); });
     connect(m_explanation, &ExplanationView::sigMeant, this, &GiftsPage::open);
     connect(m_explanation, &ExplanationView::sigOrigin, this,
@@ -295,7 +297,6 @@ void GiftsPage::play()
 {
     ZGiftListMgr* gifts = ZGiftListMgr::getInstance();
     const QString name = gifts->getGiftInfoById(m_selected).animationName;
-    m_animation->setHidden(m_selected.isEmpty());
     m_animation->show(Moving {name.isEmpty() ? Moving::None : Moving::Archive, name,
                               gifts->getGiftAnimationPathById(m_selected),
                               gifts->getGiftAnimationUrlById(m_selected)});
@@ -305,12 +306,10 @@ void GiftsPage::explain()
 {
     const bool isMissed = m_panel->rowCount() == 0 && !m_search->text().isEmpty();
     const QString asked = isMissed ? m_search->text() : m_selected;
-    if (asked.isEmpty()) {
-        m_explanation->setPlainText(tr("Select a gift to see why it can be sent, or cannot."));
-        return;
-    }
     const Why::Files files = m_files.filesFor(QStringLiteral("gift"));
-    if (files)
+    if (asked.isEmpty())
+        m_explanation->show(Why::Reply());
+    else if (files)
         m_explanation->show(Why::gift(asked, QDateTime::fromSecsSinceEpoch(m_gifts->time()),
                                       m_host.client().failures(), files));
 }

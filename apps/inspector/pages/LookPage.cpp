@@ -71,6 +71,7 @@ LookPage::LookPage(const Inspected& inspected, QWidget* parent)
     makeAwards(inspected.pictures);
     makeRecreation(inspected.pictures);
     (new QVBoxLayout(this))->addWidget(m_tabs);
+    setFocusProxy(m_tabs);
     m_skinComes.setSingleShot(true);
     connect(&m_skinComes, &QTimer::timeout, this, &LookPage::showSkin);
     connect(&ZPCSkinMgr::getInstance(), &ZPCSkinMgr::sigDownloadImages, this, [this] {
@@ -282,6 +283,7 @@ QAbstractItemView* LookPage::makeTiles(ZRecordModel* records, Pictures& pictures
 void LookPage::lead(QAbstractItemView* view, const QString& table)
 {
     new EmptyNote(view, table);
+    view->setToolTip(tr("Enter or a double click leads to the row in its table"));
     connect(view, &QAbstractItemView::activated, this, [this, table](const QModelIndex& index) {
         Q_EMIT sigOpen(QStringLiteral("tables"), QStringLiteral("%1/%2").arg(table, keyOf(index)));
     });
@@ -292,6 +294,9 @@ QWidget* LookPage::withAnimation(QWidget* shown, QAbstractItemView* view,
 {
     auto* box = new AnimationBox;
     box->setFixedWidth(230);
+    QSizePolicy place = box->sizePolicy();
+    place.setRetainSizeWhenHidden(true); // the list beside it stays as wide as it is
+    box->setSizePolicy(place);
     m_animations.append(box);
     connect(view->selectionModel(), &QItemSelectionModel::currentChanged, box,
             [box, movingOf](const QModelIndex& index) { box->show(movingOf(keyOf(index))); });

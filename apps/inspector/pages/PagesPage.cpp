@@ -122,6 +122,10 @@ PagesPage::PagesPage(const Inspected& inspected, QWidget* parent)
     parts->setChildrenCollapsible(false);
     (new QVBoxLayout(this))->addWidget(parts);
 
+    setFocusProxy(m_question);
+    m_answer->setPlaceholderText(
+        tr("Type or choose an address to see where it opens and by which rule, or a banner to see "
+           "why it is shown, or is not."));
     m_tabs->addTab(makeBanners(inspected.pictures), tr("Banners"));
     auto* others = new ZRecordModel(QStringLiteral("CS_VideoHobbyBanner"), this);
     const int target = others->columnOf(QStringLiteral("targetObject"));

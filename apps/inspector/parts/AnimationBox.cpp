@@ -40,6 +40,7 @@ AnimationBox::AnimationBox(QWidget* parent)
 void AnimationBox::show(const Moving& moving)
 {
     m_moving = moving;
+    setVisible(moving.kind != Moving::None);
     play();
 }
 
@@ -95,9 +96,7 @@ void AnimationBox::play()
     m_player->setVisible(plays);
     m_fetch->setVisible(is && !plays);
     m_open->setVisible(isFilm() && !m_moving.address.isEmpty());
-    m_words->setText(m_moving.kind == Moving::None ? tr("It has no animation.")
-                         : isFilm()
-                         ? tr("%1 is a film, which is not played here.").arg(m_moving.name)
+    m_words->setText(isFilm()    ? tr("%1 is a film, which is not played here.").arg(m_moving.name)
                          : plays ? m_moving.name
                                  : tr("%1 is not on the disk.").arg(m_moving.name));
 }

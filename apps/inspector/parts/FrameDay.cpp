@@ -3,10 +3,13 @@
 #include "client/ZGlobalClient.h"
 #include "decoration/ZImageFrameInfoListMgr.h"
 #include "inspector/host/ClientHost.h"
+#include "inspector/parts/Column.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
+#include "inspector/parts/FilterModel.h"
 #include "inspector/parts/Pictures.h"
 #include "inspector/parts/RawTables.h"
+#include "inspector/parts/SearchBox.h"
 #include "models/ZRecordModel.h"
 
 #include <QFileInfo>
@@ -78,7 +81,7 @@ public:
         const bool isSelected = option.state.testFlag(QStyle::State_Selected);
         painter->setPen(
             option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
-        const int id = m_day.m_frames->key(index.row()).toInt();
+        const int id = m_day.idOf(index).toInt();
         paintWearer(*painter, option.rect, id);
         QRect strip = option.rect.adjusted(stripLeft, 14, -3 * edge, 0);
         strip.setHeight(stripHeight);
@@ -174,6 +177,8 @@ FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
     , m_host(inspected.host)
     , m_files(inspected.files)
     , m_frames(new ZRecordModel(QStringLiteral("CS_HeadframeList"), this))
+    , m_filter(new FilterModel(this))
+    , m_search(new SearchBox(tr("Search, or column:text")))
     , m_view(new QListView)
     , m_time(new QTimeEdit(QTime::currentTime()))
     , m_slider(new QSlider(Qt::Horizontal))
@@ -182,16 +187,19 @@ FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
     m_view->setObjectName(QStringLiteral("frames"));
     m_view->setItemDelegate(new Line(*this, inspected.pictures));
     m_view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_view->setModel(m_frames);
+    m_filter->setSourceModel(m_frames);
+    m_view->setModel(m_filter);
     new EmptyNote(m_view, m_frames->table());
     auto* parts = new QSplitter;
-    parts->addWidget(m_view);
+    parts->addWidget(column({m_search, m_view}));
     parts->addWidget(m_explanation);
     parts->setSizes({790, 330});
     parts->setStretchFactor(0, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(parts, 1);
     layout->addWidget(makeTime());
+    m_explanation->setPlaceholderText(tr("Select a frame to see which period is in force."));
+    connect(m_search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);
     m_explain.setSingleShot(true);
     connect(&m_explain, &QTimer::timeout, this, &FrameDay::explain);
     const auto explainSoon = [this] { m_explain.start(); };
@@ -207,9 +215,13 @@ FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
 bool FrameDay::select(const QString& id)
 {
     const int row = m_frames->rowOf(id);
-    if (row >= 0)
-        m_view->setCurrentIndex(m_frames->index(row, 0));
-    return row >= 0;
+    if (row < 0)
+        return false;
+    m_search->clear();
+    const QModelIndex shown = m_filter->mapFromSource(m_frames->index(row, 0));
+    m_view->setCurrentIndex(shown);
+    m_view->scrollTo(shown);
+    return true;
 }
 
 QTime FrameDay::time() const
@@ -258,14 +270,16 @@ QWidget* FrameDay::makeTime()
 
 void FrameDay::explain()
 {
-    const QModelIndex shown = m_view->currentIndex();
-    if (!shown.isValid()) {
-        m_explanation->setPlainText(tr("Select a frame to see which period is in force."));
-        return;
-    }
+    const QString id = idOf(m_view->currentIndex());
     const Why::Files files = m_files.filesFor(QStringLiteral("frame"));
-    if (files)
-        m_explanation->show(Why::frame(m_frames->key(shown.row()),
-                                       QDateTime(QDate::currentDate(), time()),
+    if (id.isEmpty())
+        m_explanation->show(Why::Reply());
+    else if (files)
+        m_explanation->show(Why::frame(id, QDateTime(QDate::currentDate(), time()),
                                        m_host.client().failures(), files));
+}
+
+QString FrameDay::idOf(const QModelIndex& shown) const
+{
+    return m_frames->key(m_filter->mapToSource(shown).row());
 }

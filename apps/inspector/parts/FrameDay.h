@@ -6,10 +6,12 @@
 #include <QWidget>
 
 class ExplanationView;
+class FilterModel;
 class QListView;
 class QSlider;
 class QTimeEdit;
 class RawTables;
+class SearchBox;
 class ZRecordModel;
 
 /** The head frames on the line of a day: who wears what at which hour, and which rule says so. */
@@ -35,10 +37,13 @@ private:
 
     QWidget* makeTime();
     void explain();
+    QString idOf(const QModelIndex& shown) const;
 
     ClientHost& m_host;
     RawTables& m_files;
     ZRecordModel* m_frames;
+    FilterModel* m_filter;
+    SearchBox* m_search;
     QListView* m_view;
     QTimeEdit* m_time;
     QSlider* m_slider;

@@ -82,8 +82,7 @@ Gallery::Gallery(ClientHost& host, Pictures& pictures, const QString& table, Wea
         if (!m_selected.isEmpty() && path == m_wearableOf(m_selected).tile.path)
             tell(); // which says whether it is there
     });
-    m_moving->hide();
-    m_explanation->setPlainText(tr("Select one to see it in full."));
+    m_explanation->setPlaceholderText(tr("Select one to see it in full."));
 }
 
 bool Gallery::select(const QString& key)
@@ -108,7 +107,6 @@ void Gallery::refresh()
 void Gallery::tell()
 {
     const Wearables::Wearable shown = m_wearableOf(m_selected);
-    m_moving->setVisible(shown.moving.kind != Moving::None);
     m_moving->show(shown.moving);
     m_explanation->show(Why::Reply {{shown.explanation}, {}, {}});
 }

@@ -79,6 +79,7 @@ LineMasks::LineMasks(RawTables& files, QWidget* parent)
     m_masks->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_masks->horizontalHeader()->setSectionResizeMode(Covers, QHeaderView::Stretch);
     CopiedRows::addActions(*m_masks);
+    m_masks->setToolTip(tr("Enter or a double click leads to the word in its table"));
     connect(m_masks, &QTableWidget::itemActivated, this, [this](const QTableWidgetItem* item) {
         const stWordMask mask = m_line.masks.at(item->row());
         Q_EMIT sigOpen(QStringLiteral("tables"), tableOf(mask) + u'/' + mask.word);
