@@ -31,9 +31,10 @@ void tst_inspector_window::overview()
              (QStringList {u"CS_GiftList"_s, u"CS_GiftLabel"_s, u"CS_GameGiftList"_s}));
     QTest::keyClick(box, Qt::Key_Escape);
     QCOMPARE(view->model()->rowCount(), 34);
-    // From a table to its records.
+    // From a table to its records, where the keys go on.
     Q_EMIT const_cast<QTableView*>(view)->activated(view->model()->index(0, 0));
     QCOMPARE(window().current()->objectName(), u"tables"_s);
+    QVERIFY(find<QTableView>("records")->hasFocus());
 }
 
 void tst_inspector_window::brokenTable()

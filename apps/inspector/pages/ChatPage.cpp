@@ -100,6 +100,7 @@ ChatPage::ChatPage(const Inspected& inspected, QWidget* parent)
     parts->setSizes({420, 340});
     parts->setChildrenCollapsible(false);
     (new QVBoxLayout(this))->addWidget(parts);
+    setFocusProxy(m_text);
     connect(&inspected.host, &ClientHost::sigFilesChanged, this, &ChatPage::refresh);
     ChatPage::refresh();
     tellLines();

@@ -11,8 +11,11 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 
 namespace {
+
+constexpr int agedEvery = 1000; // milliseconds
 
 QPushButton* button(const QString& name, const QString& text, const QString& hint)
 {
@@ -42,6 +45,10 @@ OverviewPage::OverviewPage(const Inspected& inspected, QWidget* parent)
         m_view->fitColumns();
     });
     connect(m_tables, &QAbstractItemModel::dataChanged, this, &OverviewPage::count);
+    auto* ageing = new QTimer(this);
+    connect(ageing, &QTimer::timeout, m_view->viewport(), QOverload<>::of(&QWidget::update));
+    ageing->start(agedEvery);
+    setFocusProxy(m_view);
     count();
 }
 
@@ -98,6 +105,8 @@ void OverviewPage::makeView()
                              ZTableModel::Path, ZTableModel::LastFault})
         m_view->hideColumn(column);
     m_view->horizontalHeader()->setStretchLastSection(true);
+    m_view->setToolTip(tr("Enter or a double click shows the records; a double click on a version "
+                          "writes another"));
     connect(m_view, &QAbstractItemView::activated, this, [this](const QModelIndex& index) {
         if (index.column() != ZTableModel::Version)
             Q_EMIT sigOpen(QStringLiteral("tables"),
@@ -109,16 +118,19 @@ void OverviewPage::count()
 {
     int loaded = 0;
     int faulty = 0;
+    int unread = 0;
     int records = 0;
     const ZTableModel& tables = m_tables->tables();
     for (int row = 0; row < tables.rowCount(); ++row) {
         loaded += tables.status(row).state == TableStatus::Loaded ? 1 : 0;
         faulty += m_tables->isFaulty(row) ? 1 : 0;
+        unread += tables.status(row).manager.isEmpty() ? 1 : 0;
         records += tables.index(row, ZTableModel::Records).data().toInt();
     }
-    m_summary->setText(tr("%1 tables, %2 loaded, %3 missing or failed, %4 records")
+    m_summary->setText(tr("%1 tables, %2 loaded, %3 missing or failed, %4 not read; %5 records")
                            .arg(tables.rowCount())
                            .arg(loaded)
                            .arg(faulty)
+                           .arg(unread)
                            .arg(records));
 }

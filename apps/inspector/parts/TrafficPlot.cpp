@@ -48,6 +48,7 @@ TrafficPlot::TrafficPlot(const TrafficMeter& traffic, QWidget* parent)
 {
     setObjectName(QStringLiteral("traffic"));
     setMinimumHeight(60);
+    setToolTip(tr("The last two minutes, second by second; the number is that of the highest bar"));
     connect(&traffic, &TrafficMeter::sigChanged, this, QOverload<>::of(&QWidget::update));
     auto* time = new QTimer(this); // bars move on when nothing comes
     connect(time, &QTimer::timeout, this, QOverload<>::of(&QWidget::update));

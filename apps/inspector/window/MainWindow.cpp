@@ -109,10 +109,13 @@ Page* MainWindow::page(const QString& name)
 
 void MainWindow::show(const QString& name, const QString& thing)
 {
-    m_list->setCurrentRow(placeOf(name));
-    Page* shown = page(name);
-    if (shown != nullptr && !thing.isEmpty())
-        shown->open(thing);
+    const int place = placeOf(name);
+    if (place < 0 || !m_list->isEnabled())
+        return;
+    m_list->setCurrentRow(place);
+    if (!thing.isEmpty())
+        current()->open(thing);
+    current()->setFocus(Qt::OtherFocusReason);
 }
 
 Page* MainWindow::current() const
@@ -143,7 +146,7 @@ void MainWindow::addActions()
     add(tr("Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), [this] { close(); });
     for (int place = 0; place < pageList().size(); ++place)
         add(m_list->item(place)->text(), QKeySequence(QStringLiteral("Ctrl+%1").arg(place + 1)),
-            [this, place] { m_list->setCurrentRow(place); });
+            [this, place] { show(QString::fromLatin1(pageList().at(place).name)); });
 }
 
 void MainWindow::showPage(int place)

@@ -20,6 +20,7 @@ StatusStrip::StatusStrip(const ClientHost& host, QWidget* parent)
     // A long line must not widen the window; its tool tip has the whole of it.
     m_words->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_place->setObjectName(QStringLiteral("place"));
+    m_place->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_progress->setObjectName(QStringLiteral("progress"));
     m_progress->setFixedWidth(240);
     m_progress->hide();
