@@ -2,11 +2,13 @@
 #include "inspector/parts/Look.h"
 #include "inspector/window/Language.h"
 #include "inspector/window/MainWindow.h"
+#include "inspector/window/PageList.h"
 #include "inspector/window/Screenshots.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QUrl>
 
 #include <cstdio>
 
@@ -46,6 +48,38 @@ void addOptions(QCommandLineParser& line)
     line.addVersionOption();
 }
 
+/** What is asked for and cannot be had; puts the palette into force. */
+QString faultOf(const QCommandLineParser& line)
+{
+    using App = QCoreApplication;
+    const QStringList more = line.positionalArguments();
+    if (!more.isEmpty())
+        return App::translate("main", "Not an option: %1").arg(more.join(u' '));
+    const QUrl server(option(line, "server"), QUrl::StrictMode);
+    const bool isWeb =
+        server.scheme() == QLatin1String("http") || server.scheme() == QLatin1String("https");
+    if (line.isSet(QStringLiteral("server")) && (!isWeb || server.host().isEmpty()))
+        return App::translate("main", "\"%1\" is not the address of a content server")
+            .arg(option(line, "server"));
+    const QString palette = option(line, "palette");
+    if (!palette.isEmpty() && !Look::setPalette(palette))
+        return App::translate("main", "There is no palette %1; known are light, dark").arg(palette);
+    const QString page = option(line, "page").section(u':', 0, 0);
+    QStringList pages;
+    for (const PageEntry& entry : pageList())
+        pages.append(QString::fromLatin1(entry.name));
+    if (!page.isEmpty() && !pages.contains(page))
+        return App::translate("main", "There is no page %1; known are %2")
+            .arg(page, pages.join(QStringLiteral(", ")));
+    return {};
+}
+
+int refuse(const QString& fault)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(fault));
+    return usageError;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -76,8 +110,10 @@ int main(int argc, char* argv[])
     QCommandLineParser line;
     addOptions(line);
     line.process(application);
+    const QString fault = faultOf(line);
+    if (!fault.isEmpty())
+        return refuse(fault);
 
-    Look::setPalette(option(line, "palette"));
     if (takesPictures) { // before anything takes its size from how it looks
         Look::setPalette(QStringLiteral("light"));
         Look::setFontForPictures();

@@ -8,10 +8,6 @@
         <translation>获取动画(&amp;F)</translation>
     </message>
     <message>
-        <source>It has no animation.</source>
-        <translation>没有动画。</translation>
-    </message>
-    <message>
         <source>%1 is a film, which is not played here.</source>
         <translation>%1 是视频，此处不播放。</translation>
     </message>
@@ -154,6 +150,10 @@
     <message>
         <source>%1: %2</source>
         <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>Enter or a double click opens a folder</source>
+        <translation>按回车或双击打开文件夹</translation>
     </message>
 </context>
 <context>
@@ -412,6 +412,10 @@
         <source>Enter or a double click shows it in %1</source>
         <translation>按回车或双击，在 %1 中查看</translation>
     </message>
+    <message>
+        <source>Enter or a double click leads to the word in its table</source>
+        <translation>按回车或双击转到词表中的这个词</translation>
+    </message>
 </context>
 <context>
     <name>LogModel</name>
@@ -560,6 +564,10 @@
         <source>%1, and %2</source>
         <translation>%1，%2</translation>
     </message>
+    <message>
+        <source>Enter or a double click leads to the row in its table</source>
+        <translation>按回车或双击转到表中的这一行</translation>
+    </message>
 </context>
 <context>
     <name>LookTiles</name>
@@ -693,8 +701,12 @@
         <translation>中止更新；尚未取到的按已取消处理</translation>
     </message>
     <message>
-        <source>%1 tables, %2 loaded, %3 missing or failed, %4 records</source>
-        <translation>%1 张表，已加载 %2，缺失或失败 %3，共 %4 条记录</translation>
+        <source>Enter or a double click shows the records; a double click on a version writes another</source>
+        <translation>按回车或双击显示记录；双击版本可改写版本</translation>
+    </message>
+    <message>
+        <source>%1 tables, %2 loaded, %3 missing or failed, %4 not read; %5 records</source>
+        <translation>%1 张表，已加载 %2，缺失或失败 %3，不读取 %4；共 %5 条记录</translation>
     </message>
 </context>
 <context>
@@ -785,6 +797,10 @@
     <message>
         <source>%1 %2, row %3 of %4: %5</source>
         <translation>%1 %2，%4 第 %3 行：%5</translation>
+    </message>
+    <message>
+        <source>Type or choose an address to see where it opens and by which rule, or a banner to see why it is shown, or is not.</source>
+        <translation>输入或选择一个地址，查看它在哪里打开、依据哪条规则；或选择一个横幅，查看它为何显示或不显示。</translation>
     </message>
 </context>
 <context>
@@ -1055,6 +1071,10 @@
         <source>; by loads since: %1 new or changed, %2 gone</source>
         <translation>；此后加载：新增或变更 %1，消失 %2</translation>
     </message>
+    <message>
+        <source>%1 has no %2</source>
+        <translation>%1 中没有 %2</translation>
+    </message>
 </context>
 <context>
     <name>TidyVerdicts</name>
@@ -1200,6 +1220,10 @@
         <source>failures a second</source>
         <translation>失败/秒</translation>
     </message>
+    <message>
+        <source>The last two minutes, second by second; the number is that of the highest bar</source>
+        <translation>最近两分钟，每秒一条；数字为最高一条的值</translation>
+    </message>
 </context>
 <context>
     <name>Wearables</name>
@@ -1343,6 +1367,22 @@ Without options it serves itself the example content.</source>
     <message>
         <source>the page to begin with, and what to show on it</source>
         <translation>起始页面，及要显示的内容</translation>
+    </message>
+    <message>
+        <source>Not an option: %1</source>
+        <translation>不是选项：%1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not the address of a content server</source>
+        <translation>“%1”不是内容服务器的地址</translation>
+    </message>
+    <message>
+        <source>There is no palette %1; known are light, dark</source>
+        <translation>没有配色 %1；可用的有 light、dark</translation>
+    </message>
+    <message>
+        <source>There is no page %1; known are %2</source>
+        <translation>没有页面 %1；可用的有 %2</translation>
     </message>
 </context>
 </TS>
