@@ -319,6 +319,23 @@ private Q_SLOTS:
         QVERIFY(run({u"rollback"_s, u"plain"_s}).contains(u"content of release 1"_s));
     }
 
+    void whatLinksLeadTo()
+    {
+        // A server follows links, and so does who takes its content over; what an interrupted one
+        // has left is none of it.
+        ZTestFolder::write(u"elsewhere/G1"_s, "picture");
+        ZTestFolder::write(u"www/app/versions.json"_s, "{\"versions\": {\"Message\": 7}}");
+        ZTestFolder::write(u"www/app/resources/Message"_s, exampleTable(u"Message"_s));
+        QVERIFY(QDir().mkpath(u"www/app/logo"_s));
+        QVERIFY(QFile::link(QFileInfo(u"elsewhere"_s).absoluteFilePath(), u"www/app/logo/gift"_s));
+        ZTestFolder::write(u"www/releases/1/content/app/versions.json"_s, "{}");
+        ZTestFolder::write(u"src/Message"_s, exampleTable(u"Message"_s));
+        run({u"publish"_s, u"src"_s, u"www"_s, u"--adopt"_s});
+        const Tree adopted = served();
+        QCOMPARE(adopted[u"app/logo/gift/G1"_s], QByteArray("picture"));
+        QVERIFY(!adopted.contains(u"releases/1/content/app/versions.json"_s));
+    }
+
     void killed_data()
     {
         QTest::addColumn<QString>("error");

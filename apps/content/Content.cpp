@@ -139,7 +139,8 @@ QStringList Content::files() const
 {
     QStringList files;
     const QDir root(folder);
-    QDirIterator walk(folder, QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator walk(folder, QDir::Files,
+                      QDirIterator::Subdirectories | QDirIterator::FollowSymlinks);
     while (walk.hasNext())
         files.append(root.relativeFilePath(walk.next()));
     files.sort();

@@ -26,8 +26,8 @@ struct Content
      *  hand and holds none. */
     std::optional<QJsonObject> versionNumbers(QString* error = nullptr) const;
 
-    /** The files in the folder, relative to it and sorted; hidden ones are none of them, nor
-     *  compressed ones beside those that they are made of. */
+    /** The files in the folder, relative to it and sorted, as servers see them: links are followed.
+     *  Hidden ones are none of them, nor compressed ones beside those that they are made of. */
     QStringList files() const;
 
     /** Whether any client may ask for a table of that name. */

@@ -151,6 +151,7 @@ QString PublishedTree::lock()
 
 QString PublishedTree::adopt(const Progress& progress)
 {
+    sweep(0); // what an interrupted one has left is none of the content
     Content plain;
     QString cause = plain.read(m_folder);
     if (cause.isEmpty())
@@ -225,7 +226,7 @@ QString PublishedTree::writeFile(const QString& target, const QString& path,
         return cause;
     QByteArray bytes;
     cause = Disk::read(target, bytes);
-    const QByteArray packed = Gzip::compressed(bytes);
+    const QByteArray packed = cause.isEmpty() ? Gzip::compressed(bytes) : QByteArray();
     return packed.isEmpty() ? cause : Disk::write(Gzip::twinOf(target), packed, file.changed);
 }
 
