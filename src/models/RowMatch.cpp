@@ -22,13 +22,17 @@ bool RecordKeys::isSame(const void* left, const void* right) const
                        [=](int column) { return m_table.compare(left, right, column) == 0; });
 }
 
+QString RecordKeys::textOf(const QVariant& value)
+{
+    return value.userType() == QMetaType::QStringList ? value.toStringList().join(u',')
+                                                      : value.toString();
+}
+
 QString RecordKeys::text(const void* record) const
 {
     QStringList texts;
-    for (const int column : m_columns) {
-        const QVariant value = m_table.value(record, column);
-        texts += value.canConvert<QString>() ? value.toString() : value.toStringList().join(u',');
-    }
+    for (const int column : m_columns)
+        texts += textOf(m_table.value(record, column));
     return texts.join(QChar(0x1f));
 }
 

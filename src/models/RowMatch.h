@@ -16,6 +16,9 @@ public:
     /** Equal for records that are the same. */
     QString text(const void* record) const;
 
+    /** What a field holds, as text. */
+    static QString textOf(const QVariant& value);
+
 private:
     const TableDeclaration& m_table;
     QVector<int> m_columns; // those that name a record, or all of them

@@ -34,12 +34,6 @@ bool isNumber(const QVariant& value)
     }
 }
 
-QString displayed(const QVariant& value)
-{
-    return value.userType() == QMetaType::QStringList ? value.toStringList().join(u',')
-                                                      : value.toString();
-}
-
 QString wordsOn(const ColumnSchema& column)
 {
     QString words = QStringLiteral("%1, otherwise %2").arg(column.conversion, column.otherwise);
@@ -161,7 +155,7 @@ QVariant ZRecordModel::data(const QModelIndex& index, int role) const
     const ColumnSchema* declared = schema(column);
     const bool isDate =
         declared != nullptr && declared->conversion == QLatin1String(Cells::Date::name);
-    return isDate ? dateText(value.toLongLong()) : displayed(value);
+    return isDate ? dateText(value.toLongLong()) : RecordKeys::textOf(value);
 }
 
 QVariant ZRecordModel::headerData(int section, Qt::Orientation orientation, int role) const

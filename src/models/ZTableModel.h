@@ -42,7 +42,8 @@ public:
 
     explicit ZTableModel(QObject* parent = nullptr);
 
-    TableStatus status(int row) const { return m_rows.at(row).status; }
+    /** Of a row; one without a name where there is none. */
+    TableStatus status(int row) const { return m_rows.value(row).status; }
     /** The row of a table by its name; -1 when there is none. */
     int rowOf(const QString& table) const;
 
