@@ -148,8 +148,12 @@ QVector<Stretch> TextChange::shortened(QVector<Stretch> stretches, int context)
         const int kept = context * (isFirst || isLast ? 1 : 2);
         if (stretches.at(i).kind != Change::None || text.size() <= kept + 1)
             continue;
-        const QString beginning = isFirst ? QString() : text.left(context);
-        text = beginning + ellipsis + (isLast ? QString() : text.right(context));
+        // One less, where half a character would be left.
+        int first = isFirst ? 0 : context;
+        int last = isLast ? 0 : context;
+        first -= first > 0 && text.at(first - 1).isHighSurrogate() ? 1 : 0;
+        last -= last > 0 && text.at(text.size() - last).isLowSurrogate() ? 1 : 0;
+        text = text.left(first) + ellipsis + text.right(last);
     }
     return stretches;
 }
