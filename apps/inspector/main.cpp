@@ -74,6 +74,23 @@ QString faultOf(const QCommandLineParser& line)
     return {};
 }
 
+/** What is asked for may come with the first update only. */
+void begin(MainWindow& window, const QString& page, const QString& thing)
+{
+    window.show(page, thing);
+    if (window.host().task().isEmpty())
+        return;
+    auto* once = new QObject(&window);
+    QObject::connect(&window.host(), &ClientHost::sigTask, once,
+                     [&window, once, page, thing](const QString& task) {
+                         if (!task.isEmpty())
+                             return;
+                         once->deleteLater();
+                         if (window.current()->objectName() == page)
+                             window.show(page, thing);
+                     });
+}
+
 int refuse(const QString& fault)
 {
     std::fprintf(stderr, "%s\n", qPrintable(fault));
@@ -125,6 +142,6 @@ int main(int argc, char* argv[])
     window.host().open({option(line, "server"), option(line, "data"), option(line, "content")});
     const QString wanted = option(line, "page");
     if (!wanted.isEmpty())
-        window.show(wanted.section(u':', 0, 0), wanted.section(u':', 1));
+        begin(window, wanted.section(u':', 0, 0), wanted.section(u':', 1));
     return QApplication::exec();
 }
