@@ -54,7 +54,9 @@ void ChangeMarks::clear()
 
 void ChangeMarks::insert(int first, int last)
 {
-    m_marks.insert(first, last - first + 1, Mark {0, sourceModel()->columnCount() - 1});
+    // What a table begins with is no change.
+    const Mark mark = m_marks.isEmpty() ? Mark() : Mark {0, sourceModel()->columnCount() - 1};
+    m_marks.insert(first, last - first + 1, mark);
 }
 
 void ChangeMarks::remove(int first, int last)
