@@ -142,6 +142,7 @@ struct BubbleDelegate::Bubble
         stack.setLeft(gap);
         for (const Form& form : forms) {
             stack.remark(form.title);
+            stack.setTop(stack.top() + gap / 2);
             if (form.patch.picture.isNull())
                 stack.fault(form.fault);
             else
