@@ -14,8 +14,16 @@ namespace {
 
 constexpr int largestPicture = 2'000'000; // bytes; a page with more cannot be sent
 
-QString escaped(const QString& text)
+/** Pages have no control characters: each is shown by its picture. */
+QString escaped(QString text)
 {
+    for (QChar& character : text) {
+        const ushort code = character.unicode();
+        if (code < ' ' && code != '\t' && code != '\n')
+            character = QChar(0x2400 + code);
+        else if (character.category() == QChar::Other_Control && code >= 0x7F)
+            character = QChar::ReplacementCharacter;
+    }
     return text.toHtmlEscaped();
 }
 

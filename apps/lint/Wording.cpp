@@ -33,7 +33,11 @@ QString Wording::shown(const QJsonValue& cell)
     constexpr int longest = 40;
     const QByteArray list = QJsonDocument(QJsonArray {cell}).toJson(QJsonDocument::Compact);
     const QString text = QString::fromUtf8(list.mid(1, list.size() - 2));
-    return text.size() <= longest ? text : text.left(longest) + QStringLiteral("...");
+    if (text.size() <= longest)
+        return text;
+    // Not within a character.
+    return text.left(text.at(longest).isLowSurrogate() ? longest - 1 : longest)
+        + QStringLiteral("...");
 }
 
 QString Wording::shown(const QString& text)
