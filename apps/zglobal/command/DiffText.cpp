@@ -50,21 +50,11 @@ QString styled(const QString& line, const Pieces& pieces, int& piece, int& place
     return result;
 }
 
-/** Ids and names may hold what a terminal takes for an order, or for the end of a line. */
-QString legible(QString text)
-{
-    for (QChar& character : text) {
-        if (character < QLatin1Char(' '))
-            character = QChar(0x2400 + character.unicode());
-    }
-    return text;
-}
-
 void add(QStringList& lines, int indent, Pieces pieces)
 {
     QString text;
     for (Piece& piece : pieces) {
-        piece.text = legible(piece.text);
+        piece.text = Terminal::legible(piece.text);
         text += piece.text;
     }
     const int width = Terminal::width() > 0 ? std::max(step, Terminal::width() - indent - step) : 0;

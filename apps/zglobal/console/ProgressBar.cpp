@@ -44,8 +44,9 @@ void ProgressBar::show(int finished, int started, qint64 received, const QUrl& u
         bytes += u" of %1"_s.arg(Readable::size(expected));
     const QString counts = u"%1/%2 files, %3%4"_s.arg(
         QString::number(finished), QString::number(started), bytes, timeLeft(received, expected));
-    const QString line = u"[%1] %2  %3"_s.arg(
-        sized ? bar(received, expected) : bar(finished, started), counts, url.fileName());
+    const QString line =
+        u"[%1] %2  %3"_s.arg(sized ? bar(received, expected) : bar(finished, started), counts,
+                             Terminal::legible(url.fileName()));
     // Not the whole line: a terminal that wraps would keep what is drawn over.
     Terminal::draw(u"\r\x1b[K"_s + Terminal::cut(line, Terminal::errorWidth() - 1));
 }

@@ -38,11 +38,14 @@ QString Readable::size(qint64 bytes)
 {
     constexpr qint64 kilo = 1000;
     constexpr qint64 mega = kilo * kilo;
+    constexpr qint64 giga = kilo * mega;
     if (bytes < kilo)
         return u"%1 B"_s.arg(bytes);
-    if (bytes < mega)
+    if (bytes < mega - kilo / 2) // what would be rounded to the next unit is told in that
         return u"%1 KB"_s.arg((bytes + kilo / 2) / kilo);
-    return u"%1 MB"_s.arg(static_cast<double>(bytes) / mega, 0, 'f', 1);
+    if (bytes < giga - mega / 20)
+        return u"%1 MB"_s.arg(static_cast<double>(bytes) / mega, 0, 'f', 1);
+    return u"%1 GB"_s.arg(static_cast<double>(bytes) / giga, 0, 'f', 1);
 }
 
 QString Readable::time(qint64 seconds)

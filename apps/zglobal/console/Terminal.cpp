@@ -27,17 +27,23 @@ struct Range
     uint last;
 };
 
-constexpr std::array<Range, 11> wideRanges {{{0x1100, 0x115F},
-                                             {0x2E80, 0x303E},
-                                             {0x3041, 0xA4CF},
-                                             {0xAC00, 0xD7A3},
-                                             {0xF900, 0xFAFF},
-                                             {0xFE30, 0xFE6F},
-                                             {0xFF00, 0xFF60},
-                                             {0xFFE0, 0xFFE6},
-                                             {0x1F300, 0x1F64F},
-                                             {0x1F900, 0x1F9FF},
-                                             {0x20000, 0x3FFFD}}};
+/** Scripts, then the signs among others that terminals draw as pictures. */
+constexpr std::array<Range, 60> wideRanges {
+    {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4CF},   {0xA960, 0xA97C},
+     {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},
+     {0xFFE0, 0xFFE6},   {0x16FE0, 0x18CD5}, {0x1B000, 0x1B2FB}, {0x20000, 0x3FFFD},
+     {0x231A, 0x231B},   {0x2329, 0x232A},   {0x23E9, 0x23EC},   {0x23F0, 0x23F0},
+     {0x23F3, 0x23F3},   {0x25FD, 0x25FE},   {0x2614, 0x2615},   {0x2648, 0x2653},
+     {0x267F, 0x267F},   {0x2693, 0x2693},   {0x26A1, 0x26A1},   {0x26AA, 0x26AB},
+     {0x26BD, 0x26BE},   {0x26C4, 0x26C5},   {0x26CE, 0x26CE},   {0x26D4, 0x26D4},
+     {0x26EA, 0x26EA},   {0x26F2, 0x26F3},   {0x26F5, 0x26F5},   {0x26FA, 0x26FA},
+     {0x26FD, 0x26FD},   {0x2705, 0x2705},   {0x270A, 0x270B},   {0x2728, 0x2728},
+     {0x274C, 0x274C},   {0x274E, 0x274E},   {0x2753, 0x2755},   {0x2757, 0x2757},
+     {0x2795, 0x2797},   {0x27B0, 0x27B0},   {0x27BF, 0x27BF},   {0x2B1B, 0x2B1C},
+     {0x2B50, 0x2B50},   {0x2B55, 0x2B55},   {0x1F004, 0x1F004}, {0x1F0CF, 0x1F0CF},
+     {0x1F18E, 0x1F18E}, {0x1F191, 0x1F19A}, {0x1F200, 0x1F265}, {0x1F300, 0x1F64F},
+     {0x1F680, 0x1F6C5}, {0x1F6CC, 0x1F6CC}, {0x1F6D0, 0x1F6D7}, {0x1F6DC, 0x1F6DF},
+     {0x1F6EB, 0x1F6FC}, {0x1F7E0, 0x1F7F0}, {0x1F90C, 0x1F9FF}, {0x1FA70, 0x1FAFF}}};
 
 int columnsOf(uint character)
 {
@@ -131,7 +137,10 @@ void Terminal::tell(const QString& line)
 void Terminal::complain(const QString& line)
 {
     const QString wipe = isErrorTerminal() ? u"\r\x1b[K"_s : QString();
-    write(stderr, wipe + line + QLatin1Char('\n'));
+    QStringList lines = line.split(QLatin1Char('\n'));
+    for (QString& text : lines) // which may hold what a server has sent
+        text = legible(text);
+    write(stderr, wipe + lines.join(QLatin1Char('\n')) + QLatin1Char('\n'));
 }
 
 void Terminal::draw(const QString& text)
@@ -171,6 +180,23 @@ int Terminal::columns(const QString& text)
     for (const uint character : text.toUcs4())
         sum += columnsOf(character);
     return sum;
+}
+
+QString Terminal::legible(QString text)
+{
+    constexpr ushort pictures = 0x2400; // of the control characters
+    constexpr ushort del = 0x7F;
+    for (QChar& character : text) {
+        const ushort code = character.unicode();
+        if (code < ' ')
+            character = QChar(pictures + code);
+        else if (code == del)
+            character = QChar(pictures + 0x21);
+        else if (character.category() == QChar::Other_Control || (code >= 0x2028 && code <= 0x202E)
+                 || (code >= 0x2066 && code <= 0x2069))
+            character = QChar::ReplacementCharacter;
+    }
+    return text;
 }
 
 QString Terminal::padded(const QString& text, int width)

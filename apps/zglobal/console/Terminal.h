@@ -52,6 +52,10 @@ QString styled(Style style, const QString& text);
 /** How many columns the text takes: two for each Chinese character. */
 int columns(const QString& text);
 
+/** The text with something seen in place of each character that a terminal would obey: controls,
+ *  line ends, and what turns the direction of all that follows. */
+QString legible(QString text);
+
 /** The text with spaces up to this many columns. */
 QString padded(const QString& text, int width);
 

@@ -37,12 +37,8 @@ TextTable::TextTable(const QVector<Column>& columns)
 void TextTable::add(const QStringList& cells)
 {
     QStringList row = cells;
-    for (QString& cell : row) {
-        for (QChar& character : cell) { // what would move the terminal's cursor is shown instead
-            if (character.unicode() < 0x20)
-                character = QChar(0x2400 + character.unicode());
-        }
-    }
+    for (QString& cell : row)
+        cell = Terminal::legible(cell);
     m_rows.append(row);
 }
 
