@@ -25,11 +25,14 @@ int runProgram(const QStringList& arguments)
         Terminal::print(u"zglobal "_s + QCoreApplication::applicationVersion());
         return 0;
     }
+    QStringList names;
     for (const Command& command : commands) {
         if (command.name == name)
             return CommandLine::run(command, arguments.mid(1));
+        names.append(command.name);
     }
-    throw UsageFailure(u"there is no command \"%1\"; see \"zglobal --help\""_s.arg(name));
+    throw UsageFailure(u"there is no command \"%1\"%2; see \"zglobal --help\""_s.arg(
+        name, CommandLine::orNear(name, names)));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "console/Log.h"
 #include "console/Terminal.h"
 #include "console/TextTable.h"
+#include "lint/Wording.h"
 
 #include <algorithm>
 
@@ -82,14 +83,32 @@ void checkCount(const Command& command, int count)
                            + help);
 }
 
+QString faultOf(const QCommandLineParser& line, const Command& command)
+{
+    const QString unknown = line.unknownOptionNames().value(0);
+    QStringList names;
+    for (const QCommandLineOption& option : CommandLine::optionsOf(command))
+        names += option.names();
+    const QString near = CommandLine::orNear(unknown, names);
+    return near.isEmpty() ? line.errorText()
+                          : line.errorText().chopped(1) + near + QLatin1Char('.');
+}
+
 } // namespace
+
+QString CommandLine::orNear(const QString& name, const QStringList& names)
+{
+    const QString near = Wording::nearest(name, names);
+    return near.isEmpty() ? near : u", but there is \"%1\""_s.arg(near);
+}
 
 int CommandLine::run(const Command& command, const QStringList& arguments)
 {
     QCommandLineParser line;
     line.addOptions(CommandLine::optionsOf(command));
     if (!line.parse(QStringList(command.name) + arguments))
-        throw UsageFailure(line.errorText() + u" See \"zglobal %1 --help\"."_s.arg(command.name));
+        throw UsageFailure(faultOf(line, command)
+                           + u" See \"zglobal %1 --help\"."_s.arg(command.name));
     if (line.isSet(helpOption())) {
         const QStringList help = helpOf(command);
         for (const QString& text : help)

@@ -49,6 +49,8 @@ QVector<ExitStatus> exitStatuses();
 
 /** The command's own, and those that every command has. */
 QList<QCommandLineOption> optionsOf(const Command& command);
+/** ", but there is X" behind a name that is likely X, mistyped; else empty. */
+QString orNear(const QString& name, const QStringList& names);
 /** Every name of an option with its dashes. */
 QStringList spellings(const QCommandLineOption& option);
 

@@ -36,7 +36,8 @@ QStringList chosenTables(const QCommandLineParser& line)
     QStringList names = line.values(tableOption());
     for (const QString& name : qAsConst(names)) {
         if (!Content::isTable(name))
-            throw UsageFailure(u"there is no table \"%1\""_s.arg(name));
+            throw UsageFailure(u"there is no table \"%1\""_s.arg(name)
+                               + CommandLine::orNear(name, Content::tableNames()));
     }
     return names;
 }

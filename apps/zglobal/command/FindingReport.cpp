@@ -1,5 +1,6 @@
 #include "command/FindingReport.h"
 
+#include "command/CommandLine.h"
 #include "console/Failure.h"
 #include "console/Literals.h"
 #include "console/Readable.h"
@@ -43,6 +44,14 @@ QJsonObject objectOf(const Finding& finding)
             {u"column"_s, finding.place.column}, {u"message"_s, finding.message}};
 }
 
+QStringList ruleNames()
+{
+    QStringList names;
+    for (const RuleInfo& rule : Rules::all())
+        names.append(QString::fromLatin1(rule.name));
+    return names;
+}
+
 } // namespace
 
 void FindingReport::print(const QVector<Finding>& findings, const SheetRows& sheetRows)
@@ -52,11 +61,13 @@ void FindingReport::print(const QVector<Finding>& findings, const SheetRows& she
     for (const Finding& finding : findings) {
         if (isFirst || finding.place.table != table) {
             table = finding.place.table;
-            Terminal::print(Terminal::styled(Terminal::Bold, table.isEmpty() ? u"files"_s : table));
+            Terminal::print(Terminal::styled(
+                Terminal::Bold, table.isEmpty() ? u"files"_s : Terminal::legible(table)));
         }
         isFirst = false;
-        const QStringList lines = Terminal::wrapped(textOf(finding, sheetRowOf(finding, sheetRows)),
-                                                    std::max(0, Terminal::width() - indent));
+        const QStringList lines =
+            Terminal::wrapped(Terminal::legible(textOf(finding, sheetRowOf(finding, sheetRows))),
+                              std::max(0, Terminal::width() - indent));
         for (const QString& line : lines)
             Terminal::print(QString(&line == &lines.constFirst() ? 2 : indent, QLatin1Char(' '))
                             + line);
@@ -101,7 +112,8 @@ QStringList FindingReport::silencedBy(const QCommandLineParser& line)
     for (const QString& name : qAsConst(names)) {
         if (!Rules::isName(name))
             throw UsageFailure(
-                u"there is no rule \"%1\"; \"zglobal lint --rules\" lists them"_s.arg(name));
+                u"there is no rule \"%1\"%2; \"zglobal lint --rules\" lists them"_s.arg(
+                    name, CommandLine::orNear(name, ruleNames())));
     }
     return names;
 }
