@@ -32,7 +32,7 @@ QString Wording::shown(const QJsonValue& cell)
 {
     constexpr int longest = 40;
     const QByteArray list = QJsonDocument(QJsonArray {cell}).toJson(QJsonDocument::Compact);
-    const QString text = QString::fromUtf8(list.mid(1, list.size() - 2));
+    QString text = QString::fromUtf8(list.mid(1, list.size() - 2));
     if (text.size() <= longest)
         return text;
     // Not within a character.
