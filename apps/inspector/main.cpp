@@ -119,11 +119,10 @@ int main(int argc, char* argv[])
     first.parse(QCoreApplication::arguments());
     const bool takesPictures = first.isSet(QStringLiteral("screenshots"));
     const QString language = option(first, "language");
-    if (!Language::use(language.isEmpty() && takesPictures ? QStringLiteral("en") : language)) {
-        std::fprintf(stderr, "There is no translation to %s; known are %s\n", qPrintable(language),
-                     qPrintable(Language::known().join(QStringLiteral(", "))));
-        return usageError;
-    }
+    if (!Language::use(language.isEmpty() && takesPictures ? QStringLiteral("en") : language))
+        return refuse(
+            QCoreApplication::translate("main", "There is no translation to %1; known are %2")
+                .arg(language, Language::known().join(QStringLiteral(", "))));
     QCommandLineParser line;
     addOptions(line);
     line.process(application);

@@ -800,7 +800,7 @@
     </message>
     <message>
         <source>Type or choose an address to see where it opens and by which rule, or a banner to see why it is shown, or is not.</source>
-        <translation>输入或选择一个地址，查看它在哪里打开、依据哪条规则；或选择一个横幅，查看它为何显示或不显示。</translation>
+        <translation>输入或选择一个地址，查看它在哪里打开、依据哪条规则；或选择一个 Banner，查看它为何显示或不显示。</translation>
     </message>
 </context>
 <context>
@@ -1383,6 +1383,10 @@ Without options it serves itself the example content.</source>
     <message>
         <source>There is no page %1; known are %2</source>
         <translation>没有页面 %1；可用的有 %2</translation>
+    </message>
+    <message>
+        <source>There is no translation to %1; known are %2</source>
+        <translation>没有译文 %1；可用的有 %2</translation>
     </message>
 </context>
 </TS>
