@@ -94,6 +94,7 @@ LineMasks::LineMasks(RawTables& files, QWidget* parent)
 void LineMasks::explain(const ChatLines::Line& line)
 {
     m_line = line;
+    ++m_explained;
     if (line.nanoseconds < 0)
         m_verdict->setText(line.typed.isEmpty() ? tr("Nothing is typed yet.")
                                                 : tr("“%1” waits for its turn").arg(line.typed));
@@ -152,9 +153,10 @@ void LineMasks::showMasks()
 
 void LineMasks::lookNear()
 {
-    const int looking = ++m_looking;
-    if (m_line.shown.isEmpty())
+    // One at a time: lists are long, and lines change with every key.
+    if (m_isLooking || m_line.shown.isEmpty())
         return;
+    m_isLooking = true;
     ZSensitiveWordsInfoListMgr* filter = ZSensitiveWordsInfoListMgr::getInstance();
     inBackground(
         *QThreadPool::globalInstance(), this,
@@ -162,9 +164,12 @@ void LineMasks::lookNear()
          newerWords = filter->getNewSensitiveWordsMap()] {
             return NearWords::in(shown, olderWords.keys() + newerWords.keys());
         },
-        [this, looking](const QStringList& near) {
-            if (m_looking != looking)
+        [this, asked = m_explained](const QStringList& near) {
+            m_isLooking = false;
+            if (asked != m_explained) {
+                lookNear();
                 return;
+            }
             m_near->setText(near.join(u'\n'));
             m_near->setVisible(!near.isEmpty());
         });

@@ -47,5 +47,6 @@ private:
     QLabel* m_near;
     std::shared_ptr<const Why::RawTable> m_older; // of the two lists; null while it is being read
     std::shared_ptr<const Why::RawTable> m_newer;
-    int m_looking = 0;
+    int m_explained = 0; // how many times
+    bool m_isLooking = false;
 };
