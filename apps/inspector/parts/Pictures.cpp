@@ -83,7 +83,10 @@ QString Pictures::pathOf(const QString& address)
 
 void Pictures::retry()
 {
+    if (m_faults.isEmpty())
+        return;
     m_faults.clear();
+    Q_EMIT sigLoaded({});
 }
 
 void Pictures::pause()
@@ -148,6 +151,9 @@ void Pictures::done(const QString& path, const QString& key, const QImage& image
     if (image.isNull())
         m_faults.insert(path, fault);
     else
-        m_images.insert(key, new QImage(image), static_cast<int>(image.sizeInBytes() / 1024 + 1));
+        // What is too large to be kept would be read again with every painting.
+        m_images.insert(
+            key, new QImage(image),
+            static_cast<int>(qMin<qint64>(image.sizeInBytes() / 1024 + 1, cacheKilobytes)));
     Q_EMIT sigLoaded(path);
 }

@@ -47,6 +47,7 @@ public:
     void resume();
 
 Q_SIGNALS:
+    /** A picture is there, or known not to be; an empty path for any that is worth another look. */
     void sigLoaded(const QString& path);
 
 private:

@@ -150,10 +150,12 @@ Wearables::Wearable Wearables::car(const QString& key)
     made.tile.below = info.price == 0 ? Words::tr("not sold") : price;
     made.tile.fault = faultNow(info.startTime, info.endTime);
     setPicture(made, cars->getCarImagePathById(key), cars->getCarImageUrlById(key));
-    made.moving = {Moving::Archive, info.animation, cars->getCarAnimationPathById(key),
-                   cars->getCarAnimationUrlById(key)};
-    made.explanation.resources.append(
-        Why::resourceAt(Words::tr("animation"), made.moving.path, made.moving.address));
+    if (!info.animation.isEmpty()) {
+        made.moving = {Moving::Archive, info.animation, cars->getCarAnimationPathById(key),
+                       cars->getCarAnimationUrlById(key)};
+        made.explanation.resources.append(
+            Why::resourceAt(Words::tr("animation"), made.moving.path, made.moving.address));
+    }
     tell(made, Words::tr("description"), info.description);
     tell(made, Words::tr("price"),
          info.price == 0 ? Words::tr("not sold") : Words::tr("%1 diamonds").arg(price));

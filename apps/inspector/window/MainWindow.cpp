@@ -79,6 +79,8 @@ MainWindow::MainWindow(QWidget* parent)
         if (current() == nullptr)
             m_list->setCurrentRow(qMax(0, placeOf(QSettings().value(pageKey()).toString())));
     });
+    // Before the pages, which then ask for what may have come.
+    connect(&m_host, &ClientHost::sigFilesChanged, &m_pictures, &Pictures::retry);
     QString advice;
     if (!Look::hasChineseFont(&advice))
         m_status->tellAdvice(advice);
@@ -126,7 +128,8 @@ Page* MainWindow::current() const
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     QSettings().setValue(geometryKey(), saveGeometry());
-    QSettings().setValue(pageKey(), current()->objectName());
+    if (current() != nullptr)
+        QSettings().setValue(pageKey(), current()->objectName());
     QMainWindow::closeEvent(event);
 }
 
