@@ -130,6 +130,7 @@ void ClientHost::tidy()
 {
     if (!begin(tr("Tidying"), Stop::Impossible))
         return;
+    m_isTidying = true; // no plan comes between
     const QPointer<ClientHost> self(this);
     planned()
         .then([self] {
@@ -143,6 +144,9 @@ void ClientHost::tidy()
 
 QtPromise::QPromise<TidyPlan> ClientHost::planTidying()
 {
+    if (m_isTidying)
+        return QtPromise::QPromise<TidyPlan>::reject(
+            zErrorInfo(tr("the cache is being tidied"), 0));
     if (!m_plan.has_value() || !m_plan->isPending())
         m_plan = m_client->planTidying();
     return *m_plan;
@@ -220,6 +224,7 @@ void ClientHost::end()
     m_task.clear();
     m_canStop = false;
     m_isStopping = false;
+    m_isTidying = false;
     Q_EMIT sigFilesChanged();
     Q_EMIT sigFailure(wordsOf(m_failures));
     Q_EMIT sigTask(m_task);

@@ -102,4 +102,5 @@ private:
     QString m_task;
     bool m_canStop = false;
     bool m_isStopping = false;
+    bool m_isTidying = false;
 };

@@ -244,6 +244,10 @@
         <source>Tidying</source>
         <translation>正在清理</translation>
     </message>
+    <message>
+        <source>the cache is being tidied</source>
+        <translation>正在清理缓存</translation>
+    </message>
 </context>
 <context>
     <name>CopiedRows</name>
