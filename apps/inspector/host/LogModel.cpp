@@ -107,8 +107,8 @@ void LogModel::handle(QtMsgType type, const QMessageLogContext& context, const Q
     {
         const QMutexLocker lock(&queue.mutex);
         before = queue.before;
-        queue.lines.append(
-            {QTime::currentTime(), severityOf(type), QString::fromUtf8(context.category), text});
+        queue.lines.append({QDateTime::currentDateTime(), severityOf(type),
+                            QString::fromUtf8(context.category), text});
         // Many lines at a time cost the views one insertion.
         if (queue.lines.size() == 1 && queue.model != nullptr)
             QMetaObject::invokeMethod(queue.model, "take", Qt::QueuedConnection);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QTime>
+#include <QDateTime>
 #include <QVector>
 
 /**
@@ -37,7 +37,7 @@ private Q_SLOTS:
 private:
     struct Line
     {
-        QTime time;
+        QDateTime time;
         int severity;
         QString category;
         QString text;

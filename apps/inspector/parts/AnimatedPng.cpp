@@ -55,6 +55,10 @@ bool begin(const QByteArray& data, const QSize& whole, Parts& parts)
 {
     if (data.size() < 26 || parts.frames.size() == mostFrames)
         return false;
+    for (const int at : {4, 8, 12, 16}) {
+        if (number(data, at) > largestSide)
+            return false;
+    }
     const QRect place(static_cast<int>(number(data, 12)), static_cast<int>(number(data, 16)),
                       static_cast<int>(number(data, 4)), static_cast<int>(number(data, 8)));
     if (place.isEmpty() || !QRect(QPoint(), whole).contains(place))

@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <numeric>
@@ -39,13 +40,22 @@ QVector<int> columnsOf(const QAbstractItemView& view, const CopiedRows::Columns&
     return all;
 }
 
+/** Between quotes, as spreadsheets want it, where a cell would be taken for several. */
+QString cellOf(const QString& text)
+{
+    static const QRegularExpression separator(QStringLiteral("^\"|[\\t\\n\\r]"));
+    return text.contains(separator)
+        ? u'"' + QString(text).replace(u'"', QStringLiteral("\"\"")) + u'"'
+        : text;
+}
+
 QString textOf(const QModelIndexList& rows, const QVector<int>& columns)
 {
     QStringList lines;
     for (const QModelIndex& row : rows) {
         QStringList cells;
         for (const int column : columns)
-            cells.append(row.sibling(row.row(), column).data().toString());
+            cells.append(cellOf(row.sibling(row.row(), column).data().toString()));
         lines.append(cells.join(u'\t'));
     }
     return lines.join(u'\n');

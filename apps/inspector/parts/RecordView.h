@@ -14,8 +14,8 @@ class RecordView : public QTableView
 public:
     explicit RecordView(QWidget* parent = nullptr);
 
-    /** Under which name the columns' state is kept from now on, which is put into force; what was
-     *  shown under another is kept first. */
+    /** Under which name the columns' state is kept from now on; what is known of it is put into
+     *  force. */
     void keepColumns(const QString& name);
 
     /** Makes the columns as wide as what they hold, unless somebody has given them a width. */
