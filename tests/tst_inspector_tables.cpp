@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QTableView>
 #include <QTableWidget>
+#include <QTextDocument>
 
 /** The tables' records beside the rows of their files. */
 class tst_inspector_tables : public InspectorTest
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void changeIsHighlighted();
     void lostRows();
     void filesAreReadOnce();
+    void markupIsText();
 };
 
 void tst_inspector_tables::tableRow()
@@ -113,6 +115,27 @@ void tst_inspector_tables::filesAreReadOnce()
     QVERIFY(files.get(gifts) == nullptr);
     QTRY_VERIFY(!files.isReading());
     QVERIFY(files.get(gifts)->find(u"G1014"_s) == nullptr);
+}
+
+void tst_inspector_tables::markupIsText()
+{
+    publish(u"Message"_s, "%1", "<img src='shown.png'><b>%1</b>");
+    window().show(u"overview"_s);
+    click("update");
+    window().show(u"tables"_s, u"Message"_s);
+    auto* box = find<QLineEdit>("search");
+    box->setText(u"shown.png"_s);
+    auto* records = find<QTableView>("records");
+    records->setCurrentIndex(records->model()->index(0, 0));
+    const auto* cells = find<QTableWidget>("cells");
+    QTRY_VERIFY(!cells->findItems(u"shown.png"_s, Qt::MatchContains).isEmpty());
+    for (const QTableWidgetItem* cell : cells->findItems(u"shown.png"_s, Qt::MatchContains)) {
+        QVERIFY(!cell->toolTip().contains(u"<img"_s));
+        QTextDocument tip;
+        tip.setHtml(cell->toolTip());
+        QVERIFY2(tip.toPlainText().contains(cell->text()), qPrintable(cell->toolTip()));
+    }
+    box->clear();
 }
 
 INSPECTOR_TEST_MAIN(tst_inspector_tables)

@@ -187,6 +187,7 @@ QWidget* CachePage::makeEntries()
 {
     auto* search = new SearchBox;
     connect(search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);
+    m_place->setTextFormat(Qt::PlainText);
     m_place->setObjectName(QStringLiteral("place"));
     m_up->setObjectName(QStringLiteral("up"));
     m_up->setToolTip(tr("The folder that this one is in"));

@@ -169,6 +169,7 @@ QWidget* LookPage::makeSkinPart(Pictures& pictures, int place, const QString& ti
     auto* told = new QLabel;
     told->setObjectName(QStringLiteral("skin%1").arg(place));
     told->setWordWrap(true);
+    told->setTextFormat(Qt::PlainText);
     told->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* picture = new PictureBox(pictures, size);
     auto* layout = new QVBoxLayout(box);
@@ -194,6 +195,7 @@ void LookPage::makeNobility(Pictures& pictures)
     });
     m_privileges->setObjectName(QStringLiteral("privileges"));
     m_told->setObjectName(QStringLiteral("told"));
+    m_told->setTextFormat(Qt::PlainText);
     m_told->setContentsMargins(6, 6, 6, 0);
     connect(m_ranks->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &LookPage::tellPrivileges);
@@ -382,7 +384,8 @@ void LookPage::tellPrivileges()
     const QString name = ZNobilityListMgr::getInstance()->getNobleConsumeInfoById(rank()).nobleName;
     QString words = tr("Select a rank to see its privileges.");
     if (!name.isEmpty())
-        words = tr("%1 has %2 of %3 privileges").arg(name).arg(own).arg(all.size());
+        words = tr("%1 has %2 of %3 privileges")
+                    .arg(name, QString::number(own), QString::number(all.size()));
     const QString more = LookTiles::comesWith(QString::number(rank()));
     m_told->setText(more.isEmpty() ? words : tr("%1, and %2").arg(words, more));
     m_privileges->viewport()->update();

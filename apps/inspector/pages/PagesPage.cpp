@@ -7,6 +7,7 @@
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/Look.h"
 #include "inspector/parts/PictureDelegate.h"
 #include "inspector/parts/RawTables.h"
 #include "inspector/parts/RecordView.h"
@@ -299,7 +300,7 @@ void PagesPage::showLeftOut()
     for (const LeftOut& each : all) {
         auto* item = new QListWidgetItem(each.words, m_leftOut);
         item->setData(Qt::UserRole, each.id);
-        item->setToolTip(each.words);
+        item->setToolTip(Look::toolTip(each.words));
     }
     m_leftOut->setVisible(!all.isEmpty());
     const int rows = qMin(leftOutShown, m_leftOut->count());

@@ -21,6 +21,7 @@ AnimationBox::AnimationBox(QWidget* parent)
     m_player->setFixedSize(128, 128);
     m_words->setObjectName(QStringLiteral("animation"));
     m_words->setWordWrap(true);
+    m_words->setTextFormat(Qt::PlainText);
     m_words->setAlignment(Qt::AlignCenter);
     m_fetch->setObjectName(QStringLiteral("fetch"));
     m_open->setObjectName(QStringLiteral("film"));
@@ -104,7 +105,9 @@ void AnimationBox::play()
 void AnimationBox::tell(const QString& fault)
 {
     m_words->setText(
-        fault.isEmpty() ? tr("%1, %2 frames").arg(m_moving.name).arg(m_player->frames()) : fault);
+        fault.isEmpty()
+            ? tr("%1, %2 frames").arg(m_moving.name, QString::number(m_player->frames()))
+            : fault);
 }
 
 void AnimationBox::fetched(const QString& fault)

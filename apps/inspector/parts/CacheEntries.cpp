@@ -129,7 +129,7 @@ QVariant CacheEntries::look(const CacheEntry& entry, int column, int role) const
         return font;
     }
     case Qt::ToolTipRole:
-        return column == Name ? entry.path : shown(entry, column);
+        return Look::toolTip(column == Name ? entry.path : shown(entry, column).toString());
     default:
         return {};
     }

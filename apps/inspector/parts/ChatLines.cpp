@@ -1,6 +1,7 @@
 #include "inspector/parts/ChatLines.h"
 
 #include "datatable/ZDataTableMgr.h"
+#include "inspector/parts/Look.h"
 
 #include <QElapsedTimer>
 #include <QLocale>
@@ -105,7 +106,7 @@ QVariant ChatLines::data(const QModelIndex& index, int role) const
     if (role == Qt::TextAlignmentRole)
         return isNumber ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     if (role == Qt::ToolTipRole && !isNumber)
-        role = Qt::DisplayRole;
+        return Look::toolTip(data(index, Qt::DisplayRole).toString());
     if (role != Qt::DisplayRole && role != Qt::UserRole)
         return {};
     if (line.nanoseconds < 0 && index.column() != Typed)

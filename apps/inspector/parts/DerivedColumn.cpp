@@ -1,5 +1,7 @@
 #include "inspector/parts/DerivedColumn.h"
 
+#include "inspector/parts/Look.h"
+
 DerivedColumn::DerivedColumn(QAbstractItemModel* model, const QString& title, Compute compute,
                              QObject* parent)
     : QIdentityProxyModel(parent)
@@ -12,7 +14,10 @@ DerivedColumn::DerivedColumn(QAbstractItemModel* model, const QString& title, Co
     disconnect(model, &QAbstractItemModel::layoutChanged, this, nullptr);
     connect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, &DerivedColumn::holdOrder);
     connect(model, &QAbstractItemModel::layoutChanged, this, &DerivedColumn::takeOrder);
-    connect(model, &QAbstractItemModel::dataChanged, this, &DerivedColumn::tellChange);
+    connect(model, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex& first, const QModelIndex& last) {
+                Q_EMIT dataChanged(index(first.row(), place()), index(last.row(), place()));
+            });
 }
 
 void DerivedColumn::tellChange()
@@ -42,13 +47,14 @@ void DerivedColumn::takeOrder()
 
 int DerivedColumn::columnCount(const QModelIndex& parent) const
 {
-    return QIdentityProxyModel::columnCount(parent) + 1;
+    return parent.isValid() ? 0 : QIdentityProxyModel::columnCount(parent) + 1;
 }
 
 QModelIndex DerivedColumn::index(int row, int column, const QModelIndex& parent) const
 {
-    return column == place() && row < rowCount() ? createIndex(row, column)
-                                                 : QIdentityProxyModel::index(row, column, parent);
+    return column == place() && hasIndex(row, column, parent)
+        ? createIndex(row, column)
+        : QIdentityProxyModel::index(row, column, parent);
 }
 
 QModelIndex DerivedColumn::sibling(int row, int column, const QModelIndex& /*index*/) const
@@ -67,7 +73,9 @@ QVariant DerivedColumn::data(const QModelIndex& index, int role) const
 {
     if (index.column() != place())
         return QIdentityProxyModel::data(index, role);
-    const bool isAsked = role == Qt::DisplayRole || role == Qt::ToolTipRole || role == Qt::UserRole;
+    if (role == Qt::ToolTipRole)
+        return Look::toolTip(m_compute(index.row()).toString());
+    const bool isAsked = role == Qt::DisplayRole || role == Qt::UserRole;
     return isAsked ? m_compute(index.row()) : QVariant();
 }
 

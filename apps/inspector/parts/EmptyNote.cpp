@@ -15,6 +15,7 @@ EmptyNote::EmptyNote(QAbstractItemView* view, const QString& table)
     setObjectName(QStringLiteral("empty"));
     setAlignment(Qt::AlignCenter);
     setWordWrap(true);
+    setTextFormat(Qt::PlainText);
     setForegroundRole(QPalette::WindowText); // not that of the view
     setAttribute(Qt::WA_TransparentForMouseEvents);
     (new QVBoxLayout(view->viewport()))->addWidget(this);

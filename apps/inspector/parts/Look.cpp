@@ -7,6 +7,7 @@
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTextDocument>
 
 namespace {
 
@@ -65,6 +66,12 @@ QFont Look::smaller(QFont font)
     constexpr double share = 0.85;
     font.setPixelSize(qRound(QFontInfo(font).pixelSize() * share));
     return font;
+}
+
+QString Look::toolTip(const QString& words)
+{
+    return Qt::mightBeRichText(words) ? Qt::convertFromPlainText(words, Qt::WhiteSpaceNormal)
+                                      : words;
 }
 
 QColor Look::faultColour(const QPalette& palette)

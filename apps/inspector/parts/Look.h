@@ -21,6 +21,9 @@ void setFontForPictures();
 /** The font for what goes below something else, whichever way its size is given. */
 QFont smaller(QFont font);
 
+/** Words that others have written, for a tool tip: markup in them is shown and never followed. */
+QString toolTip(const QString& words);
+
 /** For what has gone wrong, and for what nobody reads, on the palette in force. */
 QColor faultColour(const QPalette& palette);
 QColor unreadColour(const QPalette& palette);

@@ -10,6 +10,7 @@ PictureBox::PictureBox(Pictures& pictures, const QSize& size, QWidget* parent)
     setAlignment(Qt::AlignCenter);
     setFrameShape(QFrame::StyledPanel);
     setWordWrap(true);
+    setTextFormat(Qt::PlainText);
     connect(&pictures, &Pictures::sigLoaded, this, [this](const QString& path) {
         if (path == m_path)
             look();

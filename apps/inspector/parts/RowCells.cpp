@@ -73,7 +73,7 @@ Line lineOf(const QString& name, const Row& row, const Why::RawTable& file)
 QTableWidgetItem* item(const QString& text, const Line& line)
 {
     auto* made = new QTableWidgetItem(text);
-    made->setToolTip(text);
+    made->setToolTip(Look::toolTip(text));
     if (line.isFaulty)
         made->setForeground(Look::faultColour(QApplication::palette()));
     else if (line.isUnread)

@@ -40,7 +40,7 @@ QVariant ShownTables::data(const QModelIndex& index, int role) const
         return isNumber ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
     }
     case Qt::ToolTipRole:
-        return toolTipOf(index);
+        return Look::toolTip(toolTipOf(index).toString());
     default:
         return QIdentityProxyModel::data(index, role);
     }

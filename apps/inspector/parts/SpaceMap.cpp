@@ -79,7 +79,7 @@ bool SpaceMap::event(QEvent* event)
     const QString words =
         tr("%1\n%2\n%3: %4")
             .arg(tile->entry->path, Look::size(tile->entry->bytes), verdict.what, verdict.why);
-    QToolTip::showText(help->globalPos(), words, this, tile->place.toAlignedRect());
+    QToolTip::showText(help->globalPos(), Look::toolTip(words), this, tile->place.toAlignedRect());
     return true;
 }
 

@@ -1,4 +1,5 @@
 #include "inspector/parts/Stickers.h"
+#include "inspector/parts/Look.h"
 
 #include "datatable/ZDataTableMgr.h"
 
@@ -40,10 +41,9 @@ QVariant Stickers::data(const QModelIndex& index, int role) const
     case Qt::UserRole:
         return sticker.name;
     case Qt::ToolTipRole:
-        return tr("%1, version %2\n%3")
-            .arg(sticker.name)
-            .arg(sticker.version)
-            .arg(manager.getImageUrlById(group, index.column()));
+        return Look::toolTip(tr("%1, version %2\n%3")
+                                 .arg(sticker.name, QString::number(sticker.version),
+                                      manager.getImageUrlById(group, index.column())));
     case PathRole:
         return manager.getImagePathById(group, index.column());
     case AddressRole:

@@ -21,6 +21,8 @@ StatusStrip::StatusStrip(const ClientHost& host, QWidget* parent)
     m_words->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_place->setObjectName(QStringLiteral("place"));
     m_place->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    for (QLabel* label : {m_words, m_place})
+        label->setTextFormat(Qt::PlainText);
     m_progress->setObjectName(QStringLiteral("progress"));
     m_progress->setFixedWidth(240);
     m_progress->hide();
@@ -68,6 +70,8 @@ void StatusStrip::showWords()
     m_words->setPalette(colours);
     const QStringList lines = words.split(u'\n');
     m_words->setText(
-        lines.size() > 1 ? tr("%1 (and %2 more)").arg(lines.first()).arg(lines.size() - 1) : words);
-    m_words->setToolTip(words);
+        lines.size() > 1
+            ? tr("%1 (and %2 more)").arg(lines.first(), QString::number(lines.size() - 1))
+            : words);
+    m_words->setToolTip(Look::toolTip(words));
 }
