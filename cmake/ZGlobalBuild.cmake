@@ -213,7 +213,8 @@ endfunction()
 # so it does not see how they guard what they share.
 function(zglobal_test_environment)
     set(suppressions "${PROJECT_SOURCE_DIR}/cmake/tsan.supp")
+    set(leaks "${PROJECT_SOURCE_DIR}/cmake/lsan.supp")
     get_property(tests DIRECTORY PROPERTY TESTS)
     set_tests_properties(${tests} PROPERTIES ENVIRONMENT
-        "no_proxy=*;LC_ALL=C.UTF-8;LANGUAGE=;QT_LOGGING_RULES=;TSAN_OPTIONS=suppressions=${suppressions} ignore_noninstrumented_modules=1")
+        "no_proxy=*;LC_ALL=C.UTF-8;LANGUAGE=;QT_LOGGING_RULES=;LSAN_OPTIONS=suppressions=${leaks} print_suppressions=0;TSAN_OPTIONS=suppressions=${suppressions} ignore_noninstrumented_modules=1")
 endfunction()
