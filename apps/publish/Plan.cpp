@@ -72,7 +72,7 @@ QString Plan::publish(const QString& path, const PublishedTree& tree, const Publ
         return {};
     fault = combine(source, tree, options);
     if (fault.isEmpty() && changesAnything())
-        fault = imitate();
+        fault = imitate(tree);
     if (fault.isEmpty() && changesAnything())
         judge(options);
     return fault;
@@ -96,7 +96,7 @@ QString Plan::rollBack(int number, const PublishedTree& tree, const PublishOptio
     PublishOptions whole = options;
     whole.isWhole = true;
     fault = combine(source, tree, whole);
-    return fault.isEmpty() ? imitate() : fault;
+    return fault.isEmpty() ? imitate(tree) : fault;
 }
 
 QString Plan::combine(const Source& source, const PublishedTree& tree,
@@ -203,9 +203,16 @@ QDateTime Plan::ageOf(const QString& path) const
 }
 
 /** What stays is linked to, so that nothing large is copied only to be looked at. */
-QString Plan::imitate()
+QString Plan::imitate(const PublishedTree& tree)
 {
-    m_imitation = std::make_unique<QTemporaryDir>();
+    const QString name = tree.previewTemplate();
+    const QString cause = Disk::makeFolder(QFileInfo(name).path());
+    if (!cause.isEmpty())
+        return cause;
+    m_imitation = std::make_unique<QTemporaryDir>(name);
+    if (!m_imitation->isValid())
+        return QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(name),
+                                            m_imitation->errorString());
     const QDir root(m_imitation->path());
     for (auto file = release.files.begin(); file != release.files.end(); ++file) {
         if (release.leftovers.contains(file.key()))

@@ -69,7 +69,7 @@ private:
                       const PublishOptions& options);
     ReleaseFile fileFor(const QString& path, const QString& source);
     QDateTime ageOf(const QString& path) const;
-    QString imitate();
+    QString imitate(const PublishedTree& tree);
     void judge(const PublishOptions& options);
 
     std::unique_ptr<QTemporaryDir> m_imitation; // of the content folder, with links

@@ -19,6 +19,7 @@ const QLatin1String currentName("current");
 const QLatin1String journalName("journal.jsonl");
 const QLatin1String leftoversName("leftovers.json");
 const QLatin1String stagingName(".next");
+const QLatin1String previewName(".preview-");
 const QLatin1String goingName(".gone-");
 
 QByteArray line(const JournalEntry& entry)
@@ -50,6 +51,8 @@ PublishedTree::PublishedTree(const QString& folder)
 
 PublishedTree::~PublishedTree()
 {
+    if (m_lock != nullptr && m_current == 0)
+        QDir().rmdir(path(QStringLiteral("releases"))); // made for a preview
     m_lock.reset();
     if (m_isMade && m_current == 0)
         QDir().rmdir(m_folder); // which fails where something is in it
@@ -146,7 +149,16 @@ QString PublishedTree::lock()
         return cause;
     m_lock.reset(); // a process would wait for itself
     m_lock = std::make_unique<FolderLock>(m_folder);
-    return m_lock->error().isEmpty() ? open() : m_lock->error();
+    if (!m_lock->error().isEmpty())
+        return m_lock->error();
+    sweepPreviews();
+    return open();
+}
+
+QString PublishedTree::previewTemplate() const
+{
+    const QString folder = m_lock == nullptr ? QDir::tempPath() : path(QStringLiteral("releases"));
+    return folder + QLatin1Char('/') + previewName + QStringLiteral("XXXXXX");
 }
 
 QString PublishedTree::adopt(const Progress& progress)
@@ -277,4 +289,14 @@ void PublishedTree::sweep(int kept)
         if (isLeftover || Disk::rename(folder.filePath(name), going).isEmpty())
             QDir(going).removeRecursively();
     }
+}
+
+void PublishedTree::sweepPreviews() const
+{
+    const QDir folder(path(QStringLiteral("releases")));
+    const QStringList names =
+        folder.entryList({previewName + QStringLiteral("??????")},
+                         QDir::Dirs | QDir::NoSymLinks | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (const QString& name : names)
+        QDir(folder.filePath(name)).removeRecursively();
 }

@@ -58,6 +58,11 @@ public:
     /** From now on nobody else publishes into the folder, which is made where it is not there. */
     QString lock();
 
+    /** Where a folder can be made to look over what is planned, as QTemporaryDir takes it. It goes
+     *  with its maker or, where that was killed, with the next lock(). Without a lock nothing is
+     *  written into the tree, and the system's place is named. */
+    QString previewTemplate() const;
+
     /** Makes the plain content a release. */
     QString adopt(const Progress& progress);
 
@@ -72,6 +77,7 @@ private:
     QString writeRecords(const QString& folder, const Release& release);
     QString turnTo(int release);
     void sweep(int kept);
+    void sweepPreviews() const;
 
     QString m_folder;
     bool m_isPlain = false;
