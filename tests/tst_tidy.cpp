@@ -141,6 +141,29 @@ private Q_SLOTS:
         QCOMPARE(LogLines::count(u"tidy flashext end:use=0,delete=1,delay=0,ignore=0"_s), 1);
     }
 
+    /** Which of them is met first, and kept so far without its archive, is the file system's. */
+    void whatGoesIsCountedOnce()
+    {
+        const auto bytes = [] {
+            qint64 sum = 0;
+            for (const QString& file : ZTestFolder::files(u"res"_s))
+                sum += QFileInfo(u"res/"_s + file).size();
+            return sum;
+        };
+        for (int version = 1; version <= 20; ++version) {
+            write(u"flash"_s, u"many_%1/many"_s.arg(version), 2 * week);
+            ZTestFolder::write(u"res/flash/many_%1/many_%1"_s.arg(version), "archive");
+        }
+        const qint64 before = bytes();
+        qint64 going = 0;
+        for (const TidyFolder& folder : planned()) {
+            for (const TidyDecision& decision : folder.decisions)
+                going += decision.action == TidyDecision::Remove ? decision.bytes : 0;
+        }
+        tidy();
+        QCOMPARE(going, before - bytes());
+    }
+
     void oneRunAtATime()
     {
         for (int i = 0; i < 300; ++i)

@@ -8,7 +8,10 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QThread>
+
+#include <algorithm>
 
 namespace {
 
@@ -105,9 +108,24 @@ void TidyPass::run(std::initializer_list<Count> shown,
     }
     if (m_plan == nullptr)
         return;
+    joinWhatGoesWhole();
     for (TidyDecision& decision : m_noted.decisions)
         decision.bytes = bytesIn(decision.path);
     m_plan->append(m_noted);
+}
+
+void TidyPass::joinWhatGoesWhole()
+{
+    QSet<QString> going;
+    for (const TidyDecision& decision : qAsConst(m_noted.decisions)) {
+        if (decision.action == TidyDecision::Remove)
+            going.insert(decision.path);
+    }
+    auto& decisions = m_noted.decisions;
+    const auto isInside = [&going](const TidyDecision& decision) {
+        return going.contains(QFileInfo(decision.path).path());
+    };
+    decisions.erase(std::remove_if(decisions.begin(), decisions.end(), isInside), decisions.end());
 }
 
 bool TidyPass::begin()

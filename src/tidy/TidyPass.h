@@ -87,6 +87,8 @@ private:
     void log(const QString& text) const;
     void note(const QString& path, TidyDecision::Action action, TidyDecision::Reason reason,
               const QDateTime& modified);
+    /** What goes with the folder that it is in is a part of that. */
+    void joinWhatGoesWhole();
 
     QString m_title;
     QString m_folder;

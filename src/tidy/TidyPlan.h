@@ -34,7 +34,7 @@ struct TidyFolder
 {
     QString path;
     bool exists = false;
-    QVector<TidyDecision> decisions; ///< for each entry, and for each archive that goes
+    QVector<TidyDecision> decisions; ///< for each entry, and each archive that goes out of one
 };
 
 /** All that a run looks at, in its order. */

@@ -32,10 +32,8 @@ void TidyVerdicts::setPlan(const TidyPlan& plan)
         for (const TidyDecision& decision : folder.decisions)
             m_decisions.insert(QDir::cleanPath(decision.path), decision);
     }
-    for (auto each = m_decisions.begin(); each != m_decisions.end(); ++each) {
+    for (auto each = m_decisions.constBegin(); each != m_decisions.constEnd(); ++each) {
         const bool goes = each->action == TidyDecision::Remove;
-        if (goes && goesAbove(each.key()))
-            each->bytes = 0; // the folder that it is in has them
         for (QString above = folderOf(each.key()); !above.isEmpty(); above = folderOf(above)) {
             Sum& sum = m_sums[above];
             ++sum.entries;
@@ -112,16 +110,6 @@ QString TidyVerdicts::summary() const
     return words.arg(m_removed.isEmpty() ? sum.going : m_removed.size())
         .arg(m_removed.isEmpty() ? m_decisions.size() : sum.going)
         .arg(Look::size(sum.bytes));
-}
-
-bool TidyVerdicts::goesAbove(const QString& path) const
-{
-    for (QString above = folderOf(path); !above.isEmpty(); above = folderOf(above)) {
-        const auto decision = m_decisions.constFind(above);
-        if (decision != m_decisions.constEnd() && decision->action == TidyDecision::Remove)
-            return true;
-    }
-    return false;
 }
 
 TidyVerdict TidyVerdicts::verdict(const TidyDecision& decision) const

@@ -55,7 +55,6 @@ private:
         qint64 bytes = 0;
     };
 
-    bool goesAbove(const QString& path) const;
     TidyVerdict verdict(const TidyDecision& decision) const;
     static QString reason(const TidyDecision& decision);
     QString reasonToKeep(const TidyDecision& decision) const;
