@@ -22,7 +22,7 @@ FLOORS = [  # from the bottom
     ["src/datatable"],
     ["src/gift", "src/decoration", "src/chat", "src/presentation", "src/privilege", "src/effect"],
     ["src/startup", "src/tidy"],
-    ["src/client", "src/models"],
+    ["src/client", "src/models", "apps/signals"],
     ["apps/server", "apps/content", "apps/zglobal/console"],
     ["apps/lint", "apps/diff", "apps/inspector/host"],
     ["apps/why", "apps/publish"],

@@ -1,7 +1,9 @@
 #include "server/ContentServer.h"
 #include "support/InspectorTest.h"
+#include "support/Patience.h"
 
 #include <QLineEdit>
+#include <QProcess>
 #include <QTableView>
 #include <QTcpServer>
 
@@ -16,6 +18,7 @@ private Q_SLOTS:
     void writtenVersion();
     void serverIsGone();
     void stop();
+    void endsBySignal();
 };
 
 void tst_inspector_window::overview()
@@ -79,6 +82,25 @@ void tst_inspector_window::stop()
     click("stop");
     QVERIFY2(failure().contains(u"cancelled"_s), qPrintable(failure()));
     QVERIFY(!find<QPushButton>("stop")->isEnabled());
+}
+
+/** As by closing the window: the folder that it made for itself goes with it. */
+void tst_inspector_window::endsBySignal()
+{
+    const QDir temporary(QDir::currentPath() + u"/temporary"_s);
+    QVERIFY(temporary.mkpath(u"."_s));
+    const auto folders = [&temporary] { return temporary.entryList({u"zglobal-inspector*"_s}); };
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"TMPDIR"_s, temporary.absolutePath());
+    environment.insert(u"XDG_CONFIG_HOME"_s, QDir::currentPath());
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(ZGLOBAL_INSPECTOR), QStringList());
+    QTRY_COMPARE_WITH_TIMEOUT(folders().size(), 1, patience);
+    program.terminate();
+    QVERIFY(program.waitForFinished(-1));
+    QVERIFY(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0);
+    QCOMPARE(folders(), QStringList());
 }
 
 INSPECTOR_TEST_MAIN(tst_inspector_window)

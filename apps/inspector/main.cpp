@@ -4,6 +4,7 @@
 #include "inspector/window/MainWindow.h"
 #include "inspector/window/PageList.h"
 #include "inspector/window/Screenshots.h"
+#include "signals/Termination.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -137,6 +138,10 @@ int main(int argc, char* argv[])
     MainWindow window;
     if (takesPictures)
         Screenshots::take(window, QDir(option(line, "screenshots")).absolutePath());
+    Termination::watch([&window] {
+        window.close();
+        QCoreApplication::quit();
+    });
     window.show();
     window.host().open({option(line, "server"), option(line, "data"), option(line, "content")});
     const QString wanted = option(line, "page");

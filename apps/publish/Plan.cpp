@@ -206,7 +206,7 @@ QDateTime Plan::ageOf(const QString& path) const
 QString Plan::imitate(const PublishedTree& tree)
 {
     const QString name = tree.previewTemplate();
-    const QString cause = Disk::makeFolder(QFileInfo(name).path());
+    QString cause = Disk::makeFolder(QFileInfo(name).path());
     if (!cause.isEmpty())
         return cause;
     m_imitation = std::make_unique<QTemporaryDir>(name);
