@@ -51,7 +51,7 @@ PublishedTree::PublishedTree(const QString& folder)
 
 PublishedTree::~PublishedTree()
 {
-    if (m_lock != nullptr && m_current == 0)
+    if (m_lock != nullptr && m_lock->error().isEmpty() && m_current == 0)
         QDir().rmdir(path(QStringLiteral("releases"))); // made for a preview
     m_lock.reset();
     if (m_isMade && m_current == 0)
