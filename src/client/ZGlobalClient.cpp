@@ -293,10 +293,15 @@ Promise<ZVersionNews> ZGlobalClient::learnVersions()
                 self->m_versionsFailure.clear();
             return news;
         })
-        .fail([self](const zErrorInfo& error) -> ZVersionNews {
+        .fail([self, address](const zErrorInfo& error) -> ZVersionNews {
+            // What is no address has none to be told, but somebody has written it; a password ends
+            // with the sign.
+            const QString cause = QUrl(address).isValid()
+                ? error.message()
+                : address.section(u'@', -1) + error.message();
             if (self != nullptr)
-                self->m_versionsFailure = error.message();
-            throw zErrorInfo(QStringLiteral("the versions could not be learnt: ") + error.message(),
+                self->m_versionsFailure = cause;
+            throw zErrorInfo(QStringLiteral("the versions could not be learnt: ") + cause,
                              error.code());
         });
 }
