@@ -214,6 +214,8 @@ void ChatPage::makeStickers(Pictures& pictures)
     view->setItemDelegate(
         new NamedPictures(pictures, Stickers::PathRole, Stickers::AddressRole, stickerSize, view));
     view->setShowGrid(false);
+    view->setTabKeyNavigation(false);
+    CopiedRows::addActions(*view);
     view->horizontalHeader()->setDefaultSectionSize(stickerSize.width() + 50);
     view->verticalHeader()->setDefaultSectionSize(stickerSize.height() + 26);
     new EmptyNote(view, QStringLiteral("Doutu"));

@@ -225,6 +225,7 @@ QWidget* PagesPage::makeBanners(Pictures& pictures)
     layout->addWidget(m_leftOutTitle);
     layout->addWidget(m_leftOut);
     m_leftOut->setObjectName(QStringLiteral("leftOut"));
+    CopiedRows::addActions(*m_leftOut);
     m_leftOut->setTextElideMode(Qt::ElideRight);
     m_leftOut->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(m_leftOut, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem* item) {

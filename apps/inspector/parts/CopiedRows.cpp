@@ -85,8 +85,9 @@ void CopiedRows::addActions(QAbstractItemView& view, const Columns& columns)
         action->setShortcut(keys);
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         QObject::connect(action, &QAction::triggered, &view, [&view, columns, copy] {
-            QGuiApplication::clipboard()->setText(
-                copy(selectedRows(view), columnsOf(view, columns)));
+            const QModelIndexList rows = selectedRows(view);
+            if (!rows.isEmpty()) // or what was copied before would be lost
+                QGuiApplication::clipboard()->setText(copy(rows, columnsOf(view, columns)));
         });
         view.addAction(action);
     };

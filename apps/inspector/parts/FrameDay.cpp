@@ -4,6 +4,7 @@
 #include "decoration/ZImageFrameInfoListMgr.h"
 #include "inspector/host/ClientHost.h"
 #include "inspector/parts/Column.h"
+#include "inspector/parts/CopiedRows.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
@@ -189,6 +190,7 @@ FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
     m_view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_filter->setSourceModel(m_frames);
     m_view->setModel(m_filter);
+    CopiedRows::addActions(*m_view);
     new EmptyNote(m_view, m_frames->table());
     auto* parts = new QSplitter;
     parts->addWidget(column({m_search, m_view}));

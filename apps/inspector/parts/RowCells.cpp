@@ -1,5 +1,6 @@
 #include "inspector/parts/RowCells.h"
 
+#include "inspector/parts/CopiedRows.h"
 #include "inspector/parts/Look.h"
 #include "lint/Wording.h"
 #include "models/ZRecordModel.h"
@@ -73,6 +74,7 @@ Line lineOf(const QString& name, const Row& row, const Why::RawTable& file)
 QTableWidgetItem* item(const QString& text, const Line& line)
 {
     auto* made = new QTableWidgetItem(text);
+    made->setData(Qt::UserRole, text); // which is what is copied
     made->setToolTip(Look::toolTip(text));
     if (line.isFaulty)
         made->setForeground(Look::faultColour(QApplication::palette()));
@@ -131,6 +133,8 @@ void RowCells::prepare(QTableWidget& cells)
                                      Words::tr("in the record"), Words::tr("note")});
     cells.setEditTriggers(QAbstractItemView::NoEditTriggers);
     cells.setSelectionBehavior(QAbstractItemView::SelectRows);
+    cells.setTabKeyNavigation(false);
+    CopiedRows::addActions(cells);
     cells.verticalHeader()->hide();
     // A note may take some lines; what is longer is in the tool tip.
     cells.verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
