@@ -1,9 +1,14 @@
+#include "inspector/window/PageList.h"
 #include "server/ContentServer.h"
 #include "support/InspectorTest.h"
 #include "support/Patience.h"
 
+#include <QClipboard>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QProcess>
+#include <QSettings>
 #include <QTableView>
 #include <QTcpServer>
 
@@ -16,9 +21,16 @@ private Q_SLOTS:
     void overview();
     void brokenTable();
     void writtenVersion();
+    void everyPageByTheKeyboard();
+    void everyWidgetByTab();
+    void rowsAreCopied();
+    void secondUpdate();
+    void nextDay();
     void serverIsGone();
     void stop();
     void endsBySignal();
+    void servers_data();
+    void servers();
 };
 
 void tst_inspector_window::overview()
@@ -64,9 +76,123 @@ void tst_inspector_window::writtenVersion()
     QVERIFY(model->index(row, 2).data().toString() != u"777"_s);
 }
 
+void tst_inspector_window::everyPageByTheKeyboard()
+{
+    for (int place = 0; place < pageList().size(); ++place) {
+        const char* name = pageList().at(place).name;
+        QTest::keyClick(&window(), static_cast<Qt::Key>(Qt::Key_1 + place), Qt::ControlModifier);
+        QCOMPARE(window().current()->objectName(), QLatin1String(name));
+        QTest::keyClick(&window(), Qt::Key_F5);
+        QTest::keyClick(&window(), Qt::Key_F, Qt::ControlModifier);
+        auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        QVERIFY2(box != nullptr && window().current()->isAncestorOf(box), name);
+        QTest::keyClicks(box, u"zz \"q:1"_s);
+        QCOMPARE(box->text(), u"zz \"q:1"_s);
+        QTest::keyClick(box, Qt::Key_Escape);
+        QCOMPARE(box->text(), QString());
+    }
+}
+
+/** Views that are shown now. */
+static QVector<QAbstractItemView*> shownViews(const QWidget* page)
+{
+    QVector<QAbstractItemView*> shown;
+    const auto views = page->findChildren<QAbstractItemView*>();
+    for (QAbstractItemView* view : views) {
+        if (view->isVisible() && qobject_cast<QHeaderView*>(view) == nullptr)
+            shown.append(view);
+    }
+    return shown;
+}
+
+void tst_inspector_window::everyWidgetByTab()
+{
+    onEveryTab([this](const QString& where) {
+        const auto views = shownViews(window().current());
+        QVERIFY2(!views.isEmpty(), qPrintable(where));
+        views.first()->setFocus();
+        QSet<const QWidget*> reached;
+        for (int press = 0; press < 150; ++press) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            reached.insert(QApplication::focusWidget());
+        }
+        for (const QAbstractItemView* view : views)
+            QVERIFY2(reached.contains(view), qPrintable(where + u": "_s + view->objectName()));
+        QVERIFY2(reached.contains(window().findChild<QListWidget*>(u"pages"_s)), qPrintable(where));
+    });
+}
+
+void tst_inspector_window::rowsAreCopied()
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    onEveryTab([this, clipboard](const QString& where) {
+        const auto views = shownViews(window().current());
+        for (QAbstractItemView* view : views) {
+            if (view->model()->rowCount() == 0)
+                continue;
+            const QString input = where + u": "_s + view->objectName();
+            view->setFocus();
+            view->setCurrentIndex({});
+            view->clearSelection();
+            clipboard->setText(u"before"_s);
+            QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+            QVERIFY2(clipboard->text() == u"before"_s, qPrintable(input));
+            // Whatever a cell holds, a row stays a row.
+            view->setCurrentIndex(view->model()->index(0, 0));
+            QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+            QVERIFY2(clipboard->text() != u"before"_s && !clipboard->text().contains(u'\n'),
+                     qPrintable(input));
+            QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+            const auto json = QJsonDocument::fromJson(clipboard->text().toUtf8()).array();
+            QVERIFY2(json.size() == 1 && !json.first().toObject().isEmpty(), qPrintable(input));
+        }
+    });
+}
+
+void tst_inspector_window::secondUpdate()
+{
+    const QSignalSpy tasks(&host(), &ClientHost::sigTask);
+    host().update();
+    host().update();
+    host().reload();
+    host().tidy();
+    QCOMPARE(host().task(), u"Updating"_s);
+    waitForTask();
+    QCOMPARE(tasks.size(), 2); // its begin and its end
+    QCOMPARE(failure(), QString());
+}
+
+void tst_inspector_window::nextDay()
+{
+    window().show(u"chat"_s);
+    window().resize(1111, 777);
+    restart();
+    QCOMPARE(window().current()->objectName(), u"chat"_s);
+    QCOMPARE(window().size(), QSize(1111, 777));
+    restart([] {
+        QSettings().setValue(u"window/geometry"_s, u"large"_s);
+        QSettings().setValue(u"window/page"_s, u"a page of a later version"_s);
+    });
+    QCOMPARE(window().current()->objectName(), u"overview"_s);
+    QCOMPARE(window().size(), QSize(1280, 800));
+}
+
 void tst_inspector_window::serverIsGone()
 {
-    host().ownServer()->stop();
+    for (const TableStatus& status : ZDataTableMgr::getInstance()->getTableStatuses()) {
+        if (status.kind >= 0)
+            publish(status.table, published(status.table));
+    }
+    const QString summary = find<QLabel>("summary")->text();
+    const auto dies = connect(&host(), &ClientHost::sigProgress, this, [this](int finished) {
+        if (finished > 2)
+            host().ownServer()->stop();
+    });
+    click("update");
+    disconnect(dies);
+    QVERIFY2(!failure().isEmpty(), qPrintable(failure()));
+    QCOMPARE(find<QLabel>("summary")->text().section(u',', 0, 0), summary.section(u',', 0, 0));
+    QCOMPARE(summary.section(u',', -1), find<QLabel>("summary")->text().section(u',', -1));
     click("update");
     QVERIFY2(failure().contains(u"could not be learnt"_s), qPrintable(failure()));
     QVERIFY(window().findChild<QLabel*>(u"failure"_s)->isVisible());
@@ -101,6 +227,35 @@ void tst_inspector_window::endsBySignal()
     QVERIFY(program.waitForFinished(-1));
     QVERIFY(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0);
     QCOMPARE(folders(), QStringList());
+}
+
+void tst_inspector_window::servers_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<bool>("works");
+    QTest::newRow("slashes") << u"http://127.0.0.1:%1///"_s << true;
+    QTest::newRow("folder") << u"http://127.0.0.1:%1/nowhere"_s << false;
+    QTest::newRow("another protocol") << u"https://127.0.0.1:%1"_s << false;
+    QTest::newRow("no protocol of ours") << u"gopher://127.0.0.1:%1"_s << false;
+    QTest::newRow("no protocol") << u"127.0.0.1:%1"_s << false;
+    QTest::newRow("words") << u"the test server %1"_s << false;
+    QTest::newRow("port beyond all") << u"http://127.0.0.1:9%1"_s << false;
+}
+
+void tst_inspector_window::servers()
+{
+    QFETCH(const QString, address);
+    QFETCH(const bool, works);
+    ContentServer server;
+    QString error;
+    QVERIFY2(server.start(site(), 0, &error), qPrintable(error));
+    const QString folder = QFileInfo(site()).path() + u'/' + QLatin1String(QTest::currentDataTag());
+    host().open({address.arg(server.baseUrl().section(u':', -1)), folder, {}});
+    waitForTask();
+    QVERIFY2(failure().isEmpty() == works, qPrintable(failure()));
+    QVERIFY2(works || failure().contains(address.section(u'%', 0, 0)), qPrintable(failure()));
+    QVERIFY(find<QPushButton>("update")->isEnabled());
+    QCOMPARE(works, find<QLabel>("summary")->text().startsWith(u"34 tables, 31 loaded"_s));
 }
 
 INSPECTOR_TEST_MAIN(tst_inspector_window)

@@ -1,6 +1,9 @@
 #include "support/InspectorTest.h"
 
+#include "inspector/window/PageList.h"
+
 #include <QSettings>
+#include <QTabWidget>
 
 namespace {
 
@@ -25,16 +28,45 @@ void copyContent(const QString& from, const QString& to)
 
 void InspectorTest::initTestCase()
 {
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
                        QDir::currentPath() + u"/settings"_s);
     QCoreApplication::setOrganizationName(u"ZGlobal"_s);
     copyContent(QStringLiteral(ZGLOBAL_CONTENT), m_site);
+    open();
+}
+
+void InspectorTest::open()
+{
     m_window = std::make_unique<MainWindow>();
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     host().open({{}, {}, m_site});
     waitForTask();
     QCOMPARE(failure(), QString());
+}
+
+void InspectorTest::restart(const std::function<void()>& meanwhile)
+{
+    m_window->close();
+    m_window.reset();
+    if (meanwhile)
+        meanwhile();
+    open();
+}
+
+void InspectorTest::onEveryTab(const std::function<void(const QString& where)>& look)
+{
+    for (const PageEntry& entry : pageList()) {
+        const QString name = QString::fromLatin1(entry.name);
+        m_window->show(name);
+        auto* tabs = m_window->current()->findChild<QTabWidget*>();
+        for (int tab = 0; tab < (tabs == nullptr ? 1 : tabs->count()); ++tab) {
+            if (tabs != nullptr)
+                tabs->setCurrentIndex(tab);
+            look(tabs == nullptr ? name : name + u'/' + tabs->tabText(tab));
+        }
+    }
 }
 
 void InspectorTest::cleanupTestCase()

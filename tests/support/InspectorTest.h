@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 
 /**
@@ -42,6 +43,13 @@ protected:
     /** What is told at the foot of the window, all of it; empty while all is well. */
     QString failure() const;
 
+    /** Closes the window and opens another on the same content, as on the next day; what happens
+     *  meanwhile is between the two. */
+    void restart(const std::function<void()>& meanwhile = {});
+
+    /** Calls look() on each tab of each page; the text says which it is. */
+    void onEveryTab(const std::function<void(const QString& where)>& look);
+
     /** Clicks, and waits until the task that this begins is done. */
     void click(const char* button);
     void waitForTask();
@@ -57,6 +65,8 @@ protected:
     static QStringList column(const QAbstractItemView& view, int column);
 
 private:
+    void open();
+
     ZTestFolder m_folder;
     QString m_site = QDir::currentPath() + u"/site"_s;
     std::unique_ptr<MainWindow> m_window;
