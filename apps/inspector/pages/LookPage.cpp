@@ -99,12 +99,14 @@ void LookPage::open(const QString& thing)
         if (m_tabs->widget(tab)->objectName() != name)
             continue;
         m_tabs->setCurrentIndex(tab);
+        m_search->clear();
         const QAbstractItemModel* model = m_views.at(tab)->model();
         for (int row = 0; row < model->rowCount(); ++row) {
-            if (keyOf(model->index(row, 0)) == key)
-                m_views.at(tab)->setCurrentIndex(model->index(row, 0));
+            if (keyOf(model->index(row, 0)) != key)
+                continue;
+            m_views.at(tab)->setCurrentIndex(model->index(row, 0));
+            return;
         }
-        return;
     }
     Q_EMIT sigFailure(tr("There is no %1 on this page").arg(thing));
 }
