@@ -349,14 +349,14 @@ void ChatPage::explain()
 QString ChatPage::filled(const QString& message) const
 {
     static const QRegularExpression place(QStringLiteral("%([1-9])"));
-    const QStringList values = m_values->text().split(u',', Qt::SkipEmptyParts);
+    const QStringList values = m_values->text().split(u',');
     QString text;
     int from = 0;
     for (auto found = place.globalMatch(message); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
-        const int number = match.captured(1).toInt();
+        const QString value = values.value(match.captured(1).toInt() - 1).trimmed();
         text += message.mid(from, match.capturedStart() - from);
-        text += number <= values.size() ? values.at(number - 1).trimmed() : match.captured();
+        text += value.isEmpty() ? match.captured() : value;
         from = static_cast<int>(match.capturedEnd());
     }
     return text + message.mid(from);
