@@ -240,6 +240,13 @@ QWidget* PagesPage::makeList(bool isNew, Pictures& pictures)
     auto* banners = new ShownBanners(isNew, this);
     auto* view = new QListView;
     view->setObjectName(tableOf(isNew));
+    // A view whose current row goes takes a neighbour, which nobody has asked for.
+    connect(banners, &QAbstractItemModel::rowsAboutToBeRemoved, view,
+            [view](const QModelIndex& /*parent*/, int first, int last) {
+                const int row = view->currentIndex().row();
+                if (first <= row && row <= last)
+                    view->setCurrentIndex({});
+            });
     view->setModel(banners);
     view->setItemDelegate(new BannerDelegate(*banners, pictures, view));
     view->setAlternatingRowColors(true);
