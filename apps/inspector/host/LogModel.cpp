@@ -131,9 +131,9 @@ void LogModel::take()
     beginInsertRows({}, first, first + static_cast<int>(lines.size()) - 1);
     m_lines += lines;
     endInsertRows();
-    if (m_lines.size() <= mostLines)
+    const int forgotten = static_cast<int>(m_lines.size()) - mostLines;
+    if (forgotten < linesForgotten)
         return;
-    const int forgotten = static_cast<int>(m_lines.size()) - mostLines + linesForgotten;
     beginRemoveRows({}, 0, forgotten - 1);
     m_lines.remove(0, forgotten);
     endRemoveRows();
