@@ -19,7 +19,12 @@ class tst_inspector_chat : public InspectorTest
 private Q_SLOTS:
     void chat();
     void bubbles();
+    void manyLines();
+    void placeholders();
     void pages();
+    void anyAddress_data();
+    void anyAddress();
+    void bannersChange();
 };
 
 void tst_inspector_chat::chat()
@@ -99,6 +104,106 @@ void tst_inspector_chat::pages()
              (QStringList {u"9"_s, u"10"_s, u"11"_s}));
     const QString recharge = find<QTableView>("webpages")->model()->index(0, 6).data().toString();
     QCOMPARE(recharge, host().ownServer()->baseUrl() + u"/web/pc/recharge.html?version=27"_s);
+}
+
+void tst_inspector_chat::manyLines()
+{
+    window().show(u"chat"_s);
+    auto* text = find<QPlainTextEdit>("text");
+    QStringList lines;
+    for (int i = 0; i < 2000; ++i)
+        lines.append(i % 4 == 0 ? u"🎁代充金豆🎁"_s : i % 4 == 1 ? u""_s : u"晚安%1"_s.arg(i));
+    text->setPlainText(lines.join(u'\n'));
+    const auto* told = find<QLabel>("told");
+    QTRY_VERIFY2(told->text().startsWith(u"Lines: 2000, masked: 500, "_s)
+                     && !told->text().contains(u"to go"_s),
+                 qPrintable(told->text()));
+    const auto* view = find<QTableView>("lines");
+    QCOMPARE(view->model()->index(1996, 1).data().toString(), u"🎁*🎁"_s);
+    QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(view->currentIndex().row(), 1999);
+    // Words that are taken from the list mask no more.
+    publish(u"ChatFilterWordKey"_s, "代充金豆", "代冲金豆");
+    host().update();
+    waitForTask();
+    QTRY_VERIFY2(told->text().startsWith(u"Lines: 2000, masked: 0, "_s), qPrintable(told->text()));
+    publish(u"ChatFilterWordKey"_s, "代冲金豆", "代充金豆");
+    host().update();
+    waitForTask();
+    QTRY_VERIFY2(told->text().startsWith(u"Lines: 2000, masked: 500, "_s),
+                 qPrintable(told->text()));
+    text->clear();
+    QCOMPARE(view->model()->rowCount(), 0);
+    QTRY_COMPARE(find<QTableWidget>("masks")->rowCount(), 0);
+}
+
+void tst_inspector_chat::placeholders()
+{
+    window().show(u"chat"_s);
+    const auto* messages = find<QWidget>("messages")->findChild<QTableView*>();
+    const QVector<QPair<QString, QString>> filled {{u"小红, 小猫,9"_s, u"小红 送出 小猫 x9"_s},
+                                                   {u"小红"_s, u"小红 送出 %2 x%3"_s},
+                                                   {u"小红,,9"_s, u"小红 送出 %2 x9"_s},
+                                                   {u"%2,b,c,d"_s, u"%2 送出 b xc"_s},
+                                                   {u""_s, u"%1 送出 %2 x%3"_s}};
+    for (const auto& each : filled) {
+        find<QLineEdit>("values")->setText(each.first);
+        QCOMPARE(column(*messages, 7).at(2), each.second);
+    }
+}
+
+void tst_inspector_chat::anyAddress_data()
+{
+    QTest::addColumn<QString>("address");
+    for (const char* address :
+         {"javascript:alert(1)", "ftp://m.example.com/task/center", "//m.example.com/task/center",
+          "https://", "http:///task", ":", "/", "mailto:a@example.com", "<b>https://x</b>",
+          "https://m.example.com:99999/", "https://例子.example.com/大", "https://%zz.example/%"})
+        QTest::newRow(address) << QString::fromUtf8(address);
+    QTest::newRow("long") << u"https://m.example.com/"_s + QString(20000, u'a');
+}
+
+void tst_inspector_chat::anyAddress()
+{
+    QFETCH(const QString, address);
+    window().show(u"pages"_s);
+    auto* box = find<QLineEdit>("question");
+    box->setText(address);
+    QTest::keyClick(box, Qt::Key_Return);
+    const auto* answer = find<QTextBrowser>("explanation");
+    QTRY_VERIFY2(answer->toPlainText().contains(u" opens "_s), qPrintable(answer->toPlainText()));
+    QVERIFY(answer->toPlainText().contains(address.left(1000)));
+}
+
+void tst_inspector_chat::bannersChange()
+{
+    const QString table = u"CS_BannerConfig"_s;
+    const QByteArray whole = published(table);
+    const auto publishRows = [&](const QByteArray& rows) {
+        publish(table, tableBytes(statusOf(table), u"required"_s, jsonOf(rows)));
+        host().update();
+        waitForTask();
+        QCOMPARE(failure(), QString());
+    };
+    publishRows("[{'id': 31, 'weight': 5}, {'id': 30, 'weight': 5}, {'id': 32, 'weight': 1}]");
+    window().show(u"pages"_s);
+    auto* banners = find<QListView>("CS_BannerConfig");
+    const auto first = [banners](int row) {
+        return banners->model()->index(row, 0).data(Qt::UserRole).toInt();
+    };
+    QCOMPARE((QVector<int> {first(0), first(1), first(2)}), (QVector<int> {32, 31, 30}));
+    QTest::mouseClick(banners->viewport(), Qt::LeftButton, {},
+                      banners->visualRect(banners->model()->index(1, 0)).center());
+    auto* box = find<QLineEdit>("question");
+    QCOMPARE(box->text(), u"31"_s);
+    // What somebody asks stays when the banner that was chosen goes.
+    box->setText(u"https://m.example.com/x"_s);
+    publishRows("[{'id': 30, 'weight': 5}, {'id': 32, 'weight': 1}]");
+    QCOMPARE(banners->model()->rowCount(), 2);
+    QCOMPARE(box->text(), u"https://m.example.com/x"_s);
+    publish(table, whole);
+    host().update();
+    waitForTask();
 }
 
 INSPECTOR_TEST_MAIN(tst_inspector_chat)

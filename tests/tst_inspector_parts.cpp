@@ -1,4 +1,5 @@
 #include "chat/ZSensitiveWordsInfoListMgr.h"
+#include "inspector/host/LogModel.h"
 #include "inspector/parts/AnimatedPng.h"
 #include "inspector/parts/CacheScan.h"
 #include "inspector/parts/ChangeMarks.h"
@@ -106,6 +107,7 @@ private Q_SLOTS:
     void damagedAnimation();
     void spaceBySize();
     void linesOfAnything();
+    void log();
 };
 
 void tst_inspector_parts::initTestCase()
@@ -550,6 +552,36 @@ void tst_inspector_parts::linesOfAnything()
     QCOMPARE(lines.index(4999, ChatLines::Shown).data().toString(), u"晚安"_s);
     lines.setLines({});
     QCOMPARE(lines.rowCount(), 0);
+}
+
+static void keepSilent(QtMsgType /*type*/, const QMessageLogContext& /*from*/,
+                       const QString& /*text*/)
+{
+}
+
+void tst_inspector_parts::log()
+{
+    const QtMessageHandler before = qInstallMessageHandler(&keepSilent);
+    {
+        LogModel log;
+        const Tester tester(&log, Tester::FailureReportingMode::QtTest);
+        const std::unique_ptr<QThread> other(QThread::create([] {
+            for (int i = 0; i < 12000; ++i)
+                qDebug("other %d", i);
+        }));
+        other->start();
+        for (int i = 0; i < 12000; ++i)
+            qWarning("line %d", i);
+        other->wait();
+        qCritical("two\nlines");
+        const auto last = [&log] { return log.rowCount() - 1; };
+        QTRY_COMPARE(log.index(last(), LogModel::Text).data().toString(), u"two\nlines"_s);
+        QCOMPARE(log.index(last(), LogModel::Severity).data(LogModel::valueRole).toInt(), 3);
+        QVERIFY2(log.rowCount() >= 20000 && log.rowCount() < 24000,
+                 qPrintable(QString::number(log.rowCount())));
+        QVERIFY(log.index(0, LogModel::Text).data().toString() != u"line 0"_s);
+    }
+    QVERIFY(qInstallMessageHandler(before) == &keepSilent);
 }
 
 int main(int argc, char** argv)

@@ -4,9 +4,12 @@
 
 #include <QCheckBox>
 #include <QClipboard>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTableWidget>
+#include <QTextBrowser>
 #include <QTextDocument>
 
 /** The tables' records beside the rows of their files. */
@@ -21,6 +24,20 @@ private Q_SLOTS:
     void lostRows();
     void filesAreReadOnce();
     void markupIsText();
+    void nothingOfThatName_data();
+    void nothingOfThatName();
+    void columnsOfEachTable();
+    void anyTable_data();
+    void anyTable();
+    void reloadKeepsThePlace();
+    void manyRows();
+
+private:
+    void update()
+    {
+        host().update();
+        waitForTask();
+    }
 };
 
 void tst_inspector_tables::tableRow()
@@ -136,6 +153,173 @@ void tst_inspector_tables::markupIsText()
         QVERIFY2(tip.toPlainText().contains(cell->text()), qPrintable(cell->toolTip()));
     }
     box->clear();
+}
+
+void tst_inspector_tables::nothingOfThatName_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("thing");
+    QTest::newRow("table") << u"tables"_s << u"CS_Nothing"_s;
+    QTest::newRow("record") << u"tables"_s << u"CS_GiftList/G9"_s;
+    QTest::newRow("key with a slash") << u"tables"_s << u"CS_GiftList/G1014/2"_s;
+    QTest::newRow("medal") << u"people"_s << u"medal/99999"_s;
+    QTest::newRow("frame") << u"people"_s << u"frame/x"_s;
+    QTest::newRow("shelf") << u"people"_s << u"hat/1"_s;
+    QTest::newRow("rank") << u"look"_s << u"nobility/99"_s;
+    QTest::newRow("part") << u"look"_s << u"hat/1"_s;
+    QTest::newRow("file") << u"cache"_s << u"res/nothing"_s;
+    QTest::newRow("gift") << u"gifts"_s << u"G9"_s;
+    QTest::newRow("banner") << u"pages"_s << u"99999"_s;
+    QTest::newRow("mark-up") << u"gifts"_s << u"<b>%1&amp;</b>"_s;
+}
+
+void tst_inspector_tables::nothingOfThatName()
+{
+    QFETCH(const QString, page);
+    QFETCH(const QString, thing);
+    update();
+    QCOMPARE(failure(), QString());
+    window().show(page, thing);
+    if (page == u"cache") { // which is being read
+        QTRY_VERIFY(find<QTableView>("entries")->model()->rowCount() > 0);
+        window().show(page, thing);
+    }
+    const auto* answer = window().current()->findChild<QTextBrowser*>(u"explanation"_s);
+    const auto told = [&] {
+        return page == u"gifts" || page == u"pages" ? answer->toPlainText() : failure();
+    };
+    QTRY_VERIFY2(told().contains(thing), qPrintable(told()));
+}
+
+void tst_inspector_tables::columnsOfEachTable()
+{
+    window().show(u"tables"_s, u"CS_GiftList"_s);
+    QHeaderView* header = find<QTableView>("records")->horizontalHeader();
+    header->moveSection(4, 0);
+    header->resizeSection(2, 133);
+    window().show(u"tables"_s, u"CS_MedalList"_s);
+    QCOMPARE(header->visualIndex(4), 4);
+    QVERIFY(header->sectionSize(2) != 133);
+    window().show(u"tables"_s, u"CS_GiftList"_s);
+    QCOMPARE(header->visualIndex(4), 0);
+    QCOMPARE(header->sectionSize(2), 133);
+    header->moveSection(0, 4);
+}
+
+void tst_inspector_tables::anyTable_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("isTaken");
+    QTest::addColumn<int>("records");
+    const TableStatus medals = statusOf(u"CS_MedalList"_s);
+    const auto table = [&medals](const QByteArray& rows) {
+        return tableBytes(medals, u"*"_s, jsonOf(rows));
+    };
+    QTest::newRow("empty") << QByteArray() << false << 0;
+    QTest::newRow("text") << QByteArray("<html>not found</html>") << false << 0;
+    QTest::newRow("cut off") << published(medals.table).left(400) << false << 0;
+    QTest::newRow("columns alone") << table("[]") << true << 0;
+    QTest::newRow("one row") << table("[{'medalId': '7'}]") << true << 1;
+}
+
+void tst_inspector_tables::anyTable()
+{
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const bool, isTaken);
+    QFETCH(const int, records);
+    const QString medals = u"CS_MedalList"_s;
+    const QByteArray whole = published(medals);
+    window().show(u"tables"_s, medals);
+    const auto* view = find<QTableView>("records");
+    const int before = view->model()->rowCount();
+    QVERIFY(before > 2);
+    publish(medals, bytes);
+    update();
+    QVERIFY2(isTaken ? failure().isEmpty() : failure().contains(medals), qPrintable(failure()));
+    QVERIFY2(!failure().contains(u'\n'), qPrintable(failure())); // the others are well
+    QCOMPARE(view->model()->rowCount(), isTaken ? records : before);
+    QTest::keyClick(&window(), Qt::Key_F5);
+    publish(medals, whole);
+    update();
+    QCOMPARE(failure(), QString());
+    QCOMPARE(view->model()->rowCount(), before);
+}
+
+/** Gifts G0000 to G0299 in some order, and what else is wanted. */
+static QJsonArray gifts(int first, int last, int step)
+{
+    QJsonArray rows;
+    for (int i = first; i != last; i += step)
+        rows.append(QJsonObject {{u"giftId"_s, u"G%1"_s.arg(i, 4, 10, QChar(u'0'))},
+                                 {u"giftName"_s, u"gift %1"_s.arg(i)},
+                                 {u"price"_s, i * 37 % 1000},
+                                 {u"valid"_s, true}});
+    return rows;
+}
+
+void tst_inspector_tables::reloadKeepsThePlace()
+{
+    const QString table = u"CS_GiftList"_s;
+    const QByteArray whole = published(table);
+    publish(table, tableBytes(statusOf(table), u"*"_s, gifts(0, 300, 1)));
+    update();
+    window().show(u"tables"_s, table + u"/G0150"_s);
+    auto* view = find<QTableView>("records");
+    auto* box = find<QLineEdit>("search");
+    box->setText(u"giftid:G0"_s);
+    view->sortByColumn(3, Qt::DescendingOrder);
+    view->scrollTo(view->currentIndex(), QAbstractItemView::PositionAtCenter);
+    const int scrolled = view->verticalScrollBar()->value();
+    QVERIFY(scrolled > 0);
+
+    QJsonArray now = gifts(309, -1, -1);
+    for (int i = 0; i < 10; ++i)
+        now.removeAt(now.size() - 11);
+    now.append(QJsonObject {{u"giftId"_s, u"H1"_s}, {u"valid"_s, true}});
+    publish(table, tableBytes(statusOf(table), u"*"_s, now));
+    update();
+    QCOMPARE(box->text(), u"giftid:G0"_s);
+    QCOMPARE(view->model()->rowCount(), 300);
+    QVERIFY(!column(*view, 2).contains(u"H1"_s) && !column(*view, 2).contains(u"G0010"_s));
+    const QStringList prices = column(*view, 3);
+    QVERIFY(std::is_sorted(prices.begin(), prices.end(), [](const QString& a, const QString& b) {
+        return a.toInt() > b.toInt();
+    }));
+    QCOMPARE(view->currentIndex().siblingAtColumn(2).data().toString(), u"G0150"_s);
+    QVERIFY(view->selectionModel()->isRowSelected(view->currentIndex().row(), {}));
+    QCOMPARE(view->selectionModel()->selectedRows().size(), 1);
+    QCOMPARE(view->verticalScrollBar()->value(), scrolled);
+    QVERIFY(find<QLabel>("changes")->text().startsWith(u"300 of 301 rows"_s));
+    const auto* cells = find<QTableWidget>("cells");
+    QTRY_VERIFY(!cells->findItems(u"\"gift 150\""_s, Qt::MatchExactly).isEmpty());
+    box->clear();
+    view->sortByColumn(-1, Qt::AscendingOrder);
+    publish(table, whole);
+    update();
+}
+
+void tst_inspector_tables::manyRows()
+{
+    const QString table = u"CS_GiftList"_s;
+    const QByteArray whole = published(table);
+    publish(table, tableBytes(statusOf(table), u"*"_s, gifts(0, 20000, 1)));
+    update();
+    QCOMPARE(failure(), QString());
+    window().show(u"tables"_s, table + u"/G19999"_s);
+    auto* view = find<QTableView>("records");
+    QCOMPARE(view->model()->rowCount(), 20000);
+    QCOMPARE(view->currentIndex().row(), 19999);
+    QTest::keyClick(&window(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(QApplication::focusWidget(), u"19998"_s);
+    QCOMPARE(column(*view, 2), QStringList {u"G19998"_s});
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text().count(u'\n'), 19999);
+    publish(table, whole);
+    update();
+    QCOMPARE(failure(), QString());
 }
 
 INSPECTOR_TEST_MAIN(tst_inspector_tables)
