@@ -188,7 +188,8 @@ void tst_inspector_tables::nothingOfThatName()
     const auto told = [&] {
         return page == u"gifts" || page == u"pages" ? answer->toPlainText() : failure();
     };
-    QTRY_VERIFY2(told().contains(thing), qPrintable(told()));
+    const QString name = page == u"tables" ? thing.section(u'/', 1) : thing;
+    QTRY_VERIFY2(told().contains(name) && !told().isEmpty(), qPrintable(told()));
 }
 
 void tst_inspector_tables::columnsOfEachTable()
