@@ -1,4 +1,5 @@
 #include "inspector/parts/RawTables.h"
+#include "models/ZTableModel.h"
 #include "support/InspectorTest.h"
 #include "why/RawTable.h"
 
@@ -82,10 +83,19 @@ void tst_inspector_tables::search()
 void tst_inspector_tables::changeIsHighlighted()
 {
     publish(u"CS_GiftList"_s, "\"星光皇冠\"", "\"月光皇冠\"");
+    publish(u"CS_MedalList"_s, "\"年度贡献\"", "\"年度之星\"");
     window().show(u"tables"_s, u"CS_GiftList/G1014"_s);
     const auto* view = find<QTableView>("records");
     window().show(u"overview"_s);
+    const auto changed = [this] {
+        const auto* tables = find<QTableView>("tables");
+        QStringList changes = column(*tables, ZTableModel::ColumnCount);
+        changes.removeAll(QString());
+        return changes;
+    };
     click("update");
+    QCOMPARE(changed(),
+             (QStringList {u"1 new or changed, 0 gone"_s, u"1 new or changed, 0 gone"_s}));
     window().show(u"tables"_s);
     const QModelIndex name = view->currentIndex().siblingAtColumn(4);
     QCOMPARE(name.data().toString(), u"月光皇冠"_s);
@@ -93,6 +103,21 @@ void tst_inspector_tables::changeIsHighlighted()
     QVERIFY(!name.siblingAtColumn(3).data(Qt::BackgroundRole).isValid());
     QVERIFY(!name.siblingAtRow(0).data(Qt::BackgroundRole).isValid());
     QVERIFY(find<QLabel>("changes")->text().endsWith(u"1 new or changed, 0 gone"_s));
+    // Of a table that nobody looked at, too; and until the next load.
+    window().show(u"tables"_s, u"CS_MedalList/13"_s);
+    const QModelIndex medal = view->currentIndex();
+    const auto isMarked = [medal] {
+        for (int cell = 0; cell < medal.model()->columnCount(); ++cell) {
+            if (medal.siblingAtColumn(cell).data(Qt::BackgroundRole).isValid())
+                return true;
+        }
+        return false;
+    };
+    QVERIFY(isMarked());
+    window().show(u"overview"_s);
+    click("reload");
+    QCOMPARE(changed(), QStringList());
+    QVERIFY(!isMarked());
 }
 
 void tst_inspector_tables::lostRows()

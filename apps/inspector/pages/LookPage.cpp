@@ -100,6 +100,8 @@ void LookPage::open(const QString& thing)
             continue;
         m_tabs->setCurrentIndex(tab);
         m_search->clear();
+        if (key.isEmpty())
+            return;
         const QAbstractItemModel* model = m_views.at(tab)->model();
         for (int row = 0; row < model->rowCount(); ++row) {
             if (keyOf(model->index(row, 0)) != key)
@@ -113,7 +115,7 @@ void LookPage::open(const QString& thing)
 
 QVector<Page::Scene> LookPage::scenes()
 {
-    return {{QStringLiteral("look"), [this] { open(QStringLiteral("skin/7")); }},
+    return {{QStringLiteral("look"), [this] { open(QStringLiteral("skin")); }},
             {QStringLiteral("look-nobility"), [this] { open(QStringLiteral("nobility/6")); }},
             {QStringLiteral("look-flash"),
              [this] {

@@ -1,10 +1,12 @@
 #include "inspector/pages/OverviewPage.h"
 
 #include "inspector/host/ClientHost.h"
+#include "inspector/parts/DerivedColumn.h"
 #include "inspector/parts/FilterModel.h"
 #include "inspector/parts/RecordView.h"
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/ShownTables.h"
+#include "inspector/parts/TableChanges.h"
 #include "inspector/parts/TrafficPlot.h"
 
 #include <QHBoxLayout>
@@ -30,6 +32,12 @@ QPushButton* button(const QString& name, const QString& text, const QString& hin
 OverviewPage::OverviewPage(const Inspected& inspected, QWidget* parent)
     : Page(parent)
     , m_tables(new ShownTables(this))
+    , m_shown(new DerivedColumn(
+          m_tables, tr("changed by the last load"),
+          [this, &changes = inspected.changes](int row) {
+              return changes.words(m_tables->tables().status(row).table);
+          },
+          this))
     , m_filter(new FilterModel(this))
     , m_view(new RecordView)
     , m_summary(new QLabel)
@@ -45,6 +53,7 @@ OverviewPage::OverviewPage(const Inspected& inspected, QWidget* parent)
         m_view->fitColumns();
     });
     connect(m_tables, &QAbstractItemModel::dataChanged, this, &OverviewPage::count);
+    connect(&inspected.changes, &TableChanges::sigLoaded, m_shown, &DerivedColumn::tellChange);
     auto* ageing = new QTimer(this);
     connect(ageing, &QTimer::timeout, m_view->viewport(), QOverload<>::of(&QWidget::update));
     ageing->start(agedEvery);
@@ -96,7 +105,7 @@ QWidget* OverviewPage::makeTop(ClientHost& host)
 
 void OverviewPage::makeView()
 {
-    m_filter->setSourceModel(m_tables);
+    m_filter->setSourceModel(m_shown);
     m_view->setObjectName(QStringLiteral("tables"));
     m_view->setModel(m_filter);
     m_view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
@@ -104,7 +113,10 @@ void OverviewPage::makeView()
     for (const int column : {ZTableModel::Kind, ZTableModel::Loader, ZTableModel::AtStart,
                              ZTableModel::Path, ZTableModel::LastFault})
         m_view->hideColumn(column);
-    m_view->horizontalHeader()->setStretchLastSection(true);
+    QHeaderView* header = m_view->horizontalHeader();
+    header->moveSection(header->visualIndex(ZTableModel::ColumnCount),
+                        header->visualIndex(ZTableModel::Manager));
+    header->setStretchLastSection(true);
     m_view->setToolTip(tr("Enter or a double click shows the records; a double click on a version "
                           "writes another"));
     connect(m_view, &QAbstractItemView::activated, this, [this](const QModelIndex& index) {

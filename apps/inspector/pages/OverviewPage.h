@@ -2,6 +2,7 @@
 
 #include "inspector/parts/Page.h"
 
+class DerivedColumn;
 class FilterModel;
 class QLabel;
 class RecordView;
@@ -23,6 +24,7 @@ private:
     void count();
 
     ShownTables* m_tables;
+    DerivedColumn* m_shown;
     FilterModel* m_filter;
     RecordView* m_view;
     QLabel* m_summary;

@@ -10,6 +10,7 @@
 #include "inspector/parts/RowCells.h"
 #include "inspector/parts/SearchBox.h"
 #include "inspector/parts/ShownTables.h"
+#include "inspector/parts/TableChanges.h"
 #include "models/ZRecordModel.h"
 #include "why/Subjects.h"
 
@@ -39,11 +40,10 @@ QString faultOf(const Why::RawTable* file)
 TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     : Page(parent)
     , m_files(inspected.files)
+    , m_changes(inspected.changes)
     , m_tables(new ShownTables(this))
     , m_shownTables(new FilterModel(this))
     , m_tableView(new RecordView)
-    , m_records(new ZRecordModel(this))
-    , m_changes(new ChangeMarks(this))
     , m_filter(new FilterModel(this))
     , m_view(new RecordView)
     , m_lost(new LostRows(this))
@@ -69,6 +69,7 @@ TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
         if (table == m_records->table())
             readFile();
     });
+    connect(&m_changes, &TableChanges::sigLoaded, this, &TablesPage::tellChanges);
     TablesPage::open(QStringLiteral("CS_GiftList"));
 }
 
@@ -130,8 +131,6 @@ QWidget* TablesPage::makeTables()
 
 QWidget* TablesPage::makeRecords()
 {
-    m_changes->setSourceModel(m_records);
-    m_filter->setSourceModel(m_changes);
     m_view->setObjectName(QStringLiteral("records"));
     m_view->setModel(m_filter);
     m_told->setObjectName(QStringLiteral("changes"));
@@ -169,11 +168,14 @@ QWidget* TablesPage::makeRow()
 
 void TablesPage::showTable(const QString& table)
 {
-    if (table == m_records->table() || table.isEmpty())
+    ZRecordModel* records = m_changes.records(table);
+    if (records == nullptr || records == m_records)
         return;
+    m_records = records;
+    m_marks = m_changes.marks(table);
     m_search->clear();
     m_wanted.clear();
-    m_records->setTable(table);
+    m_filter->setSourceModel(m_marks);
     m_view->keepColumns(table);
     readFile();
     tellChanges();
@@ -183,7 +185,7 @@ void TablesPage::select(const QString& key)
 {
     m_search->clear();
     const int row = m_records->rowOf(key);
-    const QModelIndex record = m_changes->mapFromSource(m_records->index(row, 0));
+    const QModelIndex record = m_marks->mapFromSource(m_records->index(row, 0));
     const QModelIndex shown = m_filter->mapFromSource(record);
     m_view->setCurrentIndex(shown);
     m_view->scrollTo(shown);
@@ -239,7 +241,7 @@ void TablesPage::showLostRow()
 void TablesPage::showRow()
 {
     const QModelIndex shown = m_view->currentIndex();
-    const int row = m_changes->mapToSource(m_filter->mapToSource(shown)).row();
+    const int row = m_marks->mapToSource(m_filter->mapToSource(shown)).row();
     if (m_file == nullptr || row < 0) {
         m_cells->setRowCount(0);
         const QString fault = faultOf(m_file.get());
@@ -253,9 +255,8 @@ void TablesPage::showRow()
 void TablesPage::tellChanges()
 {
     QString words = tr("%1 of %2 rows").arg(m_filter->rowCount()).arg(m_records->rowCount());
-    if (m_changes->marked() > 0 || m_changes->gone() > 0)
-        words += tr("; by loads since: %1 new or changed, %2 gone")
-                     .arg(m_changes->marked())
-                     .arg(m_changes->gone());
+    const QString changes = m_changes.words(m_records->table());
+    if (!changes.isEmpty())
+        words += tr("; by the last load: %1").arg(changes);
     m_told->setText(words);
 }

@@ -14,6 +14,7 @@ class RawTables;
 class RecordView;
 class SearchBox;
 class ShownTables;
+class TableChanges;
 class ZRecordModel;
 namespace Why {
 class RawTable;
@@ -48,11 +49,12 @@ private:
     void tellChanges();
 
     RawTables& m_files;
+    TableChanges& m_changes;
     ShownTables* m_tables;
     FilterModel* m_shownTables;
     RecordView* m_tableView;
-    ZRecordModel* m_records;
-    ChangeMarks* m_changes;
+    ZRecordModel* m_records = nullptr; // those of the table that is shown
+    ChangeMarks* m_marks = nullptr;
     FilterModel* m_filter;
     RecordView* m_view;
     LostRows* m_lost;

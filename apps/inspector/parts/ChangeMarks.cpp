@@ -40,6 +40,15 @@ QVariant ChangeMarks::data(const QModelIndex& index, int role) const
     return QIdentityProxyModel::data(index, role);
 }
 
+void ChangeMarks::forget()
+{
+    const bool isAnyMarked = marked() > 0;
+    clear();
+    if (isAnyMarked)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
+                           {Qt::BackgroundRole});
+}
+
 int ChangeMarks::marked() const
 {
     return static_cast<int>(std::count_if(

@@ -6,7 +6,7 @@
 
 /**
  * The same model with its last changes highlighted: rows that came in, cells that are others now.
- * They stay so until the model is reset.
+ * They stay so until they are to be forgotten, or the model is reset.
  */
 class ChangeMarks : public QIdentityProxyModel
 {
@@ -17,6 +17,8 @@ public:
 
     void setSourceModel(QAbstractItemModel* model) override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+    void forget();
 
     /** How many rows are highlighted, and how many have gone. */
     int marked() const;

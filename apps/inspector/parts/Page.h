@@ -10,6 +10,7 @@ class ClientHost;
 class LogModel;
 class Pictures;
 class RawTables;
+class TableChanges;
 class TrafficMeter;
 
 /** What all pages show something of. */
@@ -20,6 +21,7 @@ struct Inspected
     TrafficMeter& traffic;
     Pictures& pictures;
     RawTables& files;
+    TableChanges& changes;
 };
 
 /** A page of the window. It knows the models that it shows, and no other page. */

@@ -94,7 +94,7 @@ Page* MainWindow::page(const QString& name)
     if (auto* made = qobject_cast<Page*>(m_pages->widget(place)))
         return made;
     Page* page =
-        pageList().at(place).make({m_host, m_log, m_traffic, m_pictures, m_files}, nullptr);
+        pageList().at(place).make({m_host, m_log, m_traffic, m_pictures, m_files, m_changes}, nullptr);
     page->setObjectName(name);
     connect(page, &Page::sigOpen, this,
             [this](const QString& other, const QString& thing) { show(other, thing); });

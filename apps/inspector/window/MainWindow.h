@@ -6,6 +6,7 @@
 #include "inspector/parts/Page.h"
 #include "inspector/parts/Pictures.h"
 #include "inspector/parts/RawTables.h"
+#include "inspector/parts/TableChanges.h"
 
 #include <QMainWindow>
 
@@ -46,6 +47,7 @@ private:
     TrafficMeter m_traffic;
     Pictures m_pictures;
     RawTables m_files;
+    TableChanges m_changes {m_host};
     QListWidget* m_list;
     QStackedWidget* m_pages;
     StatusStrip* m_status;
