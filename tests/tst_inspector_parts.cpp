@@ -1,4 +1,5 @@
 #include "chat/ZSensitiveWordsInfoListMgr.h"
+#include "datatable/ZDataTableMgr.h"
 #include "inspector/host/LogModel.h"
 #include "inspector/parts/AnimatedPng.h"
 #include "inspector/parts/CacheScan.h"
@@ -11,8 +12,10 @@
 #include "inspector/parts/RecordView.h"
 #include "inspector/parts/SpaceLayout.h"
 #include "inspector/parts/TimeSlider.h"
+#include "models/ZRecordModel.h"
 #include "support/FolderTest.h"
 #include "support/Literals.h"
+#include "support/Tables.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -92,6 +95,7 @@ private Q_SLOTS:
     void search_data();
     void search();
     void marksOfChanges();
+    void marksOfManyChanges();
     void columnBehindTheOthers();
     void columnsAreKept();
     void columnsOfAnotherDay_data();
@@ -198,6 +202,41 @@ void tst_inspector_parts::marksOfChanges()
     }
     model.clear();
     QCOMPARE(marks.marked() + marks.gone(), 0);
+}
+
+/** Every second row changes, of as many as a large table has, under a view sorted by what does. */
+void tst_inspector_parts::marksOfManyChanges()
+{
+    constexpr int rows = 30000;
+    const auto publish = [](int turn) {
+        QJsonArray gifts;
+        for (int row = 0; row < rows; ++row)
+            gifts.append(QJsonObject {{u"giftId"_s, QString::number(row)},
+                                      {u"price"_s, row % 2 == 0 ? row : rows * turn - row},
+                                      {u"valid"_s, true}});
+        const TableStatus status = statusOf(u"CS_GiftList"_s);
+        ZTestFolder::write(status.path, tableBytes(status, u"*"_s, gifts));
+        return ZDataTableMgr::getInstance()->loadTable(EDataTable::CS_GiftList);
+    };
+    QVERIFY(publish(1));
+    ZRecordModel records(u"CS_GiftList"_s);
+    const int price = records.columnOf(u"price"_s);
+    ChangeMarks marks;
+    marks.setSourceModel(&records);
+    FilterModel sorted;
+    sorted.setSourceModel(&marks);
+    sorted.sort(price);
+    QSignalSpy orders(&sorted, &QAbstractItemModel::layoutChanged);
+    QVERIFY(publish(2));
+    QCOMPARE(orders.size(), 1);
+    QCOMPARE(marks.marked(), rows / 2);
+    for (int row = 0; row < rows; ++row) {
+        const auto isMarked = [&](int column) {
+            return marks.index(row, column).data(Qt::BackgroundRole).isValid();
+        };
+        QCOMPARE(isMarked(price), row % 2 != 0);
+        QVERIFY(!isMarked(price - 1) && !isMarked(price + 1));
+    }
 }
 
 void tst_inspector_parts::columnBehindTheOthers()

@@ -175,6 +175,12 @@ void tst_models::reload_data()
     }
     QTest::newRow("many gone") << many.trimmed() << half.trimmed()
                                << QStringList {u"order"_s, u"remove 200-399"_s};
+    QTest::newRow("many changed") << many.trimmed()
+                                  << many.trimmed()
+                                         .replace(u"1:"_s, u"1:7"_s)
+                                         .replace(u"3:"_s, u"3:7"_s)
+                                         .replace(u"5:"_s, u"5:7"_s)
+                                  << QStringList {u"change 1-395"_s};
     QTest::newRow("many come") << half.trimmed() << many.trimmed()
                                << QStringList {u"insert 200-399"_s, u"order"_s};
 }

@@ -58,4 +58,13 @@ struct RowRun
         }
         return runs;
     }
+
+    /** One over all of them where they are too many. */
+    static QVector<RowRun> joined(const QVector<RowRun>& runs, int most)
+    {
+        if (runs.size() <= most)
+            return runs;
+        const RowRun& last = runs.last();
+        return {{runs.first().first, last.first + last.count - runs.first().first}};
+    }
 };

@@ -142,6 +142,8 @@ QVariant ZRecordModel::data(const QModelIndex& index, int role) const
         const auto compute = m_computed.value(role - firstComputedRole);
         return compute ? compute(index.row()) : QVariant();
     }
+    if (role == ChangedRole)
+        return hasChanged(index.row(), index.column());
     const bool ofColumn = role >= FirstColumnRole && role < FirstColumnRole + columnCount();
     if (!ofColumn && role != ValueRole && role != Qt::DisplayRole && role != Qt::TextAlignmentRole)
         return {};
@@ -176,6 +178,7 @@ QHash<int, QByteArray> ZRecordModel::roleNames() const
 {
     QHash<int, QByteArray> names = QAbstractTableModel::roleNames();
     names.insert(ValueRole, "value");
+    names.insert(ChangedRole, "changed");
     for (auto place = m_places.begin(); place != m_places.end(); ++place)
         names.insert(FirstColumnRole + place.value(), place.key().toUtf8());
     for (int i = 0; i < m_computedNames.size(); ++i)
@@ -199,7 +202,7 @@ int ZRecordModel::addRole(const QByteArray& name, const std::function<QVariant(i
 void ZRecordModel::tellChanges(const QVector<bool>& changed, int role)
 {
     const auto runs = RowRun::where(rowCount(), [&](int row) { return changed.at(row); });
-    for (const RowRun& run : runs)
+    for (const RowRun& run : RowRun::joined(runs, mostRuns))
         Q_EMIT dataChanged(index(run.first, 0), index(run.first + run.count - 1, columnCount() - 1),
                            {role});
 }
@@ -283,26 +286,20 @@ void ZRecordModel::reorder(const Records& records)
 
 void ZRecordModel::takeChanged(const TableSnapshot& snapshot)
 {
-    const TableDeclaration& table = m_entry->reader.declaration();
-    const TableSnapshot before = m_snapshot; // what has just come in is in both
-    const auto differs = [&](int row, int column) {
-        const void* old = before.records.at(row);
-        const void* now = snapshot.records.at(row);
-        return old != now && table.compare(old, now, m_columns.at(column)) != 0;
-    };
+    m_before = m_snapshot; // what has just come in is in both
+    m_snapshot = snapshot;
     const auto changed = RowRun::where(rowCount(), [&](int row) {
         for (int column = 0; column < columnCount(); ++column) {
-            if (differs(row, column))
+            if (hasChanged(row, column))
                 return true;
         }
         return false;
     });
-    m_snapshot = snapshot;
-    for (const RowRun& run : changed) {
+    for (const RowRun& run : RowRun::joined(changed, mostRuns)) {
         const int last = run.first + run.count - 1;
         const auto holds = [&](int column) {
             for (int row = run.first; row <= last; ++row) {
-                if (differs(row, column))
+                if (hasChanged(row, column))
                     return true;
             }
             return false;
@@ -311,4 +308,14 @@ void ZRecordModel::takeChanged(const TableSnapshot& snapshot)
         Q_EMIT dataChanged(index(run.first, columns.first().first),
                            index(last, columns.last().first + columns.last().count - 1));
     }
+    m_before = {};
+}
+
+bool ZRecordModel::hasChanged(int row, int column) const
+{
+    if (row >= m_before.records.size())
+        return false;
+    const void* old = m_before.records.at(row);
+    const void* now = m_snapshot.records.at(row);
+    return old != now && m_entry->reader.declaration().compare(old, now, m_columns.at(column)) != 0;
 }

@@ -22,9 +22,11 @@ struct TableEntry;
  *
  * A load through ZDataTableMgr is told row by row: rows are matched by the table's key, the first
  * of one key with the first, and those of a table without one by all they hold. What goes is
- * removed, what stays keeps its persistent indexes, what is new inserted, what differs changed. A
- * load that fails changes nothing, nor does one of equal records. Between two loads the model holds
- * the manager's records without a copy and reads a value when it is asked for.
+ * removed, what stays keeps its persistent indexes, what is new inserted, what differs changed:
+ * where more than a hundred stretches of rows differ, as one over all of them, in which ChangedRole
+ * tells the values that do. A load that fails changes nothing, nor does one of equal records.
+ * Between two loads the model holds the manager's records without a copy and reads a value when it
+ * is asked for.
  *
  * GUI thread only, like the managers.
  */
@@ -36,7 +38,8 @@ class ZGLOBALMODELS_EXPORT ZRecordModel : public QAbstractTableModel
 public:
     enum Role {
         ValueRole = Qt::UserRole, ///< in the type of the record's field, for sorting
-        FirstColumnRole,          ///< of column 0; those of the others follow, in their order
+        ChangedRole,     ///< while dataChanged is told: whether the load made another value of it
+        FirstColumnRole, ///< of column 0; those of the others follow, in their order
     };
 
     explicit ZRecordModel(QObject* parent = nullptr);
@@ -98,12 +101,14 @@ private:
     void insert(int first, int count, const Records& records);
     void reorder(const Records& records);
     void takeChanged(const TableSnapshot& snapshot);
+    bool hasChanged(int row, int column) const;
 
     QString m_table;
     const TableEntry* m_entry = nullptr;
     QVector<int> m_columns; // their places in the schema
     QHash<QString, int> m_places;
     TableSnapshot m_snapshot;
+    TableSnapshot m_before; // while changes are told
     QVector<std::function<QVariant(int)>> m_computed;
     QVector<QByteArray> m_computedNames;
 };

@@ -1,5 +1,7 @@
 #include "inspector/parts/ChangeMarks.h"
 
+#include "models/ZRecordModel.h"
+
 #include <QColor>
 #include <QGuiApplication>
 #include <QPalette>
@@ -76,11 +78,20 @@ void ChangeMarks::remove(int first, int last)
 
 void ChangeMarks::change(int first, int last, int firstColumn, int lastColumn)
 {
+    // Records tell many changes as one stretch, which holds others, too.
+    const auto hasChanged = [this](int row, int column) {
+        const QVariant told = sourceModel()->index(row, column).data(ZRecordModel::ChangedRole);
+        return !told.isValid() || told.toBool();
+    };
     for (int row = first; row <= last; ++row) {
         Mark& mark = m_marks[row];
-        const bool fresh = mark.last < mark.first;
-        mark = fresh ? Mark {firstColumn, lastColumn}
-                     : Mark {std::min(mark.first, firstColumn), std::max(mark.last, lastColumn)};
+        for (int column = firstColumn; column <= lastColumn; ++column) {
+            if (!hasChanged(row, column))
+                continue;
+            const bool fresh = mark.last < mark.first;
+            mark = fresh ? Mark {column, column}
+                         : Mark {std::min(mark.first, column), std::max(mark.last, column)};
+        }
     }
 }
 
