@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QProcess>
 #include <QSettings>
+#include <QSplitter>
 #include <QTableView>
 #include <QTcpServer>
 
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void rowsAreCopied();
     void secondUpdate();
     void nextDay();
+    void splittersAreKept();
     void serverIsGone();
     void stop();
     void endsBySignal();
@@ -177,6 +179,42 @@ void tst_inspector_window::nextDay()
     });
     QCOMPARE(window().current()->objectName(), u"overview"_s);
     QCOMPARE(window().size(), QSize(1280, 800));
+}
+
+void tst_inspector_window::splittersAreKept()
+{
+    const auto sizes = [this](const char* page) {
+        window().show(QLatin1String(page));
+        return find<QSplitter>(page)->sizes();
+    };
+    const QStringList pages {u"gifts"_s, u"tables"_s, u"pages"_s, u"chat"_s};
+    QVector<QList<int>> before;
+    for (const QString& page : pages)
+        before.append(sizes(qPrintable(page)));
+    window().show(u"gifts"_s);
+    QWidget* handle = find<QSplitter>("gifts")->handle(1);
+    QTest::mousePress(handle, Qt::LeftButton);
+    const QPoint to = handle->rect().center() - QPoint(150, 0);
+    QMouseEvent move(QEvent::MouseMove, to, handle->mapToGlobal(to), Qt::LeftButton, Qt::LeftButton,
+                     {});
+    QCoreApplication::sendEvent(handle, &move);
+    QTest::mouseRelease(handle, Qt::LeftButton, {}, to);
+    const QList<int> wanted {before.at(0).at(0) - 150, before.at(0).at(1) + 150};
+    QCOMPARE(sizes("gifts"), wanted);
+    restart();
+    QCOMPARE(sizes("gifts"), wanted);
+    restart([&pages] { // of a later version, or by another hand
+        const QStringList kept {u"200, wide"_s, u"200, 300"_s, u"0, 0"_s, u"-3, 9999999999"_s};
+        for (int i = 0; i < pages.size(); ++i)
+            QSettings().setValue(u"splitters/"_s + pages.at(i), kept.at(i).split(u", "_s));
+    });
+    for (int i = 0; i < pages.size(); ++i)
+        QVERIFY2(sizes(qPrintable(pages.at(i))) == before.at(i), qPrintable(pages.at(i)));
+    restart([] {
+        const QByteArray damaged = "[splitters]\ngifts=@Variant(\\0\\x1\0[[\n=\xff\xfe";
+        ZTestFolder::write(QSettings().fileName(), damaged);
+    });
+    QCOMPARE(sizes("gifts"), before.at(0));
 }
 
 void tst_inspector_window::serverIsGone()

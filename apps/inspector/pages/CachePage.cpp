@@ -7,6 +7,7 @@
 #include "inspector/parts/CacheEntries.h"
 #include "inspector/parts/Column.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/KeptSplitter.h"
 #include "inspector/parts/Look.h"
 #include "inspector/parts/RecordView.h"
 #include "inspector/parts/SearchBox.h"
@@ -18,7 +19,6 @@
 #include <QPainter>
 #include <QPointer>
 #include <QPushButton>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace {
@@ -76,15 +76,11 @@ CachePage::CachePage(const Inspected& inspected, QWidget* parent)
     , m_up(new QPushButton(tr("U&p")))
     , m_summary(new QLabel)
 {
-    auto* parts = new QSplitter;
-    parts->addWidget(makeFolders());
-    parts->addWidget(makeEntries());
-    parts->setSizes({340, 810});
+    auto* parts = new KeptSplitter(QStringLiteral("cacheFolders"), Qt::Horizontal,
+                                   {makeFolders(), makeEntries()}, {340, 810});
     parts->setStretchFactor(1, 1);
-    auto* whole = new QSplitter(Qt::Vertical);
-    whole->addWidget(parts);
-    whole->addWidget(makeRun(inspected.log));
-    whole->setSizes({640, 110});
+    auto* whole = new KeptSplitter(QStringLiteral("cacheRun"), Qt::Vertical,
+                                   {parts, makeRun(inspected.log)}, {640, 110});
     whole->setStretchFactor(0, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(makeTop());
@@ -215,11 +211,9 @@ QWidget* CachePage::makeEntries()
     });
     connect(m_map, &SpaceMap::sigSelected, this, &CachePage::select);
     connect(m_map, &SpaceMap::sigActivated, this, &CachePage::enter);
-    auto* shown = new QSplitter(Qt::Vertical);
-    shown->addWidget(m_map);
-    shown->addWidget(m_view);
-    shown->setSizes({330, 250});
-    return column({where, shown});
+    return column({where,
+                   new KeptSplitter(QStringLiteral("cacheEntries"), Qt::Vertical, {m_map, m_view},
+                                    {330, 250})});
 }
 
 QWidget* CachePage::makeRun(LogModel& log)

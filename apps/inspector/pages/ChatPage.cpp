@@ -8,6 +8,7 @@
 #include "inspector/parts/DerivedColumn.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/KeptSplitter.h"
 #include "inspector/parts/LineMasks.h"
 #include "inspector/parts/Look.h"
 #include "inspector/parts/PictureDelegate.h"
@@ -23,7 +24,6 @@
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QScrollBar>
-#include <QSplitter>
 #include <QTabWidget>
 #include <QTextBlock>
 #include <QVBoxLayout>
@@ -86,18 +86,15 @@ ChatPage::ChatPage(const Inspected& inspected, QWidget* parent)
           this))
     , m_values(new QLineEdit(QStringLiteral("小明, 星光皇冠, 3")))
 {
-    auto* typing = new QSplitter;
-    typing->addWidget(makeTyping());
-    typing->addWidget(makeLines());
+    auto* typing = new KeptSplitter(QStringLiteral("lines"), Qt::Horizontal,
+                                    {makeTyping(), makeLines()}, {560, 560});
     typing->setChildrenCollapsible(false);
     makeBubbles(inspected.pictures);
     makeStickers(inspected.pictures);
     makePhrases();
     makeMessages();
-    auto* parts = new QSplitter(Qt::Vertical);
-    parts->addWidget(typing);
-    parts->addWidget(m_tabs);
-    parts->setSizes({420, 340});
+    auto* parts =
+        new KeptSplitter(QStringLiteral("chat"), Qt::Vertical, {typing, m_tabs}, {420, 340});
     parts->setChildrenCollapsible(false);
     (new QVBoxLayout(this))->addWidget(parts);
     setFocusProxy(m_text);
@@ -224,8 +221,7 @@ void ChatPage::makeStickers(Pictures& pictures)
 
 void ChatPage::makePhrases()
 {
-    auto* both = new QSplitter;
-    both->setObjectName(QStringLiteral("phrases"));
+    QList<QWidget*> both;
     for (const char* table : {"QuickInputMessage", "GroupWelComeWord"}) {
         auto* phrases = new ZRecordModel(QLatin1String(table), this);
         auto* view = new RecordView;
@@ -238,9 +234,10 @@ void ChatPage::makePhrases()
             append(phrase.siblingAtColumn(phrase.model()->columnCount() - 1).data().toString());
         });
         new EmptyNote(view, phrases->table());
-        both->addWidget(view);
+        both.append(view);
     }
-    m_tabs->addTab(both, tr("Phrases"));
+    m_tabs->addTab(new KeptSplitter(QStringLiteral("phrases"), Qt::Horizontal, both, {560, 560}),
+                   tr("Phrases"));
 }
 
 void ChatPage::makeMessages()

@@ -9,6 +9,7 @@
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
 #include "inspector/parts/GiftTabs.h"
+#include "inspector/parts/KeptSplitter.h"
 #include "inspector/parts/Pictures.h"
 #include "inspector/parts/RawTables.h"
 #include "inspector/parts/SearchBox.h"
@@ -19,7 +20,6 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QSplitter>
 
 namespace {
 
@@ -119,10 +119,8 @@ GiftsPage::GiftsPage(const Inspected& inspected, QWidget* parent)
     , m_explanation(new ExplanationView)
 {
     m_panel->setSourceModel(m_gifts);
-    auto* parts = new QSplitter;
-    parts->addWidget(makeTiles(inspected));
-    parts->addWidget(makeGift());
-    parts->setSizes({800, 330});
+    auto* parts = new KeptSplitter(QStringLiteral("gifts"), Qt::Horizontal,
+                                   {makeTiles(inspected), makeGift()}, {800, 330});
     parts->setStretchFactor(0, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(makeTop());

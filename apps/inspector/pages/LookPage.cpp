@@ -7,6 +7,7 @@
 #include "inspector/parts/DerivedColumn.h"
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/KeptSplitter.h"
 #include "inspector/parts/LookTiles.h"
 #include "inspector/parts/PictureBox.h"
 #include "inspector/parts/Pictures.h"
@@ -24,7 +25,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -159,10 +159,8 @@ void LookPage::makeSkin(Pictures& pictures)
     layout->setContentsMargins(6, 0, 6, 6);
     layout->setAlignment(fetch, Qt::AlignLeft);
     layout->addStretch(1);
-    auto* both = new QSplitter;
-    both->addWidget(view);
-    both->addWidget(parts);
-    both->setSizes({480, 620});
+    auto* both =
+        new KeptSplitter(QStringLiteral("skin"), Qt::Horizontal, {view, parts}, {480, 620});
     addTab("skin", tr("Skin"), both, view);
 }
 
@@ -203,10 +201,8 @@ void LookPage::makeNobility(Pictures& pictures)
     m_told->setContentsMargins(6, 6, 6, 0);
     connect(m_ranks->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &LookPage::tellPrivileges);
-    auto* both = new QSplitter(Qt::Vertical);
-    both->addWidget(m_ranks);
-    both->addWidget(column({m_told, m_privileges}));
-    both->setSizes({280, 420});
+    auto* both = new KeptSplitter(QStringLiteral("nobility"), Qt::Vertical,
+                                  {m_ranks, column({m_told, m_privileges})}, {280, 420});
     auto* header = qobject_cast<QTableView*>(m_ranks)->horizontalHeader();
     header->moveSection(header->visualIndex(config->columnCount() - 1), 2); // behind the name
     addTab("nobility", tr("Nobility"), both, m_ranks);
@@ -236,10 +232,9 @@ void LookPage::makeAwards(Pictures& pictures)
         awards, pictures, [](const QModelIndex& index) { return LookTiles::award(keyOf(index)); });
     auto* activities = new ZRecordModel(QStringLiteral("ActivityAwardEffect"), this);
     QAbstractItemView* table = makeTable(activities, activities->table());
-    auto* both = new QSplitter(Qt::Vertical);
-    both->addWidget(view);
-    both->addWidget(column({new QLabel(tr("Awards of activities")), table}));
-    both->setSizes({420, 280});
+    auto* both = new KeptSplitter(QStringLiteral("awards"), Qt::Vertical,
+                                  {view, column({new QLabel(tr("Awards of activities")), table})},
+                                  {420, 280});
     QWidget* whole = withAnimation(both, view, &LookTiles::awardFlash);
     addTab("awards", tr("Awards"), whole, view);
 }

@@ -7,6 +7,7 @@
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/KeptSplitter.h"
 #include "inspector/parts/Look.h"
 #include "inspector/parts/PictureDelegate.h"
 #include "inspector/parts/RawTables.h"
@@ -22,7 +23,6 @@
 #include <QLabel>
 #include <QListView>
 #include <QListWidget>
-#include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -115,10 +115,8 @@ PagesPage::PagesPage(const Inspected& inspected, QWidget* parent)
     , m_leftOutTitle(new QLabel(tr("Left out:")))
     , m_leftOut(new QListWidget)
 {
-    auto* parts = new QSplitter;
-    parts->addWidget(m_tabs);
-    parts->addWidget(makeAnswer());
-    parts->setSizes({700, 430});
+    auto* parts = new KeptSplitter(QStringLiteral("pages"), Qt::Horizontal, {m_tabs, makeAnswer()},
+                                   {700, 430});
     parts->setStretchFactor(0, 1);
     parts->setChildrenCollapsible(false);
     (new QVBoxLayout(this))->addWidget(parts);

@@ -4,6 +4,7 @@
 #include "inspector/parts/ChangeMarks.h"
 #include "inspector/parts/Column.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/KeptSplitter.h"
 #include "inspector/parts/LostRows.h"
 #include "inspector/parts/RawTables.h"
 #include "inspector/parts/RecordView.h"
@@ -17,7 +18,6 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QSplitter>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -54,11 +54,8 @@ TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     , m_place(new QLabel)
     , m_cells(new QTableWidget)
 {
-    auto* parts = new QSplitter;
-    parts->addWidget(makeTables());
-    parts->addWidget(makeRecords());
-    parts->addWidget(makeRow());
-    parts->setSizes({250, 370, 540});
+    auto* parts = new KeptSplitter(QStringLiteral("tables"), Qt::Horizontal,
+                                   {makeTables(), makeRecords(), makeRow()}, {250, 370, 540});
     parts->setStretchFactor(0, 0);
     parts->setStretchFactor(1, 1);
     parts->setStretchFactor(2, 1);

@@ -8,6 +8,7 @@
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/KeptSplitter.h"
 #include "inspector/parts/Pictures.h"
 #include "inspector/parts/RawTables.h"
 #include "inspector/parts/SearchBox.h"
@@ -20,7 +21,6 @@
 #include <QPainter>
 #include <QSignalBlocker>
 #include <QSlider>
-#include <QSplitter>
 #include <QStyledItemDelegate>
 #include <QTimeEdit>
 #include <QToolButton>
@@ -192,10 +192,8 @@ FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
     m_view->setModel(m_filter);
     CopiedRows::addActions(*m_view);
     new EmptyNote(m_view, m_frames->table());
-    auto* parts = new QSplitter;
-    parts->addWidget(column({m_search, m_view}));
-    parts->addWidget(m_explanation);
-    parts->setSizes({790, 330});
+    auto* parts = new KeptSplitter(m_frames->table(), Qt::Horizontal,
+                                   {column({m_search, m_view}), m_explanation}, {790, 330});
     parts->setStretchFactor(0, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(parts, 1);

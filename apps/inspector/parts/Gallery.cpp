@@ -5,11 +5,11 @@
 #include "inspector/parts/EmptyNote.h"
 #include "inspector/parts/ExplanationView.h"
 #include "inspector/parts/FilterModel.h"
+#include "inspector/parts/KeptSplitter.h"
 #include "inspector/parts/Pictures.h"
 #include "inspector/parts/SearchBox.h"
 #include "models/ZRecordModel.h"
 
-#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace {
@@ -63,10 +63,9 @@ Gallery::Gallery(ClientHost& host, Pictures& pictures, const QString& table, Wea
         m_view));
     m_view->setModel(m_filter);
     new EmptyNote(m_view, table);
-    auto* parts = new QSplitter;
-    parts->addWidget(column({m_search, m_view}));
-    parts->addWidget(column({m_moving, m_explanation}));
-    parts->setSizes({790, 330});
+    auto* parts = new KeptSplitter(table, Qt::Horizontal,
+                                   {column({m_search, m_view}), column({m_moving, m_explanation})},
+                                   {790, 330});
     parts->setStretchFactor(0, 1);
     (new QVBoxLayout(this))->addWidget(parts);
     connect(m_search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);

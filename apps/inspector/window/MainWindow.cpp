@@ -8,7 +8,6 @@
 #include <QCoreApplication>
 #include <QListWidget>
 #include <QSettings>
-#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -93,8 +92,8 @@ Page* MainWindow::page(const QString& name)
         return nullptr;
     if (auto* made = qobject_cast<Page*>(m_pages->widget(place)))
         return made;
-    Page* page =
-        pageList().at(place).make({m_host, m_log, m_traffic, m_pictures, m_files, m_changes}, nullptr);
+    Page* page = pageList().at(place).make(
+        {m_host, m_log, m_traffic, m_pictures, m_files, m_changes}, nullptr);
     page->setObjectName(name);
     connect(page, &Page::sigOpen, this,
             [this](const QString& other, const QString& thing) { show(other, thing); });
