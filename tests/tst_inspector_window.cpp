@@ -7,11 +7,14 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProcess>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSplitter>
 #include <QTableView>
 #include <QTcpServer>
+#include <QToolButton>
 
 /** The window as a whole, the overview, and what goes wrong around them. */
 class tst_inspector_window : public InspectorTest
@@ -21,6 +24,7 @@ class tst_inspector_window : public InspectorTest
 private Q_SLOTS:
     void overview();
     void brokenTable();
+    void brokenTables();
     void writtenVersion();
     void everyPageByTheKeyboard();
     void everyWidgetByTab();
@@ -62,6 +66,38 @@ void tst_inspector_window::brokenTable()
     publish(u"CS_MedalList"_s, "\"medal\"", "\"medalId\"");
     click("update");
     QCOMPARE(failure(), QString());
+}
+
+void tst_inspector_window::brokenTables()
+{
+    const QStringList tables {u"CS_MedalList"_s, u"CS_CarList"_s, u"Doutu"_s};
+    const auto* more = window().findChild<QToolButton*>(u"more"_s);
+    QVERIFY(!more->isVisible());
+    QVector<QByteArray> whole;
+    for (const QString& table : tables) {
+        whole.append(published(table));
+        publish(table, "no table");
+    }
+    click("update");
+    QCOMPARE(more->text(), u"and 2 more"_s);
+    const auto* list = window().findChild<QFrame*>(u"failures"_s);
+    QTest::mouseClick(const_cast<QToolButton*>(more), Qt::LeftButton);
+    QVERIFY(list->isVisible());
+    auto* words = list->findChild<QPlainTextEdit*>();
+    for (const QString& table : tables)
+        QVERIFY2(words->toPlainText().contains(table), qPrintable(words->toPlainText()));
+    QCOMPARE(words->verticalScrollBar()->maximum(), 0);
+    QTest::keyClick(words, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(words, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), failure());
+    QTest::keyClick(words, Qt::Key_Escape);
+    QVERIFY(!list->isVisible());
+    window().activateWindow(); // which a display that nobody sees leaves to us
+    QVERIFY(QTest::qWaitForWindowActive(&window()));
+    for (int i = 0; i < tables.size(); ++i)
+        publish(tables.at(i), whole.at(i));
+    click("update");
+    QVERIFY(!more->isVisible());
 }
 
 void tst_inspector_window::writtenVersion()
@@ -244,10 +280,13 @@ void tst_inspector_window::stop()
     QVERIFY(silent.listen(QHostAddress::LocalHost));
     host().open({u"http://127.0.0.1:%1"_s.arg(silent.serverPort()), QDir::currentPath(), {}});
     QTRY_VERIFY(silent.hasPendingConnections());
-    QVERIFY(find<QPushButton>("stop")->isEnabled());
-    click("stop");
+    auto* stop = window().findChild<QPushButton*>(u"stop"_s);
+    window().show(u"log"_s); // it is found wherever one is
+    QVERIFY(stop->isVisible() && stop->isEnabled());
+    QTest::mouseClick(stop, Qt::LeftButton);
+    waitForTask();
     QVERIFY2(failure().contains(u"cancelled"_s), qPrintable(failure()));
-    QVERIFY(!find<QPushButton>("stop")->isEnabled());
+    QVERIFY(!stop->isVisible());
 }
 
 /** As by closing the window: the folder that it made for itself goes with it. */

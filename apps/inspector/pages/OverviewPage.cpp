@@ -77,9 +77,6 @@ QWidget* OverviewPage::makeTop(ClientHost& host)
         button(QStringLiteral("reload"), tr("Re&load"), tr("Load the files that are on the disk"));
     auto* tidy = button(QStringLiteral("tidy"), tr("&Tidy"),
                         tr("Remove the files that nothing uses; a run goes on to its end"));
-    auto* stop = button(QStringLiteral("stop"), tr("&Stop"),
-                        tr("End the update; what is not there yet fails as cancelled"));
-    connect(stop, &QPushButton::clicked, &host, &ClientHost::stop);
     connect(update, &QPushButton::clicked, &host, &ClientHost::update);
     connect(reload, &QPushButton::clicked, &host, &ClientHost::reload);
     connect(tidy, &QPushButton::clicked, &host, &ClientHost::tidy);
@@ -89,10 +86,6 @@ QWidget* OverviewPage::makeTop(ClientHost& host)
         connect(&host, &ClientHost::sigTask, each,
                 [each](const QString& task) { each->setEnabled(task.isEmpty()); });
     }
-    layout->addWidget(stop);
-    const auto showStop = [stop, &host] { stop->setEnabled(host.canStop()); };
-    connect(&host, &ClientHost::sigTask, stop, showStop);
-    showStop();
     auto* search = new SearchBox;
     connect(search, &QLineEdit::textChanged, m_filter, &FilterModel::setSearch);
     layout->addWidget(m_summary, 1);

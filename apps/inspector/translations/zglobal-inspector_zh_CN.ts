@@ -697,20 +697,16 @@
         <translation>删除无用的文件；开始后不能中止</translation>
     </message>
     <message>
-        <source>&amp;Stop</source>
-        <translation>停止(&amp;S)</translation>
-    </message>
-    <message>
-        <source>End the update; what is not there yet fails as cancelled</source>
-        <translation>中止更新；尚未取到的按已取消处理</translation>
-    </message>
-    <message>
         <source>Enter or a double click shows the records; a double click on a version writes another</source>
         <translation>按回车或双击显示记录；双击版本可改写版本</translation>
     </message>
     <message>
         <source>%1 tables, %2 loaded, %3 missing or failed, %4 not read; %5 records</source>
         <translation>%1 张表，已加载 %2，缺失或失败 %3，不读取 %4；共 %5 条记录</translation>
+    </message>
+    <message>
+        <source>changed by the last load</source>
+        <translation>最近一次加载的变化</translation>
     </message>
 </context>
 <context>
@@ -1036,8 +1032,24 @@
         <translation>服务器 %1，文件夹 %2</translation>
     </message>
     <message>
-        <source>%1 (and %2 more)</source>
-        <translation>%1（另有 %2 条）</translation>
+        <source>&amp;Stop</source>
+        <translation>停止(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Show all that could not be done</source>
+        <translation>显示所有未能完成的事项</translation>
+    </message>
+    <message>
+        <source>End the update; what is not there yet fails as cancelled</source>
+        <translation>中止更新；尚未取到的按已取消处理</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>另有 %1 条</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>更多</translation>
     </message>
 </context>
 <context>
@@ -1051,6 +1063,13 @@
     <message>
         <source>group %1</source>
         <translation>第 %1 组</translation>
+    </message>
+</context>
+<context>
+    <name>TableChanges</name>
+    <message>
+        <source>%1 new or changed, %2 gone</source>
+        <translation>%1 条新增或改变，%2 条消失</translation>
     </message>
 </context>
 <context>
@@ -1072,12 +1091,12 @@
         <translation>%1 / %2 行</translation>
     </message>
     <message>
-        <source>; by loads since: %1 new or changed, %2 gone</source>
-        <translation>；此后加载：新增或变更 %1，消失 %2</translation>
-    </message>
-    <message>
         <source>%1 has no %2</source>
         <translation>%1 中没有 %2</translation>
+    </message>
+    <message>
+        <source>; by the last load: %1</source>
+        <translation>；最近一次加载：%1</translation>
     </message>
 </context>
 <context>
