@@ -14,6 +14,7 @@
 #include <QSplitter>
 #include <QTableView>
 #include <QTcpServer>
+#include <QTextBrowser>
 #include <QToolButton>
 
 /** The window as a whole, the overview, and what goes wrong around them. */
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void brokenTable();
     void brokenTables();
     void writtenVersion();
+    void linkAndBack();
     void everyPageByTheKeyboard();
     void everyWidgetByTab();
     void rowsAreCopied();
@@ -112,6 +114,36 @@ void tst_inspector_window::writtenVersion()
     QCOMPARE(model->index(row, 2).data().toString(), u"777"_s);
     click("update"); // and the service has the last word
     QVERIFY(model->index(row, 2).data().toString() != u"777"_s);
+}
+
+void tst_inspector_window::linkAndBack()
+{
+    const auto shown = [this] {
+        return window().current()->objectName() + u':' + window().current()->opened();
+    };
+    window().show(u"gifts"_s, u"G1014"_s);
+    auto* answer = window().current()->findChild<QTextBrowser*>();
+    QTRY_VERIFY(answer->toHtml().contains(u"href=\""_s));
+    const QString link = answer->toHtml().section(u"href=\""_s, 1).section(u'"', 0, 0);
+    Q_EMIT answer->anchorClicked(QUrl(link));
+    QCOMPARE(shown(), u"tables:CS_GiftList/G1014"_s);
+    window().show(u"tables"_s, u"Doutu"_s); // another thing on the same page
+    QTest::keyClick(&window(), Qt::Key_Left, Qt::AltModifier);
+    QCOMPARE(shown(), u"tables:CS_GiftList/G1014"_s);
+    QWidget* under = find<QTableView>("records")->viewport();
+    QTest::mouseClick(under, Qt::BackButton);
+    QCOMPARE(shown(), u"gifts:G1014"_s);
+    window().current()->open(u"G1018"_s); // the page has gone on meanwhile
+    for (const char* next : {"tables:CS_GiftList/G1014", "tables:Doutu", "tables:Doutu"}) {
+        QTest::keyClick(&window(), Qt::Key_Right, Qt::AltModifier);
+        QCOMPARE(shown(), QString::fromLatin1(next));
+    }
+    for (int step = 0; step < 2; ++step)
+        QTest::mouseClick(window().findChild<QListWidget*>(u"pages"_s)->viewport(), Qt::BackButton);
+    QCOMPARE(shown(), u"gifts:G1018"_s);
+    window().show(u"log"_s); // from where nothing lies ahead any more
+    QTest::keyClick(&window(), Qt::Key_Right, Qt::AltModifier);
+    QCOMPARE(shown(), u"log:"_s);
 }
 
 void tst_inspector_window::everyPageByTheKeyboard()

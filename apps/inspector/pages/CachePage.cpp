@@ -89,6 +89,11 @@ CachePage::CachePage(const Inspected& inspected, QWidget* parent)
     connectHost();
 }
 
+QString CachePage::opened() const
+{
+    return m_shown;
+}
+
 void CachePage::refresh()
 {
     look();

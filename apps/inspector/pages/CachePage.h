@@ -24,6 +24,7 @@ public:
     void refresh() override;
     /** A file or folder, by its path from the working folder. */
     void open(const QString& thing) override;
+    QString opened() const override;
     QVector<Scene> scenes() override;
     bool isAtRest() const override { return m_tree != nullptr && !m_isPlanning; }
 

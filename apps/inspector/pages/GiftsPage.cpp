@@ -148,6 +148,11 @@ void GiftsPage::open(const QString& thing)
     m_view->scrollTo(shown);
 }
 
+QString GiftsPage::opened() const
+{
+    return m_selected;
+}
+
 void GiftsPage::refresh()
 {
     readTable();

@@ -26,6 +26,7 @@ public:
 
     /** A gift by its id. */
     void open(const QString& thing) override;
+    QString opened() const override;
     void refresh() override;
     QVector<Scene> scenes() override;
     bool isAtRest() const override;

@@ -83,6 +83,12 @@ LookPage::LookPage(const Inspected& inspected, QWidget* parent)
     tellPrivileges();
 }
 
+QString LookPage::opened() const
+{
+    const QString key = keyOf(m_views.at(m_tabs->currentIndex())->currentIndex());
+    return key.isEmpty() ? QString() : m_tabs->currentWidget()->objectName() + u'/' + key;
+}
+
 void LookPage::refresh()
 {
     for (DerivedColumn* each : qAsConst(m_derived))

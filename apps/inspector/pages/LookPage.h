@@ -29,6 +29,7 @@ public:
     void refresh() override;
     /** "skin", "nobility", "flash", "awards" or "recreation", and what to select: "nobility/3". */
     void open(const QString& thing) override;
+    QString opened() const override;
     QVector<Scene> scenes() override;
     bool isAtRest() const override;
 

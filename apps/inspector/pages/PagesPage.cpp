@@ -165,6 +165,11 @@ void PagesPage::open(const QString& thing)
     answer();
 }
 
+QString PagesPage::opened() const
+{
+    return m_question->text();
+}
+
 void PagesPage::refresh()
 {
     for (DerivedColumn* each : qAsConst(m_derived))

@@ -24,6 +24,7 @@ public:
 
     /** An address, or a banner by its id or name. */
     void open(const QString& thing) override;
+    QString opened() const override;
     void refresh() override;
     QVector<Scene> scenes() override;
     bool isAtRest() const override;

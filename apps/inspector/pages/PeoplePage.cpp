@@ -73,6 +73,14 @@ void PeoplePage::open(const QString& thing)
         Q_EMIT sigFailure(tr("There is no %1").arg(thing));
 }
 
+QString PeoplePage::opened() const
+{
+    const QString name = m_tabs->currentWidget()->objectName();
+    const Gallery* shelf = gallery(name);
+    const QString key = shelf == nullptr ? m_frames->selected() : shelf->selected();
+    return key.isEmpty() ? QString() : name + u'/' + key;
+}
+
 void PeoplePage::refresh()
 {
     const auto shelves = findChildren<Gallery*>();

@@ -16,6 +16,7 @@ public:
 
     /** "level/12", "medal/6", "frame/103", "car/car_jeep", "stamp/1" or "funstamp/1". */
     void open(const QString& thing) override;
+    QString opened() const override;
     void refresh() override;
     QVector<Scene> scenes() override;
     bool isAtRest() const override;

@@ -84,6 +84,16 @@ void TablesPage::open(const QString& thing)
         select(key);
 }
 
+QString TablesPage::opened() const
+{
+    const QModelIndex record = m_marks == nullptr
+        ? QModelIndex()
+        : m_marks->mapToSource(m_filter->mapToSource(m_view->currentIndex()));
+    const QString table =
+        m_tableView->currentIndex().siblingAtColumn(ZTableModel::Table).data().toString();
+    return record.isValid() ? table + u'/' + m_records->key(record.row()) : table;
+}
+
 void TablesPage::refresh()
 {
     m_tables->tables().refresh();

@@ -30,6 +30,7 @@ public:
 
     /** "Table", or "Table/key" of a record or of a row that became none. */
     void open(const QString& thing) override;
+    QString opened() const override;
     void refresh() override;
     QVector<Scene> scenes() override;
     bool isAtRest() const override { return m_file != nullptr; }

@@ -224,6 +224,11 @@ bool FrameDay::select(const QString& id)
     return true;
 }
 
+QString FrameDay::selected() const
+{
+    return idOf(m_view->currentIndex());
+}
+
 QTime FrameDay::time() const
 {
     return m_time->time();
@@ -270,7 +275,7 @@ QWidget* FrameDay::makeTime()
 
 void FrameDay::explain()
 {
-    const QString id = idOf(m_view->currentIndex());
+    const QString id = selected();
     const Why::Files files = m_files.filesFor(QStringLiteral("frame"));
     if (id.isEmpty())
         m_explanation->show(Why::Reply());

@@ -24,6 +24,7 @@ public:
 
     /** Whether there is a frame of this id, which is selected then. */
     bool select(const QString& id);
+    QString selected() const;
     QTime time() const;
     void setTime(const QTime& time);
     bool isAtRest() const;

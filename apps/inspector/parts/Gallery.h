@@ -23,6 +23,7 @@ public:
 
     /** Whether there is one of this key, which is selected then. */
     bool select(const QString& key);
+    QString selected() const { return m_selected; }
     void fetch() { m_moving->fetch(); }
     void refresh();
     bool isAtRest() const { return m_moving->isAtRest(); }

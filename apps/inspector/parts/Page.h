@@ -45,6 +45,9 @@ public:
     /** Shows a thing of its own: a table, a gift, a chat line. */
     virtual void open(const QString& /*thing*/) { }
 
+    /** What open() would show as the page does now; empty where nothing is chosen. */
+    virtual QString opened() const { return {}; }
+
     virtual QVector<Scene> scenes()
     {
         return {{objectName(), [] {}}};

@@ -669,6 +669,14 @@
         <source>Quit</source>
         <translation>退出</translation>
     </message>
+    <message>
+        <source>Back</source>
+        <translation>后退</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>前进</translation>
+    </message>
 </context>
 <context>
     <name>OverviewPage</name>

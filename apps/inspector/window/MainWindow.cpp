@@ -5,8 +5,9 @@
 #include "inspector/window/StatusStrip.h"
 
 #include <QAction>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -113,15 +114,34 @@ void MainWindow::show(const QString& name, const QString& thing)
     const int place = placeOf(name);
     if (place < 0 || !m_list->isEnabled())
         return;
+    const Visit before = visit();
     m_list->setCurrentRow(place);
-    if (!thing.isEmpty())
+    // A page that one comes back to stays as it was left.
+    if (!thing.isEmpty() && !(m_travels && thing == current()->opened()))
         current()->open(thing);
     current()->setFocus(Qt::OtherFocusReason);
+    if (before.page == name && before.thing != current()->opened())
+        remember(before); // showPage() has, where the page is another
 }
 
 Page* MainWindow::current() const
 {
     return qobject_cast<Page*>(m_pages->currentWidget());
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool isPress =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    const auto* widget = isPress ? qobject_cast<QWidget*>(watched) : nullptr;
+    if (widget == nullptr || widget->window() != this)
+        return QMainWindow::eventFilter(watched, event);
+    const Qt::MouseButton button = static_cast<QMouseEvent*>(event)->button();
+    if (button == Qt::BackButton)
+        goBack();
+    else if (button == Qt::ForwardButton)
+        goForward();
+    return button == Qt::BackButton || button == Qt::ForwardButton;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -145,6 +165,9 @@ void MainWindow::addActions()
         m_pictures.retry();
         current()->refresh();
     });
+    add(tr("Back"), QKeySequence(QStringLiteral("Alt+Left")), [this] { goBack(); });
+    add(tr("Forward"), QKeySequence(QStringLiteral("Alt+Right")), [this] { goForward(); });
+    qApp->installEventFilter(this);
     add(tr("Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), [this] { close(); });
     for (int place = 0; place < pageList().size(); ++place)
         add(m_list->item(place)->text(), QKeySequence(QStringLiteral("Ctrl+%1").arg(place + 1)),
@@ -155,5 +178,30 @@ void MainWindow::showPage(int place)
 {
     if (place < 0)
         return;
+    remember(visit());
     m_pages->setCurrentWidget(page(QString::fromLatin1(pageList().at(place).name)));
+}
+
+MainWindow::Visit MainWindow::visit() const
+{
+    return current() == nullptr ? Visit() : Visit {current()->objectName(), current()->opened()};
+}
+
+void MainWindow::remember(const Visit& left)
+{
+    if (m_travels || left.page.isEmpty())
+        return;
+    m_back.append(left);
+    m_forward.clear();
+}
+
+void MainWindow::travel(QVector<Visit>& from, QVector<Visit>& to)
+{
+    if (from.isEmpty())
+        return;
+    to.append(visit());
+    const Visit next = from.takeLast();
+    m_travels = true;
+    show(next.page, next.thing);
+    m_travels = false;
 }

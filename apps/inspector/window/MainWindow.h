@@ -9,6 +9,8 @@
 #include "inspector/parts/TableChanges.h"
 
 #include <QMainWindow>
+#include <QString>
+#include <QVector>
 
 class QListWidget;
 class QStackedWidget;
@@ -37,10 +39,24 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    /** The buttons of a mouse that lead back and forth, wherever it points. */
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void addActions();
     void showPage(int place);
+
+    /** A page, with what it shows. */
+    struct Visit
+    {
+        QString page;
+        QString thing;
+    };
+    Visit visit() const;
+    void remember(const Visit& left);
+    void travel(QVector<Visit>& from, QVector<Visit>& to);
+    void goBack() { travel(m_back, m_forward); }
+    void goForward() { travel(m_forward, m_back); }
 
     LogModel m_log;
     ClientHost m_host;
@@ -51,4 +67,7 @@ private:
     QListWidget* m_list;
     QStackedWidget* m_pages;
     StatusStrip* m_status;
+    QVector<Visit> m_back; // the last is the nearest
+    QVector<Visit> m_forward;
+    bool m_travels = false;
 };
