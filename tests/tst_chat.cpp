@@ -6,6 +6,7 @@
 #include "gift/ZGiftLabelMgr.h"
 #include "support/Answers.h"
 #include "support/Cases.h"
+#include "support/Patience.h"
 #include "testing/ZTestServer.h"
 
 #include <QtTest>
@@ -32,7 +33,7 @@ QString outcome(const QtPromise::QPromise<QString>& promise)
 {
     QString answer;
     promise.then([&](const QString& path) { answer = path; }).fail([&] { answer = u"rejected"_s; });
-    const bool settled = QTest::qWaitFor([&] { return !answer.isEmpty(); }, 20000);
+    const bool settled = QTest::qWaitFor([&] { return !answer.isEmpty(); }, patience);
     return settled ? answer : u"never settled"_s;
 }
 

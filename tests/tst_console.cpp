@@ -5,6 +5,7 @@
 #include "server/ContentServer.h"
 #include "support/Cases.h"
 #include "support/Literals.h"
+#include "support/Patience.h"
 #include "testing/ZTestFolder.h"
 
 #include <QProcess>
@@ -19,7 +20,6 @@
 
 namespace {
 
-constexpr int patience = 60 * 1000;
 const QString program = QStringLiteral(ZGLOBAL_PROGRAM);
 const QString content = QStringLiteral(ZGLOBAL_CONTENT);
 

@@ -10,6 +10,7 @@
 #include "support/Cases.h"
 #include "support/LogLines.h"
 #include "support/NoRoom.h"
+#include "support/Patience.h"
 #include "support/Tables.h"
 #include "testing/ZTestServer.h"
 
@@ -397,7 +398,7 @@ private Q_SLOTS:
         for (int i = 0; i <= (soaks ? 40 : 3) && !QTest::currentTestFailed(); ++i) {
             begin(job);
             const auto process = child(job);
-            QTRY_COMPARE_WITH_TIMEOUT(process->state(), QProcess::NotRunning, 60000);
+            QTRY_COMPARE(process->state(), QProcess::NotRunning);
             // One killed before its name was in its lock counts for ten minutes: let them be over.
             for (const QString& path : ZTestFolder::files().filter(u".lock"_s)) {
                 QFile lock(path);
@@ -429,7 +430,7 @@ private Q_SLOTS:
             begin(job);
             const std::unique_ptr<QProcess> both[] {child(job), child(job)};
             for (const auto& process : both) {
-                QTRY_COMPARE_WITH_TIMEOUT(process->state(), QProcess::NotRunning, 60000);
+                QTRY_COMPARE(process->state(), QProcess::NotRunning);
                 QCOMPARE(process->exitStatus(), QProcess::NormalExit);
                 // What the other one has removed already is no concern.
                 QVERIFY2(process->exitCode() == 0 || job == u"tidy"_s,

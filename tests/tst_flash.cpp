@@ -3,6 +3,7 @@
 #include "host/ZGlobalConfig.h"
 #include "host/ZHttpComm.h"
 #include "support/LogLines.h"
+#include "support/Patience.h"
 #include "support/Tables.h"
 #include "testing/ZTestServer.h"
 

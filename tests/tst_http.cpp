@@ -5,6 +5,7 @@
 #include "support/Cases.h"
 #include "support/FolderTest.h"
 #include "support/Literals.h"
+#include "support/Patience.h"
 #include "testing/ZTestServer.h"
 
 #include <QProcess>

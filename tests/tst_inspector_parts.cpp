@@ -15,6 +15,7 @@
 #include "models/ZRecordModel.h"
 #include "support/FolderTest.h"
 #include "support/Literals.h"
+#include "support/Patience.h"
 #include "support/Tables.h"
 
 #include <QAbstractItemModelTester>

@@ -1,7 +1,6 @@
 #include "inspector/window/PageList.h"
 #include "server/ContentServer.h"
 #include "support/InspectorTest.h"
-#include "support/Patience.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -333,7 +332,7 @@ void tst_inspector_window::endsBySignal()
     environment.insert(u"XDG_CONFIG_HOME"_s, QDir::currentPath());
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(ZGLOBAL_INSPECTOR), QStringList());
-    QTRY_COMPARE_WITH_TIMEOUT(folders().size(), 1, patience);
+    QTRY_COMPARE(folders().size(), 1);
     program.terminate();
     QVERIFY(program.waitForFinished(-1));
     QVERIFY(program.exitStatus() == QProcess::NormalExit && program.exitCode() == 0);

@@ -6,6 +6,7 @@
 #include "support/Literals.h"
 #include "support/LogLines.h"
 #include "support/Nginx.h"
+#include "support/Patience.h"
 #include "testing/ZTestFolder.h"
 #include "testing/ZTestServer.h"
 

@@ -1,3 +1,5 @@
+#include "support/Patience.h"
+
 #include <QtPromise>
 
 #include <QElapsedTimer>

@@ -6,6 +6,7 @@
 #include "support/Cases.h"
 #include "support/FolderTest.h"
 #include "support/Nginx.h"
+#include "support/Patience.h"
 #include "support/Releases.h"
 #include "testing/ZTestServer.h"
 

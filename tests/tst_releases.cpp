@@ -2,6 +2,7 @@
 #include "publish/TableText.h"
 #include "support/Cases.h"
 #include "support/FolderTest.h"
+#include "support/Patience.h"
 #include "support/Releases.h"
 
 #include <QRandomGenerator>

@@ -1,6 +1,7 @@
 #include "server/ContentServer.h"
 #include "support/Cases.h"
 #include "support/Literals.h"
+#include "support/Patience.h"
 #include "testing/ZTestFolder.h"
 
 #include <QRegularExpression>
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr int patience = 60 * 1000;
 constexpr int largeSize = 3'000'000; // more than any socket takes in one go
 
 QByteArray large()

@@ -3,6 +3,7 @@
 #include "gift/ZGiftListMgr.h"
 #include "support/Cases.h"
 #include "support/LogLines.h"
+#include "support/Patience.h"
 #include "support/Tables.h"
 #include "tidy/zTidyMgr.h"
 
@@ -34,7 +35,7 @@ void write(const QString& folder, const QString& names, qint64 age)
 void tidy()
 {
     zTidyMgr::getInstance().startThread();
-    QVERIFY(zTidyMgr::getInstance().wait(60000));
+    QVERIFY(zTidyMgr::getInstance().wait(patience));
 }
 
 /** What a run would do, found out without a change or a word. */
@@ -43,7 +44,7 @@ TidyPlan planned()
     const QStringList files = ZTestFolder::files(u"res"_s);
     const LogLines log;
     const bool started = zTidyMgr::getInstance().startPlanning();
-    if (!started || !zTidyMgr::getInstance().wait(60000) || !LogLines::lines().isEmpty()
+    if (!started || !zTidyMgr::getInstance().wait(patience) || !LogLines::lines().isEmpty()
         || ZTestFolder::files(u"res"_s) != files)
         qFatal("planning has changed or said something");
     return zTidyMgr::getInstance().plan();
@@ -174,7 +175,7 @@ private Q_SLOTS:
         zTidyMgr::getInstance().startThread();
         configureGift(u"second"_s);
         zTidyMgr::getInstance().startThread();
-        QVERIFY(zTidyMgr::getInstance().wait(60000));
+        QVERIFY(zTidyMgr::getInstance().wait(patience));
         QCOMPARE(LogLines::count(u"tidy thread has running"_s), 1);
         QCOMPARE(LogLines::count(u"tidy thread start"_s), 1);
         QVERIFY(QFile::exists(used));
@@ -193,7 +194,7 @@ private Q_SLOTS:
             write(files.arg(i), 2 * week);
         QProcess child;
         child.start(QCoreApplication::applicationFilePath(), {QFileInfo(files).path(), how});
-        QVERIFY(child.waitForFinished(60000));
+        QVERIFY(child.waitForFinished(patience));
         QVERIFY(child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0);
         const QByteArray log = child.readAllStandardError();
         QVERIFY2(!log.contains("end") && !log.contains("QThread"), log.right(500).constData());

@@ -154,7 +154,7 @@ void tst_translation::everyText()
         for (const Page::Scene& scene : scenes) {
             window().show(name);
             scene.set();
-            QTRY_VERIFY_WITH_TIMEOUT(window().current()->isAtRest(), 60000);
+            QTRY_VERIFY(window().current()->isAtRest());
             lookAtAll(name, *window().current());
         }
     }

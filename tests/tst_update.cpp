@@ -4,6 +4,7 @@
 #include "host/ZGlobalConfig.h"
 #include "host/zErrorInfo.h"
 #include "support/LogLines.h"
+#include "support/Patience.h"
 #include "support/Tables.h"
 #include "testing/ZTestServer.h"
 
@@ -24,7 +25,7 @@ QString outcome(const QtPromise::QPromise<Value>& promise)
             answer = error.message() + (error.code() == 0 ? u""_s : u" with a code"_s);
         })
         .fail([&] { answer = u"rejected with something else"_s; });
-    const bool settled = QTest::qWaitFor([&] { return !answer.isEmpty(); }, 20000);
+    const bool settled = QTest::qWaitFor([&] { return !answer.isEmpty(); }, patience);
     return settled ? answer : u"never settled"_s;
 }
 

@@ -3,6 +3,7 @@
 #include "datatable/TableCatalogue.h"
 #include "support/Cases.h"
 #include "support/Literals.h"
+#include "support/Patience.h"
 #include "testing/ZTestFolder.h"
 
 #include <QDateTime>
@@ -14,8 +15,6 @@
 #include <QtTest>
 
 namespace {
-
-constexpr int patience = 60 * 1000;
 
 QString program()
 {

@@ -40,7 +40,7 @@ void InspectorTest::open()
 {
     m_window = std::make_unique<MainWindow>();
     m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get(), patience));
     host().open({{}, {}, m_site});
     waitForTask();
     QCOMPARE(failure(), QString());
@@ -92,7 +92,7 @@ void InspectorTest::click(const char* button)
 
 void InspectorTest::waitForTask()
 {
-    QTRY_COMPARE_WITH_TIMEOUT(host().task(), QString(), 60000);
+    QTRY_COMPARE(host().task(), QString());
 }
 
 void InspectorTest::publish(const QString& table, const QByteArray& bytes)

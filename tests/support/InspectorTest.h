@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inspector/window/MainWindow.h"
+#include "support/Patience.h"
 #include "support/Tables.h"
 
 #include <QAbstractItemView>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/Literals.h"
+#include "support/Patience.h"
 #include "testing/ZTestFolder.h"
 
 #include <QProcess>
@@ -10,8 +11,6 @@
 #include <memory>
 
 namespace Nginx {
-
-constexpr int patience = 60 * 1000;
 
 /** An nginx in the folder NAME, as NAME.conf there says; ends with the object. */
 inline std::shared_ptr<QProcess> started(const QString& name, int port)

@@ -2,6 +2,7 @@
 
 #include "publish/Plan.h"
 #include "support/Literals.h"
+#include "support/Patience.h"
 #include "testing/ZTestFolder.h"
 
 #include <QFileInfo>
@@ -10,8 +11,6 @@
 
 /** What is published out of "src" into "www" of the working folder. */
 namespace Releases {
-
-constexpr int patience = 60 * 1000;
 
 using Tree = QMap<QString, QByteArray>; // path and content
 
