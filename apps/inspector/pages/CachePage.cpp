@@ -85,7 +85,7 @@ CachePage::CachePage(const Inspected& inspected, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(makeTop());
     layout->addWidget(whole, 1);
-    setFocusProxy(m_folderView);
+    setFirst(m_folderView);
     connectHost();
 }
 

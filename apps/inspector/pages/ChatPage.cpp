@@ -97,7 +97,7 @@ ChatPage::ChatPage(const Inspected& inspected, QWidget* parent)
         new KeptSplitter(QStringLiteral("chat"), Qt::Vertical, {typing, m_tabs}, {420, 340});
     parts->setChildrenCollapsible(false);
     (new QVBoxLayout(this))->addWidget(parts);
-    setFocusProxy(m_text);
+    setFirst(m_text);
     connect(&inspected.host, &ClientHost::sigFilesChanged, this, &ChatPage::refresh);
     ChatPage::refresh();
     tellLines();

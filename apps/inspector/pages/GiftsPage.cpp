@@ -127,7 +127,7 @@ GiftsPage::GiftsPage(const Inspected& inspected, QWidget* parent)
     layout->addWidget(m_tabs);
     layout->addWidget(parts, 1);
     layout->addWidget(m_time);
-    setFocusProxy(m_view);
+    setFirst(m_view);
     m_explain.setSingleShot(true);
     connect(&m_explain, &QTimer::timeout, this, &GiftsPage::explain);
     connect(m_time, &TimeSlider::sigTimeChanged, this, &GiftsPage::setTime);

@@ -75,7 +75,7 @@ LogPage::LogPage(const Inspected& inspected, QWidget* parent)
     layout->addLayout(top);
     layout->addWidget(m_view);
     QTimer::singleShot(0, m_view, &QAbstractItemView::scrollToBottom); // once it has its size
-    setFocusProxy(m_view);
+    setFirst(m_view);
     // The keys begin there, too.
     m_view->selectionModel()->setCurrentIndex(m_filter->index(m_filter->rowCount() - 1, 0),
                                               QItemSelectionModel::NoUpdate);

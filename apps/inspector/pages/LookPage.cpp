@@ -71,7 +71,7 @@ LookPage::LookPage(const Inspected& inspected, QWidget* parent)
     makeAwards(inspected.pictures);
     makeRecreation(inspected.pictures);
     (new QVBoxLayout(this))->addWidget(m_tabs);
-    setFocusProxy(m_tabs);
+    setFirst(m_tabs);
     m_skinComes.setSingleShot(true);
     connect(&m_skinComes, &QTimer::timeout, this, &LookPage::showSkin);
     connect(&ZPCSkinMgr::getInstance(), &ZPCSkinMgr::sigDownloadImages, this, [this] {

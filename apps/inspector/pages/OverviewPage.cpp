@@ -57,7 +57,7 @@ OverviewPage::OverviewPage(const Inspected& inspected, QWidget* parent)
     auto* ageing = new QTimer(this);
     connect(ageing, &QTimer::timeout, m_view->viewport(), QOverload<>::of(&QWidget::update));
     ageing->start(agedEvery);
-    setFocusProxy(m_view);
+    setFirst(m_view);
     count();
 }
 

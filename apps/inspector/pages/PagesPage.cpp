@@ -121,7 +121,7 @@ PagesPage::PagesPage(const Inspected& inspected, QWidget* parent)
     parts->setChildrenCollapsible(false);
     (new QVBoxLayout(this))->addWidget(parts);
 
-    setFocusProxy(m_question);
+    setFirst(m_question);
     m_answer->setPlaceholderText(
         tr("Type or choose an address to see where it opens and by which rule, or a banner to see "
            "why it is shown, or is not."));

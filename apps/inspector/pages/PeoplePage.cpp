@@ -53,7 +53,7 @@ PeoplePage::PeoplePage(const Inspected& inspected, QWidget* parent)
         m_tabs->addTab(shown, tr(shelf.title));
     }
     (new QVBoxLayout(this))->addWidget(m_tabs);
-    setFocusProxy(m_tabs);
+    setFirst(m_tabs);
 }
 
 void PeoplePage::open(const QString& thing)

@@ -60,7 +60,7 @@ TablesPage::TablesPage(const Inspected& inspected, QWidget* parent)
     parts->setStretchFactor(1, 1);
     parts->setStretchFactor(2, 1);
     (new QVBoxLayout(this))->addWidget(parts);
-    setFocusProxy(m_view);
+    setFirst(m_view);
     connect(&inspected.host, &ClientHost::sigFilesChanged, this, &TablesPage::refresh);
     connect(&m_files, &RawTables::sigRead, this, [this](const QString& table) {
         if (table == m_records->table())

@@ -13,3 +13,8 @@ void Page::search()
         return;
     }
 }
+
+void Page::takeFocus()
+{
+    m_first->setFocus(Qt::OtherFocusReason);
+}

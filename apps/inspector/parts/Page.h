@@ -59,9 +59,19 @@ public:
     /** Goes to the search box that is shown on the page, if there is one; Ctrl+F. */
     void search();
 
+    /** Gives the keys to the part that is used first. */
+    void takeFocus();
+
 Q_SIGNALS:
     /** Another page, by its name, is to show a thing. */
     void sigOpen(const QString& page, const QString& thing);
     /** Something could not be done. */
     void sigFailure(const QString& words);
+
+protected:
+    /** Not as a focus proxy, before which Tab reaches nothing. */
+    void setFirst(QWidget* part) { m_first = part; }
+
+private:
+    QWidget* m_first = this;
 };

@@ -119,7 +119,7 @@ void MainWindow::show(const QString& name, const QString& thing)
     // A page that one comes back to stays as it was left.
     if (!thing.isEmpty() && !(m_travels && thing == current()->opened()))
         current()->open(thing);
-    current()->setFocus(Qt::OtherFocusReason);
+    current()->takeFocus();
     if (before.page == name && before.thing != current()->opened())
         remember(before); // showPage() has, where the page is another
 }
