@@ -95,6 +95,7 @@ private Q_SLOTS:
     void initTestCase();
     void search_data();
     void search();
+    void searchOverChanges();
     void marksOfChanges();
     void marksOfManyChanges();
     void columnBehindTheOthers();
@@ -161,6 +162,38 @@ void tst_inspector_parts::search()
     filter.setSourceModel(&model);
     filter.setSearch(words);
     QTEST(firstCells(filter), "found");
+}
+
+/** What is known of rows from an earlier search must not outlive them. */
+void tst_inspector_parts::searchOverChanges()
+{
+    Dice dice;
+    const auto any = [&dice] { return QString::number(dice.below(300)); };
+    QStandardItemModel model(0, 2);
+    for (int i = 0; i < 1500; ++i)
+        model.appendRow(rowOf({QString::number(i), any()}));
+    FilterModel filter;
+    filter.setSourceModel(&model);
+    for (int turn = 0; turn < 80; ++turn) {
+        const QString words = u"%1 2:%2"_s.arg(dice.below(10)).arg(dice.below(10));
+        filter.setSearch(words);
+        const int row = dice.below(model.rowCount());
+        const int deed = dice.below(4);
+        if (deed == 0)
+            model.insertRow(row, rowOf({any(), any()}));
+        else if (deed == 1)
+            model.removeRows(row, qMin(7, model.rowCount() - row));
+        else if (deed == 2)
+            model.item(row, dice.below(2))->setText(any());
+        else
+            model.sort(1, turn % 2 == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
+        FilterModel fresh;
+        fresh.setSourceModel(&model);
+        fresh.setSearch(words);
+        QVERIFY(fresh.rowCount() > 0);
+        filter.setSearch(words);
+        QVERIFY2(firstCells(filter) == firstCells(fresh), qPrintable(QString::number(turn)));
+    }
 }
 
 void tst_inspector_parts::marksOfChanges()

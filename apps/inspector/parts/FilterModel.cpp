@@ -4,16 +4,50 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr int rowsWorthKeeping = 1000; // fewer are read at once, some of which show an age
+constexpr QChar between(u'\n');        // which nobody can type into a box
+
+} // namespace
+
 FilterModel::FilterModel(QObject* parent)
     : QSortFilterProxyModel(parent)
 {
     setSortRole(Qt::UserRole); // where every model of ours has its values
 }
 
+void FilterModel::setSourceModel(QAbstractItemModel* model)
+{
+    if (sourceModel() != nullptr)
+        disconnect(sourceModel(), nullptr, this, nullptr);
+    // Before the proxy's own connections, which filter anew.
+    using Model = QAbstractItemModel;
+    const auto forget = [this] { m_shown.clear(); };
+    connect(model, &Model::modelReset, this, forget);
+    connect(model, &Model::layoutChanged, this, forget);
+    connect(model, &Model::rowsMoved, this, forget);
+    connect(model, &Model::rowsInserted, this, forget);
+    connect(model, &Model::rowsRemoved, this, forget);
+    connect(model, &Model::columnsInserted, this, forget);
+    connect(model, &Model::columnsRemoved, this, forget);
+    connect(model, &Model::dataChanged, this,
+            [this](const QModelIndex& first, const QModelIndex& last, const QVector<int>& roles) {
+                const bool isShown = roles.isEmpty() || roles.contains(Qt::DisplayRole);
+                for (int row = first.row(); isShown && row <= last.row() && row < m_shown.size();
+                     ++row)
+                    m_shown[row] = Shown();
+            });
+    m_shown.clear();
+    QSortFilterProxyModel::setSourceModel(model);
+}
+
 void FilterModel::setSearch(const QString& search)
 {
     static const QRegularExpression word(QStringLiteral("(?:[^\\s\"]|\"[^\"]*\"?)+"));
     m_words.clear();
+    if (m_shown.size() < rowsWorthKeeping)
+        m_shown.clear();
     for (auto found = word.globalMatch(search); found.hasNext();)
         m_words.append(wordOf(found.next().captured().remove(u'"')));
     invalidateFilter();
@@ -54,22 +88,32 @@ FilterModel::Word FilterModel::wordOf(const QString& text) const
     for (int column = 0; name != text && column < columnCount(); ++column) {
         const QString header = headerData(column, Qt::Horizontal).toString();
         if (header.compare(name, Qt::CaseInsensitive) == 0)
-            return {column, text.section(colon, 1)};
+            return {column, QStringMatcher(text.section(colon, 1), Qt::CaseInsensitive)};
     }
-    return {-1, text};
+    return {-1, QStringMatcher(text, Qt::CaseInsensitive)};
 }
 
 bool FilterModel::holds(const Word& word, int row) const
 {
-    const auto has = [&](int column) {
-        const QVariant shown = sourceModel()->index(row, column).data();
-        return shown.toString().contains(word.text, Qt::CaseInsensitive);
-    };
-    if (word.column >= 0)
-        return has(word.column);
-    for (int column = 0; column < sourceModel()->columnCount(); ++column) {
-        if (has(column))
-            return true;
+    if (m_shown.isEmpty())
+        m_shown.resize(sourceModel()->rowCount());
+    Shown& shown = m_shown[row];
+    const bool isSeen = word.text.indexIn(shown.text) >= 0;
+    const int columns = sourceModel()->columnCount();
+    if (word.column >= 0) {
+        const bool canHold = isSeen || word.column >= shown.columns;
+        return canHold && word.text.indexIn(cell(row, word.column)) >= 0;
     }
-    return false;
+    bool isFound = isSeen;
+    while (!isFound && shown.columns < columns) {
+        const QString next = cell(row, shown.columns++);
+        shown.text += between + next;
+        isFound = word.text.indexIn(next) >= 0;
+    }
+    return isFound;
+}
+
+QString FilterModel::cell(int row, int column) const
+{
+    return sourceModel()->index(row, column).data().toString();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSortFilterProxyModel>
+#include <QStringMatcher>
 #include <QVector>
 
 /**
@@ -8,6 +9,8 @@
  * and shows the rows that a search finds. Each word of the search
  * has to stand in some column of the row, or, written "column:word", in that one, whatever the
  * letter case; words between quotes are one.
+ *
+ * What the rows of a large model show is read once and kept until the model tells a change.
  */
 class FilterModel : public QSortFilterProxyModel
 {
@@ -15,6 +18,8 @@ class FilterModel : public QSortFilterProxyModel
 
 public:
     explicit FilterModel(QObject* parent = nullptr);
+
+    void setSourceModel(QAbstractItemModel* model) override;
 
     void setSearch(const QString& search);
 
@@ -29,10 +34,18 @@ private:
     struct Word
     {
         int column; ///< -1 for any
+        QStringMatcher text;
+    };
+    /** What a row shows in its first columns. */
+    struct Shown
+    {
         QString text;
+        int columns = 0;
     };
     Word wordOf(const QString& text) const;
     bool holds(const Word& word, int row) const;
+    QString cell(int row, int column) const;
 
     QVector<Word> m_words;
+    mutable QVector<Shown> m_shown; // by row of the source, once a search looks at it
 };
