@@ -1,5 +1,6 @@
 #include "chat/ZSensitiveWordsInfoListMgr.h"
 #include "datatable/ZDataTableMgr.h"
+#include "host/ZHttpComm.h"
 #include "inspector/host/LogModel.h"
 #include "inspector/parts/AnimatedPng.h"
 #include "inspector/parts/CacheScan.h"
@@ -26,6 +27,8 @@
 #include <QSettings>
 #include <QSlider>
 #include <QStandardItemModel>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QToolButton>
 #include <QtTest>
 
@@ -110,6 +113,7 @@ private Q_SLOTS:
     void bubbleOfAnySize();
     void pictures_data();
     void pictures();
+    void pictureUnderWayAtStop();
     void damagedAnimation();
     void spaceBySize();
     void linesOfAnything();
@@ -537,6 +541,34 @@ void tst_inspector_parts::pictures()
     pictures.retry();
     get();
     QTRY_COMPARE(get().size(), QSize(5, 5));
+    QCOMPARE(pictures.fault(path), QString());
+}
+
+/** It is no fault of the picture's that everything was called off. */
+void tst_inspector_parts::pictureUnderWayAtStop()
+{
+    const QByteArray bytes = pngOf(filled(3, 2, Qt::blue));
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const QString address = u"http://127.0.0.1:%1/a.png"_s.arg(server.serverPort());
+    const QString path = Pictures::pathOf(address);
+    Pictures pictures;
+    const auto get = [&] { return pictures.get(path, address, {64, 64}); };
+    QVERIFY(get().isNull());
+    QTRY_VERIFY(server.hasPendingConnections());
+    const std::unique_ptr<QTcpSocket> silent(server.nextPendingConnection());
+    pictures.pause();
+    ZHttpComm::getInstance()->cancelAll();
+    QTRY_COMPARE(silent->state(), QAbstractSocket::UnconnectedState);
+    QCoreApplication::processEvents();
+    QVERIFY(!server.hasPendingConnections() && !pictures.isIdle());
+    pictures.resume();
+    QTRY_VERIFY(server.hasPendingConnections());
+    const std::unique_ptr<QTcpSocket> second(server.nextPendingConnection());
+    QTRY_VERIFY(second->bytesAvailable() > 0);
+    second->write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(bytes.size())
+                  + "\r\n\r\n" + bytes);
+    QTRY_COMPARE(get().size(), QSize(3, 2));
     QCOMPARE(pictures.fault(path), QString());
 }
 
