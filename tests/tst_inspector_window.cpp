@@ -38,6 +38,10 @@ private Q_SLOTS:
     void endsBySignal();
     void servers_data();
     void servers();
+    void surroundings_data();
+    void surroundings();
+    void nonsense_data();
+    void nonsense();
 };
 
 void tst_inspector_window::overview()
@@ -111,6 +115,12 @@ void tst_inspector_window::writtenVersion()
     waitForTask();
     QVERIFY(host().ownServer()->requests() > requests);
     QCOMPARE(model->index(row, 2).data().toString(), u"777"_s);
+    // While something else is done it waits for its turn.
+    const int fetched = host().ownServer()->requests();
+    host().tidy();
+    QVERIFY(model->setData(model->index(row, 2), 778));
+    waitForTask();
+    QVERIFY(host().ownServer()->requests() > fetched);
     click("update"); // and the service has the last word
     QVERIFY(model->index(row, 2).data().toString() != u"777"_s);
 }
@@ -367,6 +377,53 @@ void tst_inspector_window::servers()
     QVERIFY2(works || failure().contains(address.section(u'%', 0, 0)), qPrintable(failure()));
     QVERIFY(find<QPushButton>("update")->isEnabled());
     QCOMPARE(works, find<QLabel>("summary")->text().startsWith(u"34 tables, 31 loaded"_s));
+}
+
+void tst_inspector_window::surroundings_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("folder is a file") << u"/file"_s << u""_s << u"%1/file cannot be entered"_s;
+    QTest::newRow("empty content")
+        << u"/other"_s << u"/empty"_s << u"there is no content in %1/empty"_s;
+    QTest::newRow("no content") << u"/other"_s << u"/nowhere"_s
+                                << u"there is no content in %1/nowhere"_s;
+}
+
+void tst_inspector_window::surroundings()
+{
+    QFETCH(const QString, folder);
+    QFETCH(const QString, content);
+    QFETCH(const QString, told);
+    const QString place = QFileInfo(site()).path();
+    ZTestFolder::write(place + u"/file"_s, "no folder");
+    QVERIFY(QDir().mkpath(place + u"/empty"_s));
+    host().open({{}, place + folder, content.isEmpty() ? QString() : place + content});
+    QVERIFY2(failure().contains(told.arg(place)), qPrintable(failure()));
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QCOMPARE(host().task(), QString());
+}
+
+void tst_inspector_window::nonsense_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("unknown option") << QStringList {u"--nonsense"_s};
+    QTest::newRow("no value") << QStringList {u"--page"_s};
+    QTest::newRow("unknown page") << QStringList {u"--page"_s, u"nonsense"_s};
+    QTest::newRow("no address") << QStringList {u"--server"_s, u"nonsense"_s};
+    QTest::newRow("no option") << QStringList {u"nonsense"_s};
+}
+
+void tst_inspector_window::nonsense()
+{
+    QFETCH(const QStringList, arguments);
+    QProcess program;
+    program.start(QStringLiteral(ZGLOBAL_INSPECTOR), arguments);
+    QVERIFY(program.waitForFinished(-1));
+    QCOMPARE(program.exitCode(), 2);
+    QVERIFY(program.readAllStandardError().contains(
+        arguments.last().mid(arguments.last().lastIndexOf(u'-') + 1).toUtf8()));
 }
 
 INSPECTOR_TEST_MAIN(tst_inspector_window)

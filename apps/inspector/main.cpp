@@ -126,8 +126,10 @@ int main(int argc, char* argv[])
                 .arg(language, Language::known().join(QStringLiteral(", "))));
     QCommandLineParser line;
     addOptions(line);
-    line.process(application);
-    const QString fault = faultOf(line);
+    const bool isParsed = line.parse(QCoreApplication::arguments());
+    if (isParsed && (line.isSet(QStringLiteral("help")) || line.isSet(QStringLiteral("version"))))
+        line.process(application); // which ends here
+    const QString fault = isParsed ? faultOf(line) : line.errorText();
     if (!fault.isEmpty())
         return refuse(fault);
 

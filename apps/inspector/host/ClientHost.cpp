@@ -73,15 +73,22 @@ void ClientHost::update()
 
 void ClientHost::fetchTables()
 {
+    // A load begins with the versions that are saved.
+    m_saved = QtPromise::connect(ZDataTableMgr::getInstance(), &ZDataTableMgr::sigVersionsSaved);
+    if (m_task.isEmpty())
+        fetchSaved();
+}
+
+void ClientHost::fetchSaved()
+{
     if (!begin(tr("Fetching"), Stop::Possible))
         return;
-    // A load begins with the versions that are saved.
     const QPointer<ClientHost> self(this);
-    follow(QtPromise::connect(ZDataTableMgr::getInstance(), &ZDataTableMgr::sigVersionsSaved)
-               .then([self](bool) {
-                   return self != nullptr ? self->m_client->updateTables()
-                                          : QtPromise::QPromise<ZUpdateResult>::resolve({});
-               }));
+    follow(m_saved->then([self](bool) {
+        return self != nullptr ? self->m_client->updateTables()
+                               : QtPromise::QPromise<ZUpdateResult>::resolve({});
+    }));
+    m_saved.reset();
 }
 
 void ClientHost::follow(const QtPromise::QPromise<ZUpdateResult>& update)
@@ -182,6 +189,8 @@ bool ClientHost::openFolder(const Wish& wish)
     }
     QString error;
     const bool opened = m_client->open(folder, values, &error);
+    if (error.startsWith(QLatin1String("no content server")))
+        error += tr(": name one with --server URL");
     if (!opened)
         Q_EMIT sigFailure(error);
     return opened;
@@ -221,6 +230,8 @@ bool ClientHost::begin(const QString& task, Stop stop)
 
 void ClientHost::end()
 {
+    if (m_isStopping)
+        m_saved.reset();
     m_task.clear();
     m_canStop = false;
     m_isStopping = false;
@@ -228,4 +239,6 @@ void ClientHost::end()
     Q_EMIT sigFilesChanged();
     Q_EMIT sigFailure(wordsOf(m_failures));
     Q_EMIT sigTask(m_task);
+    if (m_saved.has_value())
+        fetchSaved();
 }

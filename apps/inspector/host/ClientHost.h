@@ -62,7 +62,8 @@ public:
 public Q_SLOTS:
     /** Versions, files, loading, pictures of banners. */
     void update();
-    /** The same with the versions that are known, of which one has just been set. */
+    /** The same with the versions that are known, of which one has just been set; behind a task
+     *  that is under way, unless that is stopped. */
     void fetchTables();
     /** Hands the files on the disk to their managers once more. */
     void reload();
@@ -90,6 +91,7 @@ private:
     enum class Stop { Possible, Impossible };
     bool begin(const QString& task, Stop stop);
     void end();
+    void fetchSaved();
     void follow(const QtPromise::QPromise<ZUpdateResult>& update);
     QtPromise::QPromise<void> takeUpdate(const ZUpdateResult& result);
     QtPromise::QPromise<void> planned() const;
@@ -99,6 +101,7 @@ private:
     ZGlobalClient* m_client;
     QVector<ZClientFailure> m_failures;                  // of the last task that can fail
     std::optional<QtPromise::QPromise<TidyPlan>> m_plan; // the last
+    std::optional<QtPromise::QPromise<bool>> m_saved;    // versions that are to be fetched
     QString m_task;
     bool m_canStop = false;
     bool m_isStopping = false;

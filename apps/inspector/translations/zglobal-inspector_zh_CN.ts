@@ -248,6 +248,10 @@
         <source>the cache is being tidied</source>
         <translation>正在清理缓存</translation>
     </message>
+    <message>
+        <source>: name one with --server URL</source>
+        <translation>：请用 --server URL 指定</translation>
+    </message>
 </context>
 <context>
     <name>CopiedRows</name>
