@@ -82,6 +82,8 @@ QVariant ShownTables::shown(const QModelIndex& index) const
         if (!modified.isValid())
             return {};
         const qint64 seconds = modified.secsTo(QDateTime::currentDateTime());
+        if (seconds < 0) // by another clock
+            return QLocale().toString(modified, QLocale::ShortFormat);
         return seconds < 120   ? tr("%1 s").arg(seconds)
             : seconds < 7200   ? tr("%1 min").arg(seconds / 60)
             : seconds < 172800 ? tr("%1 h").arg(seconds / 3600)
