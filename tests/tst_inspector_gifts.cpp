@@ -101,6 +101,11 @@ void tst_inspector_gifts::people()
     QTRY_VERIFY(why->toPlainText().contains(u"shows dusk.png at 21:59:00: that of period 3"_s));
     QTest::keyClick(find<QSlider>("day"), Qt::Key_Right);
     QTRY_VERIFY(why->toPlainText().contains(u"shows night.png at 22:00:00: that of period 1"_s));
+    auto* hour = find<QTimeEdit>("hour");
+    hour->setFocus();
+    QTest::keyClick(hour, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(hour, u"08:05"_s);
+    QCOMPARE(hour->time(), QTime(8, 5));
 }
 
 void tst_inspector_gifts::look()
@@ -108,7 +113,10 @@ void tst_inspector_gifts::look()
     window().show(u"look"_s, u"nobility/4"_s);
     QCOMPARE(find<QLabel>("told")->text(), u"伯爵 has 5 of 10 privileges"_s);
     const auto* ranks = find<QTableView>("NobleConsume");
-    QCOMPARE(ranks->currentIndex().siblingAtColumn(2).data().toString(), u"3000"_s);
+    const QModelIndex price = ranks->currentIndex().siblingAtColumn(2);
+    QCOMPARE(price.data().toString(), u"3000"_s);
+    QVERIFY(price.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight); // as it is sorted
+    QVERIFY(!price.siblingAtColumn(8).data(Qt::TextAlignmentRole).isValid());
     QCOMPARE(ranks->model()->index(1, 8).data().toString(), u"head frame 201; car noble_knight"_s);
     QTRY_VERIFY(find<QLabel>("skin1")->text().startsWith(u"160 x 24 pixels"_s));
     window().show(u"look"_s, u"flash/level_up"_s);

@@ -283,7 +283,7 @@ void tst_inspector_parts::columnBehindTheOthers()
     for (const QString& key : {u"b"_s, u"c"_s, u"a"_s})
         model.appendRow(rowOf({key}));
     DerivedColumn derived(
-        &model, u"twice"_s, [&model](int row) { return QString(2, model.item(row)->text().at(0)); },
+        &model, "twice", [&model](int row) { return QString(2, model.item(row)->text().at(0)); },
         nullptr);
     const Tester tester(&derived, Tester::FailureReportingMode::QtTest);
     FilterModel filter;

@@ -7,6 +7,7 @@
 
 #include <QAbstractProxyModel>
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -73,6 +74,7 @@ class tst_translation : public InspectorTest
 private Q_SLOTS:
     void initTestCase();
     void everyText();
+    void copiedKeys();
     void language_data();
     void language();
 
@@ -161,6 +163,28 @@ void tst_translation::everyText()
     QVERIFY2(m_seen.size() > 300, "it has not been looked at");
     const QStringList faults = m_faults.values();
     QVERIFY2(faults.isEmpty(), qPrintable(u'\n' + faults.join(u'\n')));
+}
+
+/** What reads copied rows knows their columns in one language. */
+void tst_translation::copiedKeys()
+{
+    onEveryTab([this](const QString& where) {
+        const auto views = window().current()->findChildren<QAbstractItemView*>();
+        for (QAbstractItemView* view : views) {
+            if (!view->isVisible() || qobject_cast<QHeaderView*>(view) != nullptr
+                || view->model()->rowCount() == 0)
+                continue;
+            view->setFocus();
+            view->setCurrentIndex(view->model()->index(0, 0));
+            QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+            const QByteArray json = QGuiApplication::clipboard()->text().toUtf8();
+            const QJsonObject row = QJsonDocument::fromJson(json).array().first().toObject();
+            const QString input = where + u": "_s + view->objectName();
+            QVERIFY2(!row.isEmpty(), qPrintable(input));
+            for (const QString& key : row.keys())
+                QVERIFY2(!key.contains(u'⟦'), qPrintable(input + u' ' + key));
+        }
+    });
 }
 
 void tst_translation::language_data()

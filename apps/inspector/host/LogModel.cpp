@@ -1,5 +1,7 @@
 #include "inspector/host/LogModel.h"
 
+#include "inspector/host/ColumnTitle.h"
+
 #include <QMutex>
 
 namespace {
@@ -94,10 +96,11 @@ QVariant LogModel::data(const QModelIndex& index, int role) const
 
 QVariant LogModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    const QStringList names {tr("time"), tr("severity"), tr("part"), tr("line")};
-    return names.value(section);
+    static constexpr const char* titles[] {QT_TR_NOOP("time"), QT_TR_NOOP("severity"),
+                                           QT_TR_NOOP("part"), QT_TR_NOOP("line")};
+    return orientation == Qt::Horizontal && section >= 0 && section < ColumnCount
+        ? columnTitle(staticMetaObject.className(), titles[section], role)
+        : QVariant();
 }
 
 void LogModel::handle(QtMsgType type, const QMessageLogContext& context, const QString& text)

@@ -79,7 +79,7 @@ ChatPage::ChatPage(const Inspected& inspected, QWidget* parent)
     , m_bubble(new BubbleDelegate(inspected.pictures, this))
     , m_messages(new ZRecordModel(QStringLiteral("Message"), this))
     , m_filled(new DerivedColumn(
-          m_messages, tr("filled in"),
+          m_messages, QT_TRANSLATE_NOOP("DerivedColumn", "filled in"),
           [this](int row) {
               return filled(m_messages->value(row, QStringLiteral("zh_cn")).toString());
           },

@@ -150,8 +150,10 @@ void LookPage::makeSkin(Pictures& pictures)
 {
     auto* skins = new ZRecordModel(QStringLiteral("PCSkin"), this);
     auto* current = new DerivedColumn(
-        skins, tr("in force"),
-        [skins](int row) { return row == skins->rowCount() - 1 ? tr("the last is") : QString(); },
+        skins, QT_TRANSLATE_NOOP("DerivedColumn", "in force"),
+        [skins](int row) {
+            return row == skins->rowCount() - 1 ? tr("yes, as the last") : QString();
+        },
         this);
     m_derived.append(current);
     QAbstractItemView* view = makeTable(current, skins->table());
@@ -193,8 +195,8 @@ void LookPage::makeNobility(Pictures& pictures)
 {
     auto* ranks = new ZRecordModel(QStringLiteral("NobleConsume"), this);
     auto* config = new DerivedColumn(
-        ranks, tr("comes with"), [ranks](int row) { return LookTiles::comesWith(ranks->key(row)); },
-        this);
+        ranks, QT_TRANSLATE_NOOP("DerivedColumn", "comes with"),
+        [ranks](int row) { return LookTiles::comesWith(ranks->key(row)); }, this);
     m_derived.append(config);
     m_ranks = makeTable(config, ranks->table());
     auto* privileges = new ZRecordModel(QStringLiteral("NoblePrivilegeConfig"), this);
@@ -218,7 +220,7 @@ void LookPage::makeFlash()
 {
     auto* flashes = new ZRecordModel(QStringLiteral("FlashConfig"), this);
     auto* state = new DerivedColumn(
-        flashes, tr("on the disk"),
+        flashes, QT_TRANSLATE_NOOP("DerivedColumn", "on the disk"),
         [flashes](int row) { return LookTiles::stateOf(flashes->key(row)); }, this);
     m_derived.append(state);
     QAbstractItemView* view = makeTable(state, flashes->table());

@@ -33,7 +33,7 @@ OverviewPage::OverviewPage(const Inspected& inspected, QWidget* parent)
     : Page(parent)
     , m_tables(new ShownTables(this))
     , m_shown(new DerivedColumn(
-          m_tables, tr("changed by the last load"),
+          m_tables, QT_TRANSLATE_NOOP("DerivedColumn", "changed by the last load"),
           [this, &changes = inspected.changes](int row) {
               return changes.words(m_tables->tables().status(row).table);
           },

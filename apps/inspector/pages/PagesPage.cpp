@@ -134,15 +134,17 @@ PagesPage::PagesPage(const Inspected& inspected, QWidget* parent)
                                                                         : tr("outside");
     };
     addRecords(QStringLiteral("others"), tr("Secondary banners"),
-               new DerivedColumn(others, tr("opens"), opens, this), target);
+               new DerivedColumn(others, QT_TRANSLATE_NOOP("DerivedColumn", "opens"), opens, this),
+               target);
     auto* web = new ZRecordModel(QStringLiteral("H5WebConfig"), this);
     const auto address = [web](int row) {
         const int id = web->value(row, QStringLiteral("id")).toInt();
         return zH5WebConfigMgr::getInstance().getURLByDefine(static_cast<E_H5WebConfigDefine>(id));
     };
-    RecordView* pages =
-        addRecords(QStringLiteral("webpages"), tr("Web pages"),
-                   new DerivedColumn(web, tr("address"), address, this), web->columnCount());
+    RecordView* pages = addRecords(
+        QStringLiteral("webpages"), tr("Web pages"),
+        new DerivedColumn(web, QT_TRANSLATE_NOOP("DerivedColumn", "address"), address, this),
+        web->columnCount());
     pages->sortByColumn(web->columnOf(QStringLiteral("id")), Qt::AscendingOrder);
     // What the address is made of stands on the page of tables.
     for (const char* column : {"defaultPath", "pcURL", "PC001"})

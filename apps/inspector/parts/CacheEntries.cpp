@@ -1,5 +1,6 @@
 #include "inspector/parts/CacheEntries.h"
 
+#include "inspector/host/ColumnTitle.h"
 #include "inspector/parts/Look.h"
 #include "inspector/parts/TidyVerdicts.h"
 
@@ -64,11 +65,12 @@ QVariant CacheEntries::data(const QModelIndex& index, int role) const
 
 QVariant CacheEntries::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return QAbstractTableModel::headerData(section, orientation, role);
-    const QStringList names {tr("name"), tr("size"),  tr("tidying"),
-                             tr("why"),  tr("files"), tr("modified")};
-    return names.value(section);
+    static constexpr const char* titles[] {QT_TR_NOOP("name"),    QT_TR_NOOP("size"),
+                                           QT_TR_NOOP("tidying"), QT_TR_NOOP("why"),
+                                           QT_TR_NOOP("files"),   QT_TR_NOOP("modified")};
+    return orientation == Qt::Horizontal && section >= 0 && section < ColumnCount
+        ? columnTitle(staticMetaObject.className(), titles[section], role)
+        : QAbstractTableModel::headerData(section, orientation, role);
 }
 
 QVariant CacheEntries::value(const CacheEntry& entry, int column) const

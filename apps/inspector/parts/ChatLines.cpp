@@ -1,6 +1,7 @@
 #include "inspector/parts/ChatLines.h"
 
 #include "datatable/ZDataTableMgr.h"
+#include "inspector/host/ColumnTitle.h"
 #include "inspector/parts/Look.h"
 
 #include <QElapsedTimer>
@@ -125,10 +126,11 @@ QVariant ChatLines::data(const QModelIndex& index, int role) const
 
 QVariant ChatLines::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return QAbstractTableModel::headerData(section, orientation, role);
-    return QStringList {tr("line"), tr("as the room sees it"), tr("masks"), tr("time")}.value(
-        section);
+    static constexpr const char* titles[] {QT_TR_NOOP("line"), QT_TR_NOOP("as the room sees it"),
+                                           QT_TR_NOOP("masks"), QT_TR_NOOP("time")};
+    return orientation == Qt::Horizontal && section >= 0 && section < ColumnCount
+        ? columnTitle(staticMetaObject.className(), titles[section], role)
+        : QAbstractTableModel::headerData(section, orientation, role);
 }
 
 void ChatLines::maskAnew()

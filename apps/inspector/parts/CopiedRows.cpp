@@ -1,5 +1,7 @@
 #include "inspector/parts/CopiedRows.h"
 
+#include "inspector/host/ColumnTitle.h"
+
 #include <QAbstractItemView>
 #include <QAction>
 #include <QClipboard>
@@ -9,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
+#include <QTableWidget>
 
 #include <algorithm>
 #include <numeric>
@@ -61,15 +64,25 @@ QString textOf(const QModelIndexList& rows, const QVector<int>& columns)
     return lines.join(u'\n');
 }
 
+QVariant either(const QVariant& first, const QVariant& other)
+{
+    return first.isValid() ? first : other;
+}
+
 QString jsonOf(const QModelIndexList& rows, const QVector<int>& columns)
 {
     QJsonArray objects;
     for (const QModelIndex& row : rows) {
         QJsonObject object;
         for (const int column : columns) {
-            const QString name = row.model()->headerData(column, Qt::Horizontal).toString();
-            const QVariant value = row.sibling(row.row(), column).data(Qt::UserRole);
-            object.insert(name, QJsonValue::fromVariant(value));
+            // What reads it is to find the same names in every language.
+            const auto title = [&](int role) {
+                return row.model()->headerData(column, Qt::Horizontal, role);
+            };
+            const QVariant name = either(title(Qt::UserRole), title(Qt::DisplayRole));
+            const QModelIndex cell = row.sibling(row.row(), column);
+            const QVariant value = either(cell.data(Qt::UserRole), cell.data());
+            object.insert(name.toString(), QJsonValue::fromVariant(value));
         }
         objects.append(object);
     }
@@ -95,4 +108,16 @@ void CopiedRows::addActions(QAbstractItemView& view, const Columns& columns)
     add(QT_TRANSLATE_NOOP("CopiedRows", "Copy as text"), QKeySequence::Copy, &textOf);
     add(QT_TRANSLATE_NOOP("CopiedRows", "Copy as JSON"),
         QKeySequence(QStringLiteral("Ctrl+Shift+C")), &jsonOf);
+}
+
+void CopiedRows::setTitles(QTableWidget& table, const char* context,
+                           const QVector<const char*>& titles)
+{
+    table.setColumnCount(static_cast<int>(titles.size()));
+    for (int column = 0; column < titles.size(); ++column) {
+        auto* title = new QTableWidgetItem;
+        for (const int role : {Qt::DisplayRole, Qt::UserRole})
+            title->setData(role, columnTitle(context, titles.at(column), role));
+        table.setHorizontalHeaderItem(column, title);
+    }
 }

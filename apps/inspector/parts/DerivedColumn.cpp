@@ -1,8 +1,9 @@
 #include "inspector/parts/DerivedColumn.h"
 
+#include "inspector/host/ColumnTitle.h"
 #include "inspector/parts/Look.h"
 
-DerivedColumn::DerivedColumn(QAbstractItemModel* model, const QString& title, Compute compute,
+DerivedColumn::DerivedColumn(QAbstractItemModel* model, const char* title, Compute compute,
                              QObject* parent)
     : QIdentityProxyModel(parent)
     , m_title(title)
@@ -83,5 +84,5 @@ QVariant DerivedColumn::headerData(int section, Qt::Orientation orientation, int
 {
     if (orientation != Qt::Horizontal || section != place())
         return QIdentityProxyModel::headerData(section, orientation, role);
-    return role == Qt::DisplayRole ? m_title : QVariant();
+    return columnTitle("DerivedColumn", m_title, role);
 }

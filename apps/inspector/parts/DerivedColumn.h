@@ -12,7 +12,8 @@ class DerivedColumn : public QIdentityProxyModel
 public:
     using Compute = std::function<QVariant(int row)>;
 
-    DerivedColumn(QAbstractItemModel* model, const QString& title, Compute compute,
+    /** The title is to be translated in the context "DerivedColumn". */
+    DerivedColumn(QAbstractItemModel* model, const char* title, Compute compute,
                   QObject* parent = nullptr);
 
     /** Tells the views that what the column is worked out from has changed. */
@@ -31,7 +32,7 @@ private:
     void holdOrder();
     void takeOrder();
 
-    QString m_title;
+    const char* m_title;
     Compute m_compute;
     QModelIndexList m_held; // while the rows change their order
     QVector<QPersistentModelIndex> m_rows;

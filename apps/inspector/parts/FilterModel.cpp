@@ -65,6 +65,18 @@ bool FilterModel::isBefore(const QString& left, const QString& right)
                                                      : left.compare(right, Qt::CaseInsensitive) < 0;
 }
 
+QVariant FilterModel::data(const QModelIndex& index, int role) const
+{
+    QVariant value = QSortFilterProxyModel::data(index, role);
+    if (role != Qt::TextAlignmentRole || value.isValid())
+        return value;
+    const QVariant sorted = QSortFilterProxyModel::data(index, sortRole());
+    bool isNumber = false;
+    if (sorted.userType() == QMetaType::QString)
+        sorted.toString().toLongLong(&isNumber);
+    return isNumber ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : value;
+}
+
 bool FilterModel::lessThan(const QModelIndex& left, const QModelIndex& right) const
 {
     const QVariant leftValue = left.data(sortRole());

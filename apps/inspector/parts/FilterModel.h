@@ -26,6 +26,9 @@ public:
     /** In the order that is told above. */
     static bool isBefore(const QString& left, const QString& right);
 
+    /** Texts that are sorted as numbers stand at the right, like numbers. */
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
 protected:
     bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;

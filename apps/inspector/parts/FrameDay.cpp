@@ -16,7 +16,9 @@
 
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QPainter>
 #include <QSignalBlocker>
@@ -173,6 +175,26 @@ private:
     Pictures& m_pictures;
 };
 
+/** Takes an hour that is typed over all of the one before, which Qt's own edit cannot read. */
+class FrameDay::HourEdit : public QTimeEdit
+{
+public:
+    using QTimeEdit::QTimeEdit;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool isDigit = event->text().size() == 1 && event->text().at(0).isDigit();
+        if (isDigit && lineEdit()->selectedText() == text()) {
+            setTime(QTime(0, 0));
+            setSelectedSection(HourSection);
+        }
+        // The second digit has led to the minutes already, which are selected then.
+        if (event->text() != u":" || !lineEdit()->hasSelectedText())
+            QTimeEdit::keyPressEvent(event);
+    }
+};
+
 FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
     : QWidget(parent)
     , m_host(inspected.host)
@@ -181,7 +203,7 @@ FrameDay::FrameDay(const Inspected& inspected, QWidget* parent)
     , m_filter(new FilterModel(this))
     , m_search(new SearchBox)
     , m_view(new QListView)
-    , m_time(new QTimeEdit(QTime::currentTime()))
+    , m_time(new HourEdit(QTime::currentTime()))
     , m_slider(new QSlider(Qt::Horizontal))
     , m_explanation(new ExplanationView)
 {

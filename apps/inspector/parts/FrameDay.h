@@ -35,6 +35,7 @@ Q_SIGNALS:
 
 private:
     class Line;
+    class HourEdit;
 
     QWidget* makeTime();
     void explain();

@@ -68,9 +68,9 @@ LineMasks::LineMasks(RawTables& files, QWidget* parent)
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
     m_masks->setObjectName(QStringLiteral("masks"));
-    m_masks->setColumnCount(ColumnCount);
-    m_masks->setHorizontalHeaderLabels(
-        {tr("word"), tr("list"), tr("covers"), tr("from"), tr("row")});
+    CopiedRows::setTitles(*m_masks, "LineMasks",
+                          {QT_TR_NOOP("word"), QT_TR_NOOP("list"), QT_TR_NOOP("covers"),
+                           QT_TR_NOOP("from"), QT_TR_NOOP("row")});
     m_masks->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_masks->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_masks->setTabKeyNavigation(false);

@@ -1,5 +1,7 @@
 #include "inspector/parts/LostRows.h"
 
+#include "inspector/host/ColumnTitle.h"
+
 void LostRows::setFile(const std::shared_ptr<const Why::RawTable>& file)
 {
     beginResetModel();
@@ -56,8 +58,9 @@ QVariant LostRows::data(const QModelIndex& index, int role) const
 
 QVariant LostRows::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    const QStringList names {tr("row"), tr("id"), tr("name"), tr("what became of it")};
-    return names.value(section);
+    static constexpr const char* titles[] {QT_TR_NOOP("row"), QT_TR_NOOP("id"), QT_TR_NOOP("name"),
+                                           QT_TR_NOOP("what became of it")};
+    return orientation == Qt::Horizontal && section >= 0 && section < ColumnCount
+        ? columnTitle(staticMetaObject.className(), titles[section], role)
+        : QVariant();
 }

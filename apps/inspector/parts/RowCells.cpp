@@ -128,9 +128,10 @@ QString fill(QTableWidget& cells, const Why::RawRow& raw, const Why::RawTable& f
 
 void RowCells::prepare(QTableWidget& cells)
 {
-    cells.setColumnCount(ColumnCount);
-    cells.setHorizontalHeaderLabels({Words::tr("column"), Words::tr("in the file"),
-                                     Words::tr("in the record"), Words::tr("note")});
+    CopiedRows::setTitles(
+        cells, "RowCells",
+        {QT_TRANSLATE_NOOP("RowCells", "column"), QT_TRANSLATE_NOOP("RowCells", "in the file"),
+         QT_TRANSLATE_NOOP("RowCells", "in the record"), QT_TRANSLATE_NOOP("RowCells", "note")});
     cells.setEditTriggers(QAbstractItemView::NoEditTriggers);
     cells.setSelectionBehavior(QAbstractItemView::SelectRows);
     cells.setTabKeyNavigation(false);

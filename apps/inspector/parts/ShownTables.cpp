@@ -48,6 +48,8 @@ QVariant ShownTables::data(const QModelIndex& index, int role) const
 
 QVariant ShownTables::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::UserRole) // by which programs know the column
+        return QIdentityProxyModel::headerData(section, orientation, Qt::DisplayRole);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QIdentityProxyModel::headerData(section, orientation, role);
     const QStringList names {tr("table"),     tr("kind"),     tr("version"), tr("size"),

@@ -186,10 +186,6 @@
 <context>
     <name>ChatPage</name>
     <message>
-        <source>filled in</source>
-        <translation>填入后</translation>
-    </message>
-    <message>
         <source>Type or paste lines of a chat</source>
         <translation>输入或粘贴聊天内容</translation>
     </message>
@@ -262,6 +258,37 @@
     <message>
         <source>Copy as JSON</source>
         <translation>复制为 JSON</translation>
+    </message>
+</context>
+<context>
+    <name>DerivedColumn</name>
+    <message>
+        <source>filled in</source>
+        <translation>填入后</translation>
+    </message>
+    <message>
+        <source>in force</source>
+        <translation>生效</translation>
+    </message>
+    <message>
+        <source>comes with</source>
+        <translation>附带</translation>
+    </message>
+    <message>
+        <source>on the disk</source>
+        <translation>磁盘上</translation>
+    </message>
+    <message>
+        <source>changed by the last load</source>
+        <translation>最近一次加载的变化</translation>
+    </message>
+    <message>
+        <source>opens</source>
+        <translation>打开方式</translation>
+    </message>
+    <message>
+        <source>address</source>
+        <translation>地址</translation>
     </message>
 </context>
 <context>
@@ -485,14 +512,6 @@
         <translation>此页没有 %1</translation>
     </message>
     <message>
-        <source>in force</source>
-        <translation>生效</translation>
-    </message>
-    <message>
-        <source>the last is</source>
-        <translation>最后一项生效</translation>
-    </message>
-    <message>
         <source>&amp;Fetch the pictures anew</source>
         <translation>重新获取图片(&amp;F)</translation>
     </message>
@@ -509,16 +528,8 @@
         <translation>皮肤</translation>
     </message>
     <message>
-        <source>comes with</source>
-        <translation>附带</translation>
-    </message>
-    <message>
         <source>Nobility</source>
         <translation>贵族</translation>
-    </message>
-    <message>
-        <source>on the disk</source>
-        <translation>磁盘上</translation>
     </message>
     <message>
         <source>Flash animations</source>
@@ -575,6 +586,10 @@
     <message>
         <source>Enter or a double click leads to the row in its table</source>
         <translation>按回车或双击转到表中的这一行</translation>
+    </message>
+    <message>
+        <source>yes, as the last</source>
+        <translation>是，最后一个</translation>
     </message>
 </context>
 <context>
@@ -716,10 +731,6 @@
         <source>%1 tables, %2 loaded, %3 missing or failed, %4 not read; %5 records</source>
         <translation>%1 张表，已加载 %2，缺失或失败 %3，不读取 %4；共 %5 条记录</translation>
     </message>
-    <message>
-        <source>changed by the last load</source>
-        <translation>最近一次加载的变化</translation>
-    </message>
 </context>
 <context>
     <name>PageList</name>
@@ -787,16 +798,8 @@
         <translation>次级 Banner</translation>
     </message>
     <message>
-        <source>opens</source>
-        <translation>打开方式</translation>
-    </message>
-    <message>
         <source>Web pages</source>
         <translation>网页</translation>
-    </message>
-    <message>
-        <source>address</source>
-        <translation>地址</translation>
     </message>
     <message>
         <source>CS_BannerConfig, by weight:</source>

@@ -34,6 +34,13 @@ StatusStrip::StatusStrip(ClientHost& host, QWidget* parent)
     connect(m_more, &QToolButton::clicked, this, [this] { m_all->openAbove(*this); });
 }
 
+void StatusStrip::changeEvent(QEvent* event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        showWords(); // whose colour depends on it
+}
+
 bool StatusStrip::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_words && event->type() == QEvent::Resize)

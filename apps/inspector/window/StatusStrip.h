@@ -25,6 +25,7 @@ public:
     void tellAdvice(const QString& words);
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
