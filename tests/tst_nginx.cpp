@@ -152,7 +152,8 @@ private Q_SLOTS:
         QTRY_VERIFY(logged(server, answers).size() >= all);
         const QStringList lines = logged(server, answers);
         const QRegularExpression first(u'^' + lines.first().section(u' ', 0, 0) + u' ');
-        QCOMPARE(lines.filter(first).size() == all && lines.size() == all, oneConnection);
+        if (oneConnection) // else several may be opened, and a fast one may have had all of it
+            QVERIFY(lines.filter(first).size() == all && lines.size() == all);
     }
 
     void badAnswers_data() { Cases::rows("nginx"); }
