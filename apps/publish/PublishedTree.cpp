@@ -27,6 +27,13 @@ QByteArray line(const JournalEntry& entry)
     return QJsonDocument(entry.toJson()).toJson(QJsonDocument::Compact) + '\n';
 }
 
+/** Qt 5 takes what a link holds for relative to another folder, unless the link's own path is
+ * whole. */
+QString leadsTo(const QFileInfo& link)
+{
+    return QFileInfo(link.absoluteFilePath()).symLinkTarget();
+}
+
 /** Removes the folder when the object goes, unless it has a better use by then. */
 class Scaffold
 {
@@ -66,12 +73,17 @@ QString PublishedTree::open()
     m_isPlain = false;
     m_current = 0;
     if (link.isSymLink()) {
-        m_current = target.match(link.symLinkTarget()).captured(2).toInt();
-        const bool isOurs = has(m_current)
-            && link.canonicalFilePath() == QFileInfo(contentOf(m_current)).canonicalFilePath();
-        return isOurs ? QString()
-                      : QStringLiteral("%1 leads to no release of this folder")
-                            .arg(QDir::toNativeSeparators(link.filePath()));
+        const QString release = leadsTo(link);
+        m_current = target.match(release).captured(2).toInt();
+        if (has(m_current)
+            && QFileInfo(release).canonicalFilePath()
+                == QFileInfo(contentOf(m_current)).canonicalFilePath())
+            return {};
+        // Another process may have published meanwhile, and removed that release.
+        if (leadsTo(QFileInfo(path(currentName))) != release)
+            return open();
+        return QStringLiteral("%1 leads to no release of this folder")
+            .arg(QDir::toNativeSeparators(link.filePath()));
     }
     const QFileInfo info(m_folder);
     if (link.exists() && QFileInfo(path(QStringLiteral("releases"))).isDir())
