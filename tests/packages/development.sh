@@ -25,7 +25,7 @@ expect "" g++ -std=c++17 -fPIC ../managers/main.cpp -o managers $(pkg-config --c
 expect "星光皇冠" ./managers "$(cat ../address)"
 # shellcheck disable=SC2046
 expect "" g++ -std=c++17 -fPIC ../guide/main.cpp -o guide $(pkg-config --cflags --libs zglobalclient zglobalmodels)
-expect "星光皇冠" ./guide "$(cat ../address)"
+expect "星光" ./guide "$(cat ../address)"
 cd ..
 
 of_ours=(libzglobal1 libzglobal-dev zglobal-tools zglobal-inspector)
